@@ -1,0 +1,494 @@
+#include "engine/game/action_plan.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <future>
+#include <limits>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+
+namespace kestrel {
+
+/// The running state of the hand at one node. Amounts in hundredths of a chip.
+struct ActionPlan::BuildContext {
+    ActionKind last_step = ActionKind::none;  // what led here, also a dealt card
+    std::int32_t raises_this_street = 0;      // bets and raises so far; reset by a call
+    bool all_in = false;
+    Seat last_aggressor = Seat::OOP;      // after a call: whose bet was called; otherwise OOP
+    std::array<std::int32_t, 2> stack{};  // left per seat
+    std::int32_t street_bet = 0;          // the bet level on this street
+    std::array<std::int32_t, 2> contributed{};
+    std::int32_t pot = 0;
+    Seat last_actor = Seat::OOP;
+    ActionKind last_bet_action = ActionKind::none;
+    CardMask dead_cards = 0;
+    Card turn = NO_CARD;
+    Card river = NO_CARD;
+};
+
+struct ActionPlan::PlanChild {
+    Action action;
+    BuildContext context;
+    PlanNode node;
+};
+
+/// The children that wait to be built along the current path, and the buffers of the expansion.
+/// One for each thread that builds, so that no node allocates.
+struct ActionPlan::ChildStack {
+    std::vector<PlanChild> children;
+    std::vector<Action> candidates;
+    std::vector<Action> wagers;
+};
+
+namespace {
+
+/// A whole number from the environment, as strtol reads it; `fallback` for anything below
+/// `smallest`, no number at all, or a number out of range.
+std::size_t number_from_environment(const char* name, long smallest, std::size_t fallback) {
+    const char* text = std::getenv(name);
+    if (text == nullptr) {
+        return fallback;
+    }
+    char* end = nullptr;
+    errno = 0;
+    const long value = std::strtol(text, &end, 10);
+    return end != text && errno == 0 && value >= smallest ? static_cast<std::size_t>(value)
+                                                          : fallback;
+}
+
+Board board_of(const CardContext* cards) {
+    if (cards != nullptr) {
+        return cards->board;
+    }
+    return {NO_CARD, NO_CARD, NO_CARD, NO_CARD, NO_CARD};
+}
+
+Street next_street(Street street) {
+    return street == Street::Flop ? Street::Turn : Street::River;
+}
+
+bool is_wager(ActionKind kind) {
+    return kind == ActionKind::bet || kind == ActionKind::raise || kind == ActionKind::allin;
+}
+
+/// The numbers of one decision.
+struct Decision {
+    std::int32_t to_call;
+    SizeContext size;
+    bool jam_offered;  // the jam rule applies to this stack and pot
+};
+
+/// Step by step from the sizing text's tokens to the legal actions of a decision.
+class ActionList {
+  public:
+    ActionList(const Decision& decision, std::vector<Action>& list)
+        : size_(decision.size), list_(list) {
+        list_.clear();
+    }
+
+    void add(ActionKind kind, std::int32_t amount) { list_.push_back({kind, amount}); }
+
+    void add_wager(ActionKind kind, std::int32_t amount) {
+        add(amount == size_.max_raise_to ? ActionKind::allin : kind, amount);
+    }
+
+    void add_bets(const std::vector<SizeToken>& tokens) {
+        for (const SizeToken& token : tokens) {
+            add_wager(ActionKind::bet, resolve_size(token, size_));
+        }
+    }
+
+    void add_raises(const std::vector<SizeToken>& tokens, std::int32_t raises_this_street) {
+        for (const SizeToken& token : tokens) {
+            if (token.kind == SizeKind::Chips && token.raise_cap >= 1 &&
+                raises_this_street >= token.raise_cap) {
+                continue;
+            }
+            // A raise by a part of the pot is the call plus that part of the pot after the call.
+            const std::int32_t amount =
+                token.kind == SizeKind::PotPercent
+                    ? clamp_amount(
+                          size_.street_bet + std::round(size_.pot_after_call * token.ratio),
+                          size_.min_raise_to, size_.max_raise_to)
+                    : resolve_size(token, size_);
+            add_wager(ActionKind::raise, amount);
+        }
+    }
+
+    void add_jam() {
+        if (std::ranges::find(list_, ActionKind::allin, &Action::kind) == list_.end()) {
+            add(ActionKind::allin, size_.max_raise_to);
+        }
+    }
+
+    /// Clamps wagers to what is legal and makes an all-in of one that leaves little behind.
+    void round_to_all_in(std::int32_t pot, double all_in_threshold) {
+        for (Action& action : list_) {
+            if (action.kind != ActionKind::bet && action.kind != ActionKind::raise) {
+                continue;
+            }
+            const std::int32_t amount =
+                std::max(size_.min_raise_to, std::min(action.amount, size_.max_raise_to));
+            const double pot_when_called = pot + (amount - size_.street_bet) * 2.0;
+            const double extra = std::round(pot_when_called * all_in_threshold);
+            if (size_.max_raise_to <= size_.street_bet + extra || amount == size_.max_raise_to) {
+                action = {ActionKind::allin, size_.max_raise_to};
+            } else {
+                action.amount = amount;
+            }
+        }
+    }
+
+    /// Fold, call and check first, then the wagers from small to large.
+    void order(std::vector<Action>& wagers) {
+        wagers.clear();
+        std::erase_if(list_, [&wagers](const Action& action) {
+            const bool moves = is_wager(action.kind) && action.amount >= 1;
+            if (moves) {
+                wagers.push_back(action);
+            }
+            return moves;
+        });
+        std::ranges::sort(wagers, {}, [](const Action& a) { return std::pair(a.amount, a.kind); });
+        list_.insert(list_.end(), wagers.begin(), wagers.end());
+    }
+
+    /// Drops wagers that lie too close below the next larger one; at threshold 0, equal ones.
+    void merge(double threshold) {
+        if (size_.pot_after_call <= 0) {
+            return;
+        }
+        // Keeps an amount from surviving beside its equal through rounding of the quotients.
+        constexpr double slack = 0.999999999999;
+        const double pot = size_.pot_after_call;
+        const auto ratio_of = [&](std::int32_t amount) {
+            return (static_cast<double>(amount) - size_.street_bet) / pot;
+        };
+        std::int32_t kept = std::numeric_limits<std::int32_t>::max();
+        std::size_t write = list_.size();
+        for (std::size_t read = list_.size(); read-- > 0;) {
+            const Action action = list_[read];
+            if (is_wager(action.kind) && action.amount > 0) {
+                if (!((ratio_of(kept) - threshold) / (1 + threshold) * slack >
+                      ratio_of(action.amount))) {
+                    continue;
+                }
+                kept = action.amount;
+            }
+            list_[--write] = action;
+        }
+        list_.erase(list_.begin(), list_.begin() + static_cast<std::ptrdiff_t>(write));
+    }
+
+  private:
+    const SizeContext& size_;
+    std::vector<Action>& list_;
+};
+
+}  // namespace
+
+ActionPlan::ActionPlan(PlanOptions plan_options, const CardContext* card_context)
+    : options(std::move(plan_options)),
+      board(board_of(card_context)),
+      cards(card_context),
+      max_workers(number_from_environment("KESTREL_ACTIONPLAN_MAX_WORKERS", 1,
+                                          std::max(1U, std::thread::hardware_concurrency()))),
+      parallel_depth(number_from_environment("KESTREL_ACTIONPLAN_PARALLEL_DEPTH", 0, 0)) {
+    BuildContext root;
+    root.stack = {options.effective_stack, options.effective_stack};
+    root.pot = options.starting_pot;
+    for (const Card card : board) {
+        root.dead_cards |= card_bit(card);
+    }
+    root.turn = board[3];
+    root.river = board[4];
+
+    PlanNode node;
+    node.street = options.starting_street;
+    node.pot = options.starting_pot;
+    node.turn = root.turn;
+    node.river = root.river;
+    nodes.push_back(node);
+    ChildStack stack;
+    build_recursive(0, root, 0, stack);
+}
+
+std::size_t ActionPlan::memory_bytes() const {
+    return nodes.size() * sizeof(PlanNode) + edge_count_ * (sizeof(Action) + sizeof(std::uint64_t));
+}
+
+std::unique_lock<std::mutex> ActionPlan::lock_nodes() {
+    // Without tasks there is one thread and nothing to guard.
+    return parallel_depth == 0 ? std::unique_lock<std::mutex>()
+                               : std::unique_lock<std::mutex>(nodes_lock);
+}
+
+void ActionPlan::build_recursive(std::size_t node_index, const BuildContext& context,
+                                 std::size_t depth, ChildStack& stack) {
+    PlanNode node;
+    {
+        const auto lock = lock_nodes();
+        node = nodes[node_index];
+    }
+    const std::size_t first = stack.children.size();
+    expand(node, context, stack);
+    const std::size_t count = stack.children.size() - first;
+    if (count == 0) {
+        return;
+    }
+
+    std::span<Action> actions;
+    std::span<std::uint64_t> children;
+    {
+        const auto lock = lock_nodes();
+        actions = action_pool_.allocate(count);
+        children = child_pool_.allocate(count);
+        edge_count_ += count;
+        nodes[node_index].actions = actions;
+        nodes[node_index].children = children;
+    }
+    std::vector<std::future<void>> tasks;
+    std::exception_ptr failure;
+    try {
+        for (std::size_t i = 0; i < count; ++i) {
+            const PlanChild& child = stack.children[first + i];
+            std::size_t index = 0;
+            {
+                const auto lock = lock_nodes();
+                index = nodes.size();
+                nodes.push_back(child.node);
+                actions[i] = child.action;
+                children[i] = index;
+            }
+            if (child.node.kind == NodeKind::Terminal && !child.node.runout_pending) {
+                continue;
+            }
+            // The stack may move while the child's subtree is built, so its context is copied.
+            const BuildContext child_context = child.context;
+            if (depth < parallel_depth && active_workers < max_workers) {
+                ++active_workers;
+                tasks.push_back(std::async(std::launch::async, [=, this] {
+                    struct Leave {
+                        std::atomic<std::size_t>& workers;
+                        ~Leave() { --workers; }
+                    } leave{active_workers};
+                    ChildStack task_stack;
+                    build_recursive(index, child_context, depth + 1, task_stack);
+                }));
+            } else {
+                build_recursive(index, child_context, depth + 1, stack);
+            }
+        }
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    for (auto& task : tasks) {
+        try {
+            task.get();
+        } catch (...) {
+            failure = failure == nullptr ? std::current_exception() : failure;
+        }
+    }
+    if (failure != nullptr) {
+        std::rethrow_exception(failure);
+    }
+    stack.children.resize(first);
+}
+
+void ActionPlan::expand(const PlanNode& node, const BuildContext& context,
+                        ChildStack& stack) const {
+    if (node.kind == NodeKind::Decision) {
+        expand_decision(node, context, stack);
+    } else if (node.kind == NodeKind::Chance || node.runout_pending) {
+        expand_deal(node, context, stack);
+    }
+}
+
+const StreetSizing& ActionPlan::sizing(Street street) const {
+    switch (street) {
+        case Street::Flop:
+            return options.flop;
+        case Street::Turn:
+            return options.turn;
+        case Street::River:
+            return options.river;
+    }
+    throw std::logic_error("Unknown street");
+}
+
+void ActionPlan::expand_decision(const PlanNode& node, const BuildContext& context,
+                                 ChildStack& stack) const {
+    const Seat me = node.seat;
+    const std::size_t mine = index_of(me);
+    const std::size_t theirs = index_of(other(me));
+    const StreetSizing& sizes = sizing(node.street);
+
+    Decision decision{};
+    decision.to_call = context.stack[mine] - context.stack[theirs];
+    decision.size.pot_after_call = options.starting_pot + 2 * (node.matched + decision.to_call);
+    decision.size.street_bet = context.street_bet;
+    decision.size.max_raise_to = context.street_bet + context.stack[theirs];
+    decision.size.min_raise_to =
+        std::max(1, context.street_bet + std::min(decision.to_call, context.stack[theirs]));
+    decision.size.streets_left = 3 - static_cast<std::int32_t>(node.street);
+    decision.size.stack_to_pot =
+        decision.size.pot_after_call > 0
+            ? static_cast<double>(context.stack[theirs]) / decision.size.pot_after_call
+            : 0.0;
+    const SizeContext& size = decision.size;
+
+    // Leading into the player who had the betting lead; the first action of the hand counts as it.
+    const bool first_in_hand =
+        context.last_step == ActionKind::none && node.street == options.starting_street;
+    const bool into_aggressor =
+        context.last_step == ActionKind::chance && context.last_aggressor == Seat::IP;
+    const bool donk_spot =
+        me == Seat::OOP && sizes.donk_sizes.has_value() && (first_in_hand || into_aggressor);
+
+    ActionList list(decision, stack.candidates);
+    if (donk_spot || context.last_step == ActionKind::none ||
+        context.last_step == ActionKind::check || context.last_step == ActionKind::chance) {
+        list.add(ActionKind::check, 0);
+        list.add_bets(donk_spot         ? *sizes.donk_sizes
+                      : me == Seat::OOP ? sizes.oop_bets
+                                        : sizes.ip_bets);
+    } else {
+        list.add(ActionKind::fold, 0);
+        list.add(ActionKind::call, std::max(0, std::min(decision.to_call, context.stack[mine])));
+        if (!context.all_in) {
+            list.add_raises(me == Seat::OOP ? sizes.oop_raises : sizes.ip_raises,
+                            context.raises_this_street);
+        }
+    }
+    const double jam = options.jam_threshold[mine];
+    if (!context.all_in && jam > 0 && size.max_raise_to >= 1 &&
+        size.max_raise_to <= std::round(size.pot_after_call * jam)) {
+        list.add_jam();
+    }
+    list.round_to_all_in(context.pot, options.all_in_threshold);
+    list.order(stack.wagers);
+    list.merge(options.merge_threshold);
+
+    const bool river = node.street == Street::River;
+    for (const Action action : stack.candidates) {
+        PlanChild child{action, context, {}};
+        BuildContext& next = child.context;
+        next.last_step = action.kind;
+        next.last_bet_action = action.kind;
+        next.last_actor = me;
+        next.last_aggressor = Seat::OOP;
+        PlanNode& to = child.node;
+        to.kind = NodeKind::Decision;
+        to.seat = Seat::OOP;
+        to.street = node.street;
+        to.matched = node.matched;
+
+        switch (action.kind) {
+            case ActionKind::fold:
+                to.kind = NodeKind::Terminal;
+                to.seat = me;
+                break;
+            case ActionKind::check:
+                if (me == Seat::OOP) {
+                    to.seat = Seat::IP;
+                } else if (river) {
+                    to.kind = NodeKind::Terminal;
+                } else {
+                    to.kind = NodeKind::Chance;
+                    to.street = next_street(node.street);
+                }
+                break;
+            case ActionKind::call:
+                next.stack[mine] -= action.amount;
+                next.pot += action.amount;
+                next.contributed[mine] += action.amount;
+                next.street_bet = 0;
+                next.raises_this_street = 0;
+                next.last_aggressor = other(me);
+                to.matched += action.amount;
+                if (river) {
+                    to.kind = NodeKind::Terminal;
+                    break;
+                }
+                to.street = next_street(node.street);
+                if (context.all_in || next.stack[0] < 1 || next.stack[1] < 1) {
+                    next.all_in = true;
+                    to.kind = NodeKind::Terminal;
+                    to.runout_pending = true;
+                } else {
+                    to.kind = NodeKind::Chance;
+                }
+                break;
+            default: {  // bet, raise, allin
+                const std::int32_t call_part =
+                    std::max(0, std::min(std::max(0, decision.to_call), context.stack[mine]));
+                const std::int32_t chips = std::max(
+                    0, std::min(std::max(0, action.amount - context.street_bet) + call_part,
+                                context.stack[mine]));
+                next.stack[mine] -= chips;
+                next.pot += chips;
+                next.contributed[mine] += chips;
+                next.street_bet = action.amount;
+                ++next.raises_this_street;
+                next.all_in = action.kind == ActionKind::allin;
+                to.seat = other(me);
+                to.matched += std::max(0, std::min(decision.to_call, context.stack[mine]));
+                break;
+            }
+        }
+        to.pot = next.pot;
+        to.contributed = next.contributed;
+        to.last_action = next.last_bet_action;
+        to.last_actor = next.last_actor;
+        to.turn = next.turn;
+        to.river = next.river;
+        stack.children.push_back(child);
+    }
+}
+
+void ActionPlan::expand_deal(const PlanNode& node, const BuildContext& context,
+                             ChildStack& stack) const {
+    const bool dealing_turn = context.turn == NO_CARD;
+    if (!dealing_turn && context.river != NO_CARD) {
+        return;
+    }
+    const Card fixed = dealing_turn ? board[3] : board[4];
+    CardMask candidates = fixed == NO_CARD ? (CardMask{1} << card_count) - 1 : card_bit(fixed);
+    candidates &= ~context.dead_cards;
+    if (fixed == NO_CARD && cards != nullptr) {
+        const SuitIsomorphism& iso = cards->isomorphism;
+        const std::vector<Card>& skipped =
+            dealing_turn ? iso.turn_cards
+                         : iso.river_cards[static_cast<std::size_t>(suit_of(context.turn))];
+        for (const Card card : skipped) {
+            candidates &= ~card_bit(card);
+        }
+    }
+    for (Card card = 0; card < card_count; ++card) {
+        if ((candidates & card_bit(card)) == 0) {
+            continue;
+        }
+        PlanChild child{{ActionKind::chance, card}, context, {}};
+        BuildContext& next = child.context;
+        next.last_step = ActionKind::chance;
+        next.dead_cards |= card_bit(card);
+        (dealing_turn ? next.turn : next.river) = card;
+        PlanNode& to = child.node;
+        to.kind = node.kind == NodeKind::Chance ? NodeKind::Decision : NodeKind::Terminal;
+        to.runout_pending = node.runout_pending && dealing_turn;
+        to.street = dealing_turn ? Street::Turn : Street::River;
+        to.matched = node.matched;
+        to.pot = next.pot;
+        to.contributed = next.contributed;
+        to.last_action = next.last_bet_action;
+        to.last_actor = next.last_actor;
+        to.turn = next.turn;
+        to.river = next.river;
+        stack.children.push_back(child);
+    }
+}
+
+}  // namespace kestrel

@@ -1,0 +1,438 @@
+#include "engine/game/card_context.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <future>
+#include <mutex>
+#include <numeric>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+#include <thread>
+#include <unordered_map>
+
+#include "engine/poker/evaluator.h"
+
+namespace kestrel {
+namespace {
+
+using Artifacts = std::shared_ptr<const CachedArtifacts>;
+
+void validate_board(const Board& board) {
+    const std::span flop(board.data(), 3);
+    if (std::ranges::count(flop, NO_CARD) != 0) {
+        throw std::invalid_argument("Flop cards must be defined");
+    }
+    for (const Card card : flop) {
+        check_card(card);
+    }
+    if (flop[0] == flop[1] || flop[0] == flop[2] || flop[1] == flop[2]) {
+        throw std::invalid_argument("Flop cards must be unique");
+    }
+    const Card turn = board[3];
+    const Card river = board[4];
+    if (turn != NO_CARD) {
+        check_card(turn);
+        if (std::ranges::count(flop, turn) != 0) {
+            throw std::invalid_argument("Turn conflicts with flop");
+        }
+    }
+    if (river != NO_CARD) {
+        check_card(river);
+        if (std::ranges::count(flop, river) != 0 || river == turn) {
+            throw std::invalid_argument("River conflicts with existing cards");
+        }
+        if (turn == NO_CARD) {
+            throw std::invalid_argument("River cannot be dealt without a turn");
+        }
+    }
+}
+
+const Board& validated(const Board& board) {
+    validate_board(board);
+    return board;
+}
+
+CardMask mask_of(const Board& board) {
+    CardMask mask = 0;
+    for (const Card card : board) {
+        mask |= card_bit(card);
+    }
+    return mask;
+}
+
+/// FNV-1a over the bytes of an item.
+std::uint64_t hash_bytes(const void* data, std::size_t size) {
+    std::uint64_t hash = 0xcbf29ce484222325U;
+    for (const auto* byte = static_cast<const unsigned char*>(data); size > 0; ++byte, --size) {
+        hash = (hash ^ *byte) * 0x100000001b3U;
+    }
+    return hash;
+}
+
+std::uint64_t key_of(const Board& board, const std::array<Range, 2>& weights) {
+    std::uint64_t key = 0;
+    const auto fold = [&key](std::uint64_t hash) {
+        key ^= hash + (key << 6U) + (key >> 2U) + 0x9e3779b97f4a7c15U;
+    };
+    for (const Card card : board) {
+        fold(hash_bytes(&card, sizeof card));
+    }
+    for (const Range& range : weights) {
+        fold(hash_bytes(range.data(), sizeof range));
+    }
+    return key;
+}
+
+/// The tables of the contexts that are alive, by key. Holds no table itself.
+class ArtifactCache {
+  public:
+    Artifacts find(std::uint64_t key, const Board& board, const std::array<Range, 2>& weights) {
+        const std::scoped_lock lock(mutex_);
+        const auto entry = entries_.find(key);
+        if (entry == entries_.end()) {
+            return nullptr;
+        }
+        Artifacts artifacts = entry->second.lock();
+        if (artifacts == nullptr) {
+            entries_.erase(entry);
+            return nullptr;
+        }
+        return artifacts->board == board && artifacts->weights == weights ? artifacts : nullptr;
+    }
+
+    void insert(std::uint64_t key, const Artifacts& artifacts) {
+        const std::scoped_lock lock(mutex_);
+        std::erase_if(entries_, [](const auto& entry) { return entry.second.expired(); });
+        entries_[key] = artifacts;
+    }
+
+  private:
+    std::mutex mutex_;  // guards entries_; never held during a computation
+    std::unordered_map<std::uint64_t, std::weak_ptr<const CachedArtifacts>> entries_;
+};
+
+ArtifactCache& artifact_cache() {
+    static ArtifactCache cache;
+    return cache;
+}
+
+/// Runs body(begin, end) over [0, count) in one chunk of consecutive indices per worker. Rethrows
+/// the failure of the first chunk that failed, after all have ended.
+void for_each_chunk(std::size_t count, std::size_t workers,
+                    const std::function<void(std::size_t, std::size_t)>& body) {
+    const std::size_t threads = std::min(std::max<std::size_t>(count, 1), workers);
+    if (threads < 2) {
+        body(0, count);
+        return;
+    }
+    const std::size_t chunk = (count + threads - 1) / threads;
+    std::vector<std::future<void>> futures;
+    for (std::size_t begin = 0; begin < count; begin += chunk) {
+        futures.push_back(
+            std::async(std::launch::async, body, begin, std::min(begin + chunk, count)));
+    }
+    for (const auto& future : futures) {
+        future.wait();
+    }
+    for (auto& future : futures) {
+        future.get();
+    }
+}
+
+class Builder {
+  public:
+    Builder(const Board& board, const std::array<Range, 2>& weights, CardMask board_mask)
+        : board_mask_(board_mask), workers_(CardContext::worker_count()) {
+        tables_->board = board;
+        tables_->weights = weights;
+    }
+
+    Artifacts build() {
+        rebuild_private();
+        sum_combination_mass();
+        find_same_pockets();
+        list_runouts();
+        build_showdown_tables();
+        build_position_tables();
+        build_removal_weights();
+        tables_->isomorphism =
+            find_suit_isomorphism(tables_->board, tables_->weights, tables_->pockets);
+        return tables_;
+    }
+
+  private:
+    void rebuild_private() {
+        for_each_chunk(2, workers_, [this](std::size_t begin, std::size_t end) {
+            for (std::size_t seat = begin; seat < end; ++seat) {
+                for (std::size_t index = 0; index < pocket_count; ++index) {
+                    const float weight = tables_->weights[seat][index];
+                    if (!(weight > 0)) {
+                        continue;
+                    }
+                    const Pocket pocket = pocket_from_index(index);
+                    if ((pocket_mask(pocket) & board_mask_) != 0) {
+                        continue;
+                    }
+                    tables_->pockets[seat].push_back(pocket);
+                    tables_->pocket_weights[seat].push_back(weight);
+                }
+                if (tables_->pockets[seat].empty()) {
+                    throw std::invalid_argument("Player range empty after filtering board cards");
+                }
+            }
+        });
+        for (std::size_t seat = 0; seat < 2; ++seat) {
+            tables_->pockets[seat].shrink_to_fit();
+            tables_->pocket_weights[seat].shrink_to_fit();
+            auto& all = tables_->all_positions[seat];
+            all.resize(tables_->pockets[seat].size());
+            std::iota(all.begin(), all.end(), std::uint16_t{0});
+        }
+    }
+
+    void sum_combination_mass() {
+        std::vector<CardMask> ip_masks;
+        for (const Pocket pocket : tables_->pockets[1]) {
+            ip_masks.push_back(pocket_mask(pocket));
+        }
+        double mass = 0;
+        for (std::size_t i = 0; i < tables_->pockets[0].size(); ++i) {
+            const CardMask oop_mask = pocket_mask(tables_->pockets[0][i]);
+            const double oop_weight = tables_->pocket_weights[0][i];
+            for (std::size_t j = 0; j < ip_masks.size(); ++j) {
+                if ((oop_mask & ip_masks[j]) == 0) {
+                    mass += oop_weight * static_cast<double>(tables_->pocket_weights[1][j]);
+                }
+            }
+        }
+        tables_->combination_mass = mass;
+    }
+
+    void find_same_pockets() {
+        for (std::size_t seat = 0; seat < 2; ++seat) {
+            // Both lists rise by pocket number, which orders pockets by their two cards.
+            const auto& theirs = tables_->pockets[1 - seat];
+            auto& same = tables_->same_pocket[seat];
+            for (const Pocket pocket : tables_->pockets[seat]) {
+                const auto by_number = [](Pocket p) { return pocket_index(p.low, p.high); };
+                const auto found =
+                    std::ranges::lower_bound(theirs, by_number(pocket), {}, by_number);
+                same.push_back(found != theirs.end() && *found == pocket
+                                   ? static_cast<std::uint16_t>(found - theirs.begin())
+                                   : no_position);
+            }
+            same.shrink_to_fit();
+        }
+    }
+
+    /// The turn-river pairs that the board allows, lower card first.
+    void list_runouts() {
+        const CardMask flop =
+            mask_of({tables_->board[0], tables_->board[1], tables_->board[2], NO_CARD, NO_CARD});
+        const CardMask must_hold = board_mask_ & ~flop;
+        for (std::size_t index = 0; index < pocket_count; ++index) {
+            const Pocket pair = pocket_from_index(index);
+            const CardMask mask = pocket_mask(pair);
+            if ((mask & flop) == 0 && (mask & must_hold) == must_hold) {
+                runouts_.push_back(pair);
+            }
+        }
+    }
+
+    void build_showdown_tables() {
+        tables_->showdown.resize(pocket_count);
+        for_each_chunk(runouts_.size(), workers_, [this](std::size_t begin, std::size_t end) {
+            std::vector<std::uint64_t> order;
+            for (std::size_t i = begin; i < end; ++i) {
+                const Pocket pair = runouts_[i];
+                for (std::size_t seat = 0; seat < 2; ++seat) {
+                    tables_->showdown[pocket_index(pair.low, pair.high)][seat] =
+                        showdown_list(pair, tables_->pockets[seat], order);
+                }
+            }
+        });
+    }
+
+    std::vector<ShowdownEntry> showdown_list(Pocket pair, const std::vector<Pocket>& pockets,
+                                             std::vector<std::uint64_t>& order) const {
+        const Board& b = tables_->board;
+        const CardMask dead = card_bit(b[0]) | card_bit(b[1]) | card_bit(b[2]) | pocket_mask(pair);
+        const std::array<Card, 5> board{b[0], b[1], b[2], pair.low, pair.high};
+        order.clear();
+        for (std::size_t position = 0; position < pockets.size(); ++position) {
+            if ((pocket_mask(pockets[position]) & dead) == 0) {
+                const std::uint64_t strength = evaluate_hand(pockets[position], board) + 1U;
+                order.push_back(strength << 16U | position);
+            }
+        }
+        std::ranges::sort(order);
+        std::vector<ShowdownEntry> list;
+        list.reserve(order.size() + 2);
+        list.push_back({0, no_position});
+        for (const std::uint64_t key : order) {
+            list.push_back({static_cast<std::uint32_t>(key >> 16U),
+                            static_cast<std::uint16_t>(key & 0xFFFFU)});
+        }
+        list.push_back({4294967295U, no_position});
+        return list;
+    }
+
+    void build_position_tables() {
+        const auto fill = [this](PositionLists& valid, PositionLists& blocked, CardMask dealt) {
+            for (std::size_t seat = 0; seat < 2; ++seat) {
+                const auto& masks = pocket_masks_[seat];
+                std::size_t hit = 0;
+                for (const CardMask mask : masks) {
+                    hit += (mask & dealt) != 0 ? 1 : 0;
+                }
+                blocked[seat].reserve(hit);
+                valid[seat].reserve(masks.size() - hit);
+                for (std::size_t position = 0; position < masks.size(); ++position) {
+                    auto& list = (masks[position] & dealt) != 0 ? blocked[seat] : valid[seat];
+                    list.push_back(static_cast<std::uint16_t>(position));
+                }
+            }
+        };
+        for (std::size_t seat = 0; seat < 2; ++seat) {
+            for (const Pocket pocket : tables_->pockets[seat]) {
+                pocket_masks_[seat].push_back(pocket_mask(pocket));
+            }
+        }
+        tables_->valid_by_card.resize(card_count);
+        tables_->blocked_by_card.resize(card_count);
+        tables_->valid_by_pair.resize(pocket_count);
+        tables_->blocked_by_pair.resize(pocket_count);
+        for (Card card = 0; card < card_count; ++card) {
+            const Card turn = tables_->board[3];
+            if (turn != NO_CARD ? card == turn : (board_mask_ & card_bit(card)) == 0) {
+                fill(tables_->valid_by_card[card], tables_->blocked_by_card[card], card_bit(card));
+            }
+        }
+        for (const Pocket pair : runouts_) {
+            const std::size_t index = pocket_index(pair.low, pair.high);
+            fill(tables_->valid_by_pair[index], tables_->blocked_by_pair[index], pocket_mask(pair));
+        }
+    }
+
+    void build_removal_weights() {
+        for (std::size_t seat = 0; seat < 2; ++seat) {
+            const std::size_t opponent = 1 - seat;
+            const auto& their_weights = tables_->pocket_weights[opponent];
+            double total = 0;
+            std::array<double, card_count> card_mass{};
+            for (std::size_t j = 0; j < their_weights.size(); ++j) {
+                const double weight = their_weights[j];
+                total += weight;
+                card_mass[tables_->pockets[opponent][j].low] += weight;
+                card_mass[tables_->pockets[opponent][j].high] += weight;
+            }
+            for (std::size_t i = 0; i < tables_->pockets[seat].size(); ++i) {
+                const Pocket pocket = tables_->pockets[seat][i];
+                const std::uint16_t twin = tables_->same_pocket[seat][i];
+                // The identical pocket was taken off once for each of its cards.
+                const double same = twin == no_position ? 0.0 : their_weights[twin];
+                const double free = total - card_mass[pocket.low] - card_mass[pocket.high] + same;
+                const double weight = tables_->pocket_weights[seat][i];
+                tables_->removal_weights[seat].push_back(
+                    free > 0 ? static_cast<float>(weight * free) : 0.0F);
+            }
+            tables_->removal_weights[seat].shrink_to_fit();
+        }
+    }
+
+    CardMask board_mask_;
+    std::size_t workers_;
+    std::shared_ptr<CachedArtifacts> tables_ = std::make_shared<CachedArtifacts>();
+    std::vector<Pocket> runouts_;
+    std::array<std::vector<CardMask>, 2> pocket_masks_;
+};
+
+Artifacts find_or_build(std::uint64_t key, const Board& board, const std::array<Range, 2>& weights,
+                        CardMask board_mask) {
+    if (Artifacts found = artifact_cache().find(key, board, weights)) {
+        return found;
+    }
+    Artifacts built = Builder(board, weights, board_mask).build();
+    artifact_cache().insert(key, built);
+    return built;
+}
+
+template <class T>
+std::size_t bytes_of(const std::vector<T>& list) {
+    return list.capacity() * sizeof(T);
+}
+
+template <class T, std::size_t n>
+std::size_t bytes_of(const std::array<T, n>& lists) {
+    std::size_t bytes = 0;
+    for (const T& list : lists) {
+        bytes += bytes_of(list);
+    }
+    return bytes;
+}
+
+/// A list of records that hold lists themselves.
+template <class T>
+std::size_t nested_bytes_of(const std::vector<T>& records) {
+    std::size_t bytes = bytes_of(records);
+    for (const T& record : records) {
+        bytes += bytes_of(record);
+    }
+    return bytes;
+}
+
+}  // namespace
+
+CardContext::CardContext(const Board& board_cards, const std::array<Range, 2>& range_weights)
+    : board(validated(board_cards)),
+      weights(range_weights),
+      board_mask(mask_of(board)),
+      cache_key(key_of(board, weights)),
+      artifacts_(find_or_build(cache_key, board, weights, board_mask)),
+      pockets(artifacts_->pockets),
+      pocket_weights(artifacts_->pocket_weights),
+      removal_weights(artifacts_->removal_weights),
+      isomorphism(artifacts_->isomorphism),
+      showdown(artifacts_->showdown),
+      same_pocket(artifacts_->same_pocket),
+      all_positions(artifacts_->all_positions),
+      valid_by_card(artifacts_->valid_by_card),
+      valid_by_pair(artifacts_->valid_by_pair),
+      blocked_by_card(artifacts_->blocked_by_card),
+      blocked_by_pair(artifacts_->blocked_by_pair),
+      combination_mass(artifacts_->combination_mass) {}
+
+const ShowdownTable& CardContext::showdown_table(Card card_a, Card card_b) const {
+    static const ShowdownTable empty;
+    if (card_a >= card_count || card_b >= card_count || card_a == card_b) {
+        return empty;
+    }
+    return showdown[pocket_index(card_a, card_b)];
+}
+
+std::size_t CardContext::memory_bytes() const {
+    const SuitIsomorphism& iso = isomorphism;
+    return bytes_of(pockets) + bytes_of(pocket_weights) + bytes_of(removal_weights) +
+           bytes_of(same_pocket) + bytes_of(all_positions) + nested_bytes_of(showdown) +
+           nested_bytes_of(valid_by_card) + nested_bytes_of(valid_by_pair) +
+           nested_bytes_of(blocked_by_card) + nested_bytes_of(blocked_by_pair) +
+           bytes_of(iso.turn_refs) + bytes_of(iso.turn_cards) + bytes_of(iso.turn_swaps) +
+           bytes_of(iso.river_refs) + bytes_of(iso.river_cards) + bytes_of(iso.river_swaps);
+}
+
+std::size_t CardContext::worker_count() {
+    if (const char* text = std::getenv("KESTREL_CARDCTX_MAX_WORKERS")) {
+        errno = 0;
+        const long value = std::strtol(text, nullptr, 10);
+        if (errno == 0 && value > 0) {
+            return static_cast<std::size_t>(value);
+        }
+    }
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+
+}  // namespace kestrel
