@@ -1,0 +1,481 @@
+#include "engine/solver/batched_walk.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstring>
+
+#include "engine/solver/aligned_buffer.h"
+#include "engine/solver/chance.h"
+#include "engine/solver/kernels.h"
+#include "engine/solver/lane_terminals.h"
+#include "engine/solver/node_passes.h"
+#include "engine/solver/simd.h"
+#include "engine/solver/terminal.h"
+
+namespace kestrel {
+namespace {
+
+/// Rows of a walk from large blocks; all given back at once.
+class RowArena {
+  public:
+    /// Uninitialised, on a cache-line boundary; stays in place until `clear`.
+    float* take(std::size_t floats) {
+        constexpr std::size_t line = 16;
+        floats = (floats + line - 1) / line * line;
+        used_ += floats;
+        while (block_ < blocks_.size() && blocks_[block_].size - offset_ < floats) {
+            ++block_;
+            offset_ = 0;
+        }
+        if (block_ == blocks_.size()) {
+            const std::size_t size = std::max(floats, smallest_block);
+            blocks_.push_back({AlignedBuffer<float>(size), size});
+        }
+        float* const result = blocks_[block_].floats.data() + offset_;
+        offset_ += floats;
+        return result;
+    }
+
+    void clear() {
+        block_ = 0;
+        offset_ = 0;
+        used_ = 0;
+    }
+
+    std::size_t used() const { return used_; }
+
+  private:
+    static constexpr std::size_t smallest_block = 65536;
+
+    struct Block {
+        AlignedBuffer<float> floats;
+        std::size_t size;
+    };
+    std::vector<Block> blocks_;
+    std::size_t block_ = 0;
+    std::size_t offset_ = 0;
+    std::size_t used_ = 0;
+};
+
+/// A node with the row that comes down to it and the row that goes up from it.
+struct Visit {
+    std::size_t node;
+    const float* reach;
+    float* value;
+};
+
+/// A decision on its way up: `values` holds one row for each action.
+struct Decision {
+    std::size_t node;
+    bool own;
+    const float* values;
+    float* value;
+};
+
+/// The lines of one street on one board.
+struct StreetWork {
+    RowArena rows;
+    std::vector<Decision> decisions;  // parents before children
+    std::vector<LaneTerminal> folds;
+    std::vector<LaneTerminal> showdowns;
+    std::vector<LaneTerminal> all_ins;
+    std::size_t all_in_node = 0;  // one of them
+    std::vector<Visit> chances;   // `reach` scaled by the chance factor
+    std::vector<Visit> dealt;     // the next street's roots behind one card
+
+    void clear() {
+        rows.clear();
+        decisions.clear();
+        folds.clear();
+        showdowns.clear();
+        all_ins.clear();
+        chances.clear();
+    }
+};
+
+void add_row(float* to, const float* row, std::size_t floats) {
+    for (std::size_t i = 0; i < floats; ++i) {
+        to[i] += row[i];
+    }
+}
+
+}  // namespace
+
+/// The buffers of one thread.
+class BatchedWalks::Workspace {
+  public:
+    Workspace(const Game& game, const ShowdownOrders& orders) : lanes(game, orders) {}
+
+    std::array<StreetWork, 3> streets;
+    LaneTerminals lanes;
+    ScratchFrame frame;
+};
+
+/// A workspace for the time of a scope.
+class BatchedWalks::Lease {
+  public:
+    Lease(BatchedWalks& walks, const Game& game) : walks_(walks) {
+        {
+            const std::scoped_lock lock(walks.mutex_);
+            if (!walks.idle_.empty()) {
+                workspace_ = std::move(walks.idle_.back());
+                walks.idle_.pop_back();
+            }
+        }
+        if (workspace_ == nullptr) {
+            workspace_ = std::make_unique<Workspace>(game, walks.orders_);
+        }
+    }
+    ~Lease() {
+        const std::scoped_lock lock(walks_.mutex_);
+        walks_.idle_.push_back(std::move(workspace_));
+    }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+
+    Workspace& operator*() const { return *workspace_; }
+
+  private:
+    BatchedWalks& walks_;
+    std::unique_ptr<Workspace> workspace_;
+};
+
+class BatchedWalks::Walk {
+  public:
+    Walk(BatchedWalks& walks, WalkRule rule, const Game& game, StateTable& states,
+         const Discounts& discounts, Seat seat, WorkerPool* pool, std::size_t threads)
+        : walks_(walks),
+          rule_(rule),
+          game_(game),
+          states_(states),
+          discounts_(discounts),
+          seat_(seat),
+          pool_(pool),
+          threads_(threads),
+          own_hands_(game.cards.pockets[index_of(seat)].size()),
+          their_hands_(game.cards.pockets[index_of(other(seat))].size()),
+          own_row_(padded_row(own_hands_)),
+          their_row_(padded_row(their_hands_)) {}
+
+    void run(std::span<const float> reach, std::span<float> out) {
+        const Lease lease(walks_, game_);
+        RowArena rows;
+        float* const root_reach = rows.take(their_row_);
+        float* const root_value = rows.take(own_row_);
+        std::fill_n(root_reach, their_row_, 0.0F);
+        std::ranges::copy(reach, root_reach);
+        const Visit root{0, root_reach, root_value};
+        solve_street(*lease, 0, {&root, 1}, true);
+        std::copy_n(root_value, out.size(), out.begin());
+    }
+
+  private:
+    /// Rows of one batch, in floats: what stays in a core's second-level cache beside the states.
+    static constexpr std::size_t batch_floats = 96 * 1024;
+
+    /// Values of roots that share a board, in batches of as many as fit the caches.
+    void solve_street(Workspace& space, std::size_t depth, std::span<const Visit> roots,
+                      bool may_fan_out) {
+        StreetWork& work = space.streets[depth];
+        for (std::size_t i = 0; i < roots.size();) {
+            work.clear();
+            do {
+                descend(space, work, roots[i]);
+                ++i;
+            } while (i < roots.size() && work.rows.used() < batch_floats);
+            evaluate_terminals(space, work, game_.nodes[roots[0].node]);
+            if (!work.chances.empty()) {
+                deal(space, depth, may_fan_out);
+            }
+            for (std::size_t k = work.decisions.size(); k-- > 0;) {
+                finish(space, work.decisions[k]);
+            }
+        }
+    }
+
+    void descend(Workspace& space, StreetWork& work, const Visit& visit) {
+        const GameNode& node = game_.nodes[visit.node];
+        if (node.kind == NodeKind::Terminal) {
+            add_terminal(work, visit, node);
+            return;
+        }
+        if (node.actions.empty()) {
+            std::fill_n(visit.value, own_row_, 0.0F);
+            return;
+        }
+        if (node.kind == NodeKind::Chance) {
+            work.chances.push_back(visit);
+            return;
+        }
+        const std::size_t actions = node.actions.size();
+        const bool own = node.seat == seat_;
+        if (!own && actions == 1) {
+            descend(space, work, {node.children[0], visit.reach, visit.value});
+            return;
+        }
+        const float* reach = visit.reach;
+        std::size_t reach_step = 0;
+        if (!own) {
+            reach = next_reach(space, work, visit);
+            reach_step = their_row_;
+        }
+        float* const values = work.rows.take(actions * own_row_);
+        work.decisions.push_back({visit.node, own, values, visit.value});
+        for (std::size_t a = 0; a < actions; ++a) {
+            descend(space, work, {node.children[a], reach + a * reach_step, values + a * own_row_});
+        }
+    }
+
+    void add_terminal(StreetWork& work, const Visit& visit, const GameNode& node) {
+        if (node.last_action == ActionKind::fold) {
+            const double payoff = fold_payoff(game_, node, seat_);
+            work.folds.push_back({visit.reach, visit.value, false, {payoff, 0.0, 0.0}});
+        } else if (node.turn == NO_CARD || node.river == NO_CARD) {
+            const ShowdownRule rule = runout_rule(game_, node);
+            work.all_ins.push_back({visit.reach, visit.value, rule.raked, rule.payoffs});
+            work.all_in_node = visit.node;
+        } else {
+            const ShowdownRule rule = showdown_rule(game_, node);
+            work.showdowns.push_back({visit.reach, visit.value, rule.raked, rule.payoffs});
+        }
+    }
+
+    /// Whether the fused passes take the node; the plain form takes all.
+    bool fuses(std::size_t node, const NodeState& state) const {
+        return !state.packed && state.num_actions <= most_fused_actions &&
+               (rule_ == WalkRule::average || game_.node_lock(node).empty());
+    }
+
+    const float* next_reach(Workspace& space, StreetWork& work, const Visit& visit) {
+        const NodeState& state = states_[visit.node];
+        const std::size_t actions = state.num_actions;
+        float* const rows = work.rows.take(actions * their_row_);
+        if (fuses(visit.node, state)) {
+            // A seat's rows of a street stand in the order of this way down.
+            const float* const row =
+                rule_ == WalkRule::iterate ? state.regrets().data() : state.strategy_sum().data();
+            const float* const ahead = row + state.size();
+            if (rule_ == WalkRule::iterate) {
+                current_reach(rows, row, visit.reach, actions, their_hands_, ahead);
+            } else {
+                average_reach(rows, row, visit.reach, actions, their_hands_, ahead);
+            }
+            return rows;
+        }
+        const std::span reach(visit.reach, their_hands_);
+        if (rule_ == WalkRule::iterate) {
+            current_reach_rows(game_, visit.node, state, reach, space.frame);
+        } else {
+            average_reach_rows(state, reach, space.frame);
+        }
+        for (std::size_t a = 0; a < actions; ++a) {
+            std::copy_n(space.frame.next_reach.data() + a * their_hands_, their_hands_,
+                        rows + a * their_row_);
+        }
+        return rows;
+    }
+
+    void finish(Workspace& space, const Decision& decision) {
+        NodeState& state = states_[decision.node];
+        const std::size_t actions = state.num_actions;
+        if (!decision.own) {
+            sum_padded_rows(decision.value, decision.values, actions, own_hands_);
+            return;
+        }
+        if (rule_ == WalkRule::best && game_.node_lock(decision.node).empty()) {
+            largest_value(decision.value, decision.values, actions, own_hands_);
+            return;
+        }
+        if (fuses(decision.node, state)) {
+            if (rule_ == WalkRule::iterate) {
+                update_own_node(state.regrets().data(), state.strategy_sum().data(),
+                                decision.values, decision.value, actions, own_hands_,
+                                discounts_.alpha, discounts_.beta, discounts_.gamma,
+                                state.regrets().data() - state.size(),
+                                state.strategy_sum().data() - state.size());
+            } else {
+                average_value(decision.value, state.strategy_sum().data(), decision.values, actions,
+                              own_hands_);
+            }
+            return;
+        }
+        ScratchFrame& frame = space.frame;
+        frame.action_values.resize(state.size());
+        for (std::size_t a = 0; a < actions; ++a) {
+            std::copy_n(decision.values + a * own_row_, own_hands_,
+                        frame.action_values.data() + a * own_hands_);
+        }
+        const std::span out(decision.value, own_hands_);
+        if (rule_ == WalkRule::iterate) {
+            update_decision(game_, decision.node, state, discounts_, frame, out);
+        } else if (rule_ == WalkRule::average) {
+            average_decision_value(state, frame, out);
+        } else {
+            best_decision_value(game_.node_lock(decision.node), actions, frame, out);
+        }
+    }
+
+    void evaluate_terminals(Workspace& space, StreetWork& work, const GameNode& root) {
+        if (!work.folds.empty()) {
+            space.lanes.folds(seat_, root.turn, root.river, work.folds);
+        }
+        if (!work.showdowns.empty()) {
+            space.lanes.showdowns(seat_, root.turn, root.river, work.showdowns);
+        }
+        if (!work.all_ins.empty()) {
+            const GameNode& node = game_.nodes[work.all_in_node];
+            space.lanes.all_ins(seat_, runouts_of(game_, node), runout_divisor(game_, node),
+                                work.all_ins);
+        }
+    }
+
+    /// Deals each card of the next street to all lines that wait for it.
+    void deal(Workspace& space, std::size_t depth, bool may_fan_out) {
+        StreetWork& work = space.streets[depth];
+        const std::size_t lines = work.chances.size();
+        const GameNode& first = game_.nodes[work.chances[0].node];
+        const std::size_t cards = first.children.size();
+        const float factor = chance_factor(first);
+        for (Visit& chance : work.chances) {
+            float* const scaled = work.rows.take(their_row_);
+            scale_row(scaled, chance.reach, factor == 0.0F ? 1.0F : 1.0F / factor, their_row_);
+            chance.reach = scaled;
+            std::fill_n(chance.value, own_row_, 0.0F);
+        }
+
+        // A card's rows are added up as soon as they are there, in the order of the cards; those
+        // that stand for other cards as well are kept. Cards on different threads keep all rows.
+        const bool fan_out = may_fan_out && worth_fanning_out(cards);
+        const std::vector<std::uint8_t>& references = game_.references(first);
+        std::array<float*, card_count> kept{};
+        if (fan_out) {
+            for (std::size_t card = 0; card < cards; ++card) {
+                kept[card] = work.rows.take(lines * own_row_);
+            }
+        } else {
+            for (const std::uint8_t card : references) {
+                if (card < cards && kept[card] == nullptr) {
+                    kept[card] = work.rows.take(lines * own_row_);
+                }
+            }
+        }
+        float* const passing = work.rows.take(lines * own_row_);
+        const auto solve_card = [&](Workspace& at, std::size_t card, bool nested) {
+            float* const values = kept[card] != nullptr ? kept[card] : passing;
+            std::vector<Visit>& dealt = at.streets[depth].dealt;
+            dealt.clear();
+            for (std::size_t line = 0; line < lines; ++line) {
+                const Visit& chance = work.chances[line];
+                dealt.push_back({game_.nodes[chance.node].children[card], chance.reach,
+                                 values + line * own_row_});
+            }
+            solve_street(at, depth + 1, dealt, nested);
+            return values;
+        };
+        const auto add_card = [&](const float* values) {
+            for (std::size_t line = 0; line < lines; ++line) {
+                add_row(work.chances[line].value, values + line * own_row_, own_row_);
+            }
+        };
+        if (fan_out) {
+            // Threads take the next card as they come free: the rows are where the card says, so
+            // who does it shows nowhere.
+            std::atomic<std::size_t> next{0};
+            parallel_for(pool_, threads_, std::min(threads_, cards),
+                         [&](std::size_t begin, std::size_t end) {
+                             for (; begin < end; ++begin) {
+                                 const Lease lease(walks_, game_);
+                                 for (std::size_t card = next++; card < cards; card = next++) {
+                                     solve_card(*lease, card, false);
+                                 }
+                             }
+                         });
+            for (std::size_t card = 0; card < cards; ++card) {
+                add_card(kept[card]);
+            }
+        } else {
+            for (std::size_t card = 0; card < cards; ++card) {
+                add_card(solve_card(space, card, may_fan_out));
+            }
+        }
+        add_references(work, references, kept, first, passing);
+    }
+
+    void add_references(StreetWork& work, const std::vector<std::uint8_t>& references,
+                        const std::array<float*, card_count>& kept, const GameNode& first,
+                        float* swapped) {
+        for (std::size_t k = 0; k < references.size(); ++k) {
+            if (references[k] >= first.children.size()) {
+                continue;
+            }
+            const auto& swaps = game_.swap_list(first, k)[index_of(seat_)];
+            for (std::size_t line = 0; line < work.chances.size(); ++line) {
+                const float* row = kept[references[k]] + line * own_row_;
+                if (!swaps.empty()) {
+                    std::copy_n(row, own_row_, swapped);
+                    for (const auto& [x, y] : swaps) {
+                        std::swap(swapped[x], swapped[y]);
+                    }
+                    row = swapped;
+                }
+                add_row(work.chances[line].value, row, own_row_);
+            }
+        }
+    }
+
+    bool worth_fanning_out(std::size_t cards) const {
+        constexpr std::size_t fewest_cards = 6;
+        constexpr std::size_t fewest_hands = 64;
+        constexpr std::size_t fewest_values = 1536;
+        return pool_ != nullptr && threads_ >= 2 && cards >= fewest_cards &&
+               own_hands_ >= fewest_hands && cards * own_hands_ >= fewest_values;
+    }
+
+    BatchedWalks& walks_;
+    const WalkRule rule_;
+    const Game& game_;
+    StateTable& states_;
+    const Discounts discounts_;
+    const Seat seat_;
+    WorkerPool* const pool_;
+    const std::size_t threads_;
+    const std::size_t own_hands_;
+    const std::size_t their_hands_;
+    const std::size_t own_row_;    // floats of a padded row of this seat
+    const std::size_t their_row_;  // and of the other
+};
+
+BatchedWalks::BatchedWalks() = default;
+BatchedWalks::~BatchedWalks() = default;
+
+bool BatchedWalks::prepare(const Game& game, const StateTable& states, WorkerPool* pool,
+                           std::size_t threads) {
+    idle_.clear();
+    if (game.nodes.empty() || game.nodes[0].kind != NodeKind::Decision) {
+        return false;
+    }
+    // Behind one turn card, and before it, all chance nodes deal alike.
+    std::array<const GameNode*, card_count + 1> dealer{};
+    for (std::size_t i = 0; i < game.nodes.size(); ++i) {
+        const GameNode& node = game.nodes[i];
+        if (node.kind != NodeKind::Chance) {
+            continue;
+        }
+        const GameNode*& known = dealer[node.turn == NO_CARD ? card_count : std::size_t{node.turn}];
+        known = known == nullptr ? &node : known;
+        if (!states.children_distinct(i) || !std::ranges::equal(known->actions, node.actions)) {
+            return false;
+        }
+    }
+    orders_.build(game.cards, pool, threads);
+    return true;
+}
+
+void BatchedWalks::run(WalkRule rule, const Game& game, StateTable& states,
+                       const Discounts& discounts, Seat seat, std::span<const float> reach,
+                       std::span<float> out, WorkerPool* pool, std::size_t threads) {
+    Walk(*this, rule, game, states, discounts, seat, pool, threads).run(reach, out);
+}
+
+}  // namespace kestrel

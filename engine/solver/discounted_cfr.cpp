@@ -1,0 +1,190 @@
+#include "engine/solver/discounted_cfr.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <utility>
+
+#include "engine/solver/best_response.h"
+#include "engine/solver/node_rules.h"
+
+namespace kestrel {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Whole microseconds since `start`, in milliseconds.
+double milliseconds_since(Clock::time_point start) {
+    const auto elapsed =
+        std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
+    return static_cast<double>(elapsed.count()) / 1000.0;
+}
+
+}  // namespace
+
+DiscountedCfr::DiscountedCfr(CfrOptions cfr_options)
+    : options(std::move(cfr_options)), threads_(std::max<std::size_t>(options.threads, 1)) {
+    if (threads_ > 1) {
+        pool_ = std::make_unique<WorkerPool>(threads_ - 1);
+    }
+}
+
+void DiscountedCfr::run(const Game& game) {
+    exploitability = 0;
+    iterations_completed = 0;
+    prepare_states(game);
+
+    const auto run_start = Clock::now();
+    for (std::uint32_t i = 0; i < options.max_iterations; ++i) {
+        if (options.should_stop && options.should_stop()) {
+            break;
+        }
+        const std::uint32_t iteration = i + 1;
+        const auto iteration_start = Clock::now();
+        iterations_completed = iteration;
+        solve_iteration(game, i);
+
+        const std::uint32_t interval = options.exploitability_interval;
+        const bool on_interval = interval != 0 && iteration % interval == 0;
+        const bool measured = on_interval || iteration == options.max_iterations;
+        if (measured) {
+            exploitability = measure_exploitability(game);
+        }
+        const double iteration_ms = milliseconds_since(iteration_start);
+        if (options.progress) {
+            options.progress(iteration, exploitability, iteration_ms);
+        }
+        if (options.verbose && (iteration % 50 == 0 || iteration == options.max_iterations)) {
+            std::cout << "[CFR] iteration " << iteration << " / " << options.max_iterations
+                      << "  exploitability≈" << exploitability << "  iter≈" << iteration_ms
+                      << "ms\n";
+        }
+        if (interval != 0 && measured && options.target_exploitability >= exploitability) {
+            break;
+        }
+    }
+    if (options.verbose) {
+        const auto elapsed =
+            std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - run_start);
+        std::cout << "[CFR] completed " << iterations_completed << " iterations in "
+                  << elapsed.count() << "ms  exploitability≈" << exploitability << "\n";
+    }
+}
+
+void DiscountedCfr::prepare_states(const Game& game) {
+    states.prepare(game, options.compress, pool_.get(), threads_);
+    batches_ = !options.plain_walk && batched_.prepare(game, states, pool_.get(), threads_);
+}
+
+void DiscountedCfr::solve_iteration(const Game& game, std::uint32_t t) {
+    const Discounts discounts = discounts_of(t);
+    for (const Seat seat : {Seat::OOP, Seat::IP}) {
+        const std::size_t s = index_of(seat);
+        root_values[s].assign(game.cards.pockets[s].size(), 0.0F);
+        const std::span<const float> reach = game.cards.pocket_weights[1 - s];
+        if (batches_) {
+            batched_.run(WalkRule::iterate, game, states, discounts, seat, reach, root_values[s],
+                         pool_.get(), threads_);
+            continue;
+        }
+        const Traversal walk(game, states, discounts, seat, pool_.get(), threads_);
+        walk.solve_recursive(0, reach, root_values[s], 0, scratch_[s]);
+    }
+}
+
+std::array<float, 2> DiscountedCfr::mes_ev(const Game& game) {
+    return measure(game, Measure::best_response);
+}
+
+std::array<float, 2> DiscountedCfr::current_ev(const Game& game) {
+    return measure(game, Measure::current);
+}
+
+std::array<float, 2> DiscountedCfr::measure(const Game& game, Measure what) {
+    std::array<float, 2> result{};
+    ScratchStack scratch;
+    for (const Seat seat : {Seat::OOP, Seat::IP}) {
+        const std::size_t s = index_of(seat);
+        const std::vector<float>& weights = game.cards.pocket_weights[s];
+        std::vector<float>& row = measure_values[s];
+        row.assign(weights.size(), 0.0F);
+        const MeasuringWalk walk(game, states, seat, pool_.get(), threads_);
+        const std::span<const float> reach = game.cards.pocket_weights[1 - s];
+        if (batches_) {
+            batched_.run(what == Measure::best_response ? WalkRule::best : WalkRule::average, game,
+                         states, {}, seat, reach, row, pool_.get(), threads_);
+        } else if (what == Measure::best_response) {
+            walk.compute_best_cfvalue_recursive(0, reach, row, 0, scratch);
+        } else {
+            walk.compute_cfvalue_recursive(0, reach, row, 0, scratch);
+        }
+        double value = 0.0;
+        for (std::size_t h = 0; h < row.size(); ++h) {
+            value += static_cast<double>(weights[h]) * static_cast<double>(row[h]);
+        }
+        result[s] = static_cast<float>(value);
+    }
+    return result;
+}
+
+float DiscountedCfr::measure_exploitability(const Game& game) {
+    const std::array<float, 2> best = mes_ev(game);
+    if (!(game.options.rake_fraction > 0)) {
+        // Zero-sum: the current values cancel.
+        return static_cast<float>((static_cast<double>(best[1]) + static_cast<double>(best[0])) *
+                                  0.5);
+    }
+    const std::array<float, 2> current = current_ev(game);
+    const float oop_gain = best[0] - current[0];
+    const float ip_gain = best[1] - current[1];
+    return static_cast<float>((static_cast<double>(ip_gain) + static_cast<double>(oop_gain)) * 0.5);
+}
+
+std::vector<float> DiscountedCfr::average_strategy(std::size_t node) const {
+    if (node >= states.size() || !states[node].active) {
+        return {};
+    }
+    const NodeState& state = states[node];
+    std::vector<float> strategy(state.size());
+    std::vector<float> denominator(state.num_hands);
+    std::vector<float> buffer;
+    if (!strategy.empty()) {
+        average_strategy_of(state, buffer, strategy, denominator);
+    }
+    return strategy;
+}
+
+std::vector<float> DiscountedCfr::action_frequencies(std::size_t node) const {
+    const std::vector<float> strategy = average_strategy(node);
+    if (strategy.empty()) {
+        return {};
+    }
+    const std::size_t hands = states[node].num_hands;
+    std::vector<float> result;
+    for (std::size_t a = 0; a < states[node].num_actions; ++a) {
+        double sum = 0.0;
+        for (std::size_t h = 0; h < hands; ++h) {
+            sum += static_cast<double>(strategy[a * hands + h]);
+        }
+        result.push_back(static_cast<float>(sum / static_cast<double>(hands)));
+    }
+    return result;
+}
+
+std::vector<float> DiscountedCfr::node_values(const Game& game, std::size_t node, Seat seat) const {
+    return node_values(game, node, seat, game.cards.pocket_weights[index_of(other(seat))]);
+}
+
+std::vector<float> DiscountedCfr::node_values(const Game& game, std::size_t node, Seat seat,
+                                              std::span<const float> reach) const {
+    std::vector<float> out(game.cards.pockets[index_of(seat)].size(), 0.0F);
+    if (node >= game.nodes.size() || node >= states.size()) {
+        return {};
+    }
+    ScratchStack scratch;
+    MeasuringWalk(game, states, seat, pool_.get(), threads_)
+        .compute_cfvalue_recursive(node, reach, out, 0, scratch);
+    return out;
+}
+
+}  // namespace kestrel

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "engine/game/game.h"
+#include "engine/solver/aligned_buffer.h"
+
+namespace kestrel {
+
+class WorkerPool;
+
+/// What the solver remembers at one decision node: a regret and a strategy sum for each action and
+/// hand, action-major, A x H with H the pockets of the acting seat on every board. Each of the two
+/// rows is either f32, or 16-bit whole numbers with one scale per row. A row lives in the table's
+/// arena. During an iteration a node is touched by one thread at a time.
+struct NodeState {
+    Seat seat = Seat::OOP;
+    bool active = false;  ///< a decision node with at least one action
+    bool packed = false;
+    std::uint16_t num_actions = 0;
+    std::uint16_t num_hands = 0;
+    float regrets_scale = 1.0F;  ///< the largest absolute value of the row when it was packed
+    float strategy_sum_scale = 1.0F;
+
+    std::size_t size() const { return std::size_t{num_actions} * num_hands; }
+
+    /// The f32 rows; empty while the state is packed.
+    std::span<float> regrets() const { return packed ? std::span<float>() : row<float>(0); }
+    std::span<float> strategy_sum() const { return packed ? std::span<float>() : row<float>(1); }
+
+    /// The 16-bit rows; empty while the state is not packed.
+    std::span<std::int16_t> regrets_packed() const {
+        return packed ? row<std::int16_t>(0) : std::span<std::int16_t>();
+    }
+    std::span<std::int16_t> strategy_sum_packed() const {
+        return packed ? row<std::int16_t>(1) : std::span<std::int16_t>();
+    }
+
+  private:
+    friend class StateTable;
+
+    template <class T>
+    std::span<T> row(std::size_t which) const {
+        return {static_cast<T*>(rows_[which]), active ? size() : 0};
+    }
+
+    std::array<void*, 2> rows_{};  // regrets, strategy sums
+};
+
+/// The states of all nodes of a game, by node index.
+class StateTable {
+  public:
+    /// Makes one state for each node, all rows zero, in parallel over the node indices. With
+    /// `compress` the rows are 16-bit from the start.
+    void prepare(const Game& game, bool compress, WorkerPool* pool, std::size_t threads);
+
+    std::size_t size() const { return states_.size(); }
+    const NodeState& operator[](std::size_t node) const { return states_[node]; }
+    NodeState& operator[](std::size_t node) { return states_[node]; }
+
+    /// False for a chance node whose child list holds the same node more than once.
+    bool children_distinct(std::size_t node) const { return children_distinct_[node] != 0; }
+
+  private:
+    std::vector<NodeState> states_;
+    std::vector<std::uint8_t> children_distinct_;
+    AlignedBuffer<std::byte> arena_;
+};
+
+/// Packs a row to 16-bit block floating point: each value over the largest absolute value, times
+/// 32767, to the nearest whole number. A row with no value above 1e-9 becomes zeros with scale 1.
+/// Returns the scale. `packed` has the length of `row`.
+float pack_row(std::span<const float> row, std::span<std::int16_t> packed);
+
+/// The inverse, up to half a step of scale / 32767. Zeros when the scale is not above 0.
+void unpack_row(std::span<const std::int16_t> packed, float scale, std::span<float> row);
+
+/// The f32 row itself or, for a packed state, its values unpacked into `buffer`, which must live
+/// as long as the result is used.
+std::span<float> get_regrets(const NodeState& state, std::vector<float>& buffer);
+std::span<float> get_strategy_sum(const NodeState& state, std::vector<float>& buffer);
+
+}  // namespace kestrel
