@@ -29,17 +29,15 @@ struct ActionPlan::BuildContext {
     Card river = NO_CARD;
 };
 
+/// A child before it enters the list.
 struct ActionPlan::PlanChild {
-    Action action;
     BuildContext context;
     PlanNode node;
 };
 
-/// The children that wait to be built along the current path, and the buffers of the expansion.
-/// One for each thread that builds, so that no node allocates.
-struct ActionPlan::ChildStack {
-    std::vector<PlanChild> children;
-    std::vector<Action> candidates;
+/// The buffers of an expansion: one for each thread that builds, so that no node allocates.
+struct ActionPlan::Candidates {
+    std::vector<Action> actions;
     std::vector<Action> wagers;
 };
 
@@ -74,20 +72,11 @@ bool is_wager(ActionKind kind) {
     return kind == ActionKind::bet || kind == ActionKind::raise || kind == ActionKind::allin;
 }
 
-/// The numbers of one decision.
-struct Decision {
-    std::int32_t to_call;
-    SizeContext size;
-    bool jam_offered;  // the jam rule applies to this stack and pot
-};
-
 /// Step by step from the sizing text's tokens to the legal actions of a decision.
 class ActionList {
   public:
-    ActionList(const Decision& decision, std::vector<Action>& list)
-        : size_(decision.size), list_(list) {
-        list_.clear();
-    }
+    /// Appends to `list`, which is empty; both must outlive the object.
+    ActionList(const SizeContext& size, std::vector<Action>& list) : size_(size), list_(list) {}
 
     void add(ActionKind kind, std::int32_t amount) { list_.push_back({kind, amount}); }
 
@@ -212,8 +201,8 @@ ActionPlan::ActionPlan(PlanOptions plan_options, const CardContext* card_context
     node.turn = root.turn;
     node.river = root.river;
     nodes.push_back(node);
-    ChildStack stack;
-    build_recursive(0, root, 0, stack);
+    Candidates candidates;
+    build_recursive(0, root, 0, candidates);
 }
 
 std::size_t ActionPlan::memory_bytes() const {
@@ -227,15 +216,14 @@ std::unique_lock<std::mutex> ActionPlan::lock_nodes() {
 }
 
 void ActionPlan::build_recursive(std::size_t node_index, const BuildContext& context,
-                                 std::size_t depth, ChildStack& stack) {
+                                 std::size_t depth, Candidates& candidates) {
     PlanNode node;
     {
         const auto lock = lock_nodes();
         node = nodes[node_index];
     }
-    const std::size_t first = stack.children.size();
-    expand(node, context, stack);
-    const std::size_t count = stack.children.size() - first;
+    list_actions(node, context, candidates);
+    const std::size_t count = candidates.actions.size();
     if (count == 0) {
         return;
     }
@@ -250,36 +238,35 @@ void ActionPlan::build_recursive(std::size_t node_index, const BuildContext& con
         nodes[node_index].actions = actions;
         nodes[node_index].children = children;
     }
+    std::ranges::copy(candidates.actions, actions.begin());
+
     std::vector<std::future<void>> tasks;
     std::exception_ptr failure;
     try {
         for (std::size_t i = 0; i < count; ++i) {
-            const PlanChild& child = stack.children[first + i];
-            std::size_t index = 0;
+            const PlanChild child = child_of(node, context, actions[i]);
             {
                 const auto lock = lock_nodes();
-                index = nodes.size();
+                children[i] = nodes.size();
                 nodes.push_back(child.node);
-                actions[i] = child.action;
-                children[i] = index;
             }
             if (child.node.kind == NodeKind::Terminal && !child.node.runout_pending) {
                 continue;
             }
-            // The stack may move while the child's subtree is built, so its context is copied.
-            const BuildContext child_context = child.context;
+            const std::size_t index = children[i];
             if (depth < parallel_depth && active_workers < max_workers) {
                 ++active_workers;
-                tasks.push_back(std::async(std::launch::async, [=, this] {
-                    struct Leave {
-                        std::atomic<std::size_t>& workers;
-                        ~Leave() { --workers; }
-                    } leave{active_workers};
-                    ChildStack task_stack;
-                    build_recursive(index, child_context, depth + 1, task_stack);
-                }));
+                tasks.push_back(std::async(
+                    std::launch::async, [this, index, depth, child_context = child.context] {
+                        struct Leave {
+                            std::atomic<std::size_t>& workers;
+                            ~Leave() { --workers; }
+                        } leave{active_workers};
+                        Candidates own_candidates;
+                        build_recursive(index, child_context, depth + 1, own_candidates);
+                    }));
             } else {
-                build_recursive(index, child_context, depth + 1, stack);
+                build_recursive(index, child.context, depth + 1, candidates);
             }
         }
     } catch (...) {
@@ -295,15 +282,15 @@ void ActionPlan::build_recursive(std::size_t node_index, const BuildContext& con
     if (failure != nullptr) {
         std::rethrow_exception(failure);
     }
-    stack.children.resize(first);
 }
 
-void ActionPlan::expand(const PlanNode& node, const BuildContext& context,
-                        ChildStack& stack) const {
+void ActionPlan::list_actions(const PlanNode& node, const BuildContext& context,
+                              Candidates& candidates) const {
+    candidates.actions.clear();
     if (node.kind == NodeKind::Decision) {
-        expand_decision(node, context, stack);
+        list_decision(node, context, candidates);
     } else if (node.kind == NodeKind::Chance || node.runout_pending) {
-        expand_deal(node, context, stack);
+        list_deal(context, candidates);
     }
 }
 
@@ -319,26 +306,23 @@ const StreetSizing& ActionPlan::sizing(Street street) const {
     throw std::logic_error("Unknown street");
 }
 
-void ActionPlan::expand_decision(const PlanNode& node, const BuildContext& context,
-                                 ChildStack& stack) const {
+void ActionPlan::list_decision(const PlanNode& node, const BuildContext& context,
+                               Candidates& candidates) const {
     const Seat me = node.seat;
     const std::size_t mine = index_of(me);
     const std::size_t theirs = index_of(other(me));
     const StreetSizing& sizes = sizing(node.street);
 
-    Decision decision{};
-    decision.to_call = context.stack[mine] - context.stack[theirs];
-    decision.size.pot_after_call = options.starting_pot + 2 * (node.matched + decision.to_call);
-    decision.size.street_bet = context.street_bet;
-    decision.size.max_raise_to = context.street_bet + context.stack[theirs];
-    decision.size.min_raise_to =
-        std::max(1, context.street_bet + std::min(decision.to_call, context.stack[theirs]));
-    decision.size.streets_left = 3 - static_cast<std::int32_t>(node.street);
-    decision.size.stack_to_pot =
-        decision.size.pot_after_call > 0
-            ? static_cast<double>(context.stack[theirs]) / decision.size.pot_after_call
-            : 0.0;
-    const SizeContext& size = decision.size;
+    const std::int32_t to_call = context.stack[mine] - context.stack[theirs];
+    SizeContext size;
+    size.pot_after_call = options.starting_pot + 2 * (node.matched + to_call);
+    size.street_bet = context.street_bet;
+    size.max_raise_to = context.street_bet + context.stack[theirs];
+    size.min_raise_to = std::max(1, context.street_bet + std::min(to_call, context.stack[theirs]));
+    size.streets_left = 3 - static_cast<std::int32_t>(node.street);
+    size.stack_to_pot = size.pot_after_call > 0
+                            ? static_cast<double>(context.stack[theirs]) / size.pot_after_call
+                            : 0.0;
 
     // Leading into the player who had the betting lead; the first action of the hand counts as it.
     const bool first_in_hand =
@@ -348,7 +332,7 @@ void ActionPlan::expand_decision(const PlanNode& node, const BuildContext& conte
     const bool donk_spot =
         me == Seat::OOP && sizes.donk_sizes.has_value() && (first_in_hand || into_aggressor);
 
-    ActionList list(decision, stack.candidates);
+    ActionList list(size, candidates.actions);
     if (donk_spot || context.last_step == ActionKind::none ||
         context.last_step == ActionKind::check || context.last_step == ActionKind::chance) {
         list.add(ActionKind::check, 0);
@@ -357,7 +341,7 @@ void ActionPlan::expand_decision(const PlanNode& node, const BuildContext& conte
                                         : sizes.ip_bets);
     } else {
         list.add(ActionKind::fold, 0);
-        list.add(ActionKind::call, std::max(0, std::min(decision.to_call, context.stack[mine])));
+        list.add(ActionKind::call, std::max(0, std::min(to_call, context.stack[mine])));
         if (!context.all_in) {
             list.add_raises(me == Seat::OOP ? sizes.oop_raises : sizes.ip_raises,
                             context.raises_this_street);
@@ -369,126 +353,130 @@ void ActionPlan::expand_decision(const PlanNode& node, const BuildContext& conte
         list.add_jam();
     }
     list.round_to_all_in(context.pot, options.all_in_threshold);
-    list.order(stack.wagers);
+    list.order(candidates.wagers);
     list.merge(options.merge_threshold);
-
-    const bool river = node.street == Street::River;
-    for (const Action action : stack.candidates) {
-        PlanChild child{action, context, {}};
-        BuildContext& next = child.context;
-        next.last_step = action.kind;
-        next.last_bet_action = action.kind;
-        next.last_actor = me;
-        next.last_aggressor = Seat::OOP;
-        PlanNode& to = child.node;
-        to.kind = NodeKind::Decision;
-        to.seat = Seat::OOP;
-        to.street = node.street;
-        to.matched = node.matched;
-
-        switch (action.kind) {
-            case ActionKind::fold:
-                to.kind = NodeKind::Terminal;
-                to.seat = me;
-                break;
-            case ActionKind::check:
-                if (me == Seat::OOP) {
-                    to.seat = Seat::IP;
-                } else if (river) {
-                    to.kind = NodeKind::Terminal;
-                } else {
-                    to.kind = NodeKind::Chance;
-                    to.street = next_street(node.street);
-                }
-                break;
-            case ActionKind::call:
-                next.stack[mine] -= action.amount;
-                next.pot += action.amount;
-                next.contributed[mine] += action.amount;
-                next.street_bet = 0;
-                next.raises_this_street = 0;
-                next.last_aggressor = other(me);
-                to.matched += action.amount;
-                if (river) {
-                    to.kind = NodeKind::Terminal;
-                    break;
-                }
-                to.street = next_street(node.street);
-                if (context.all_in || next.stack[0] < 1 || next.stack[1] < 1) {
-                    next.all_in = true;
-                    to.kind = NodeKind::Terminal;
-                    to.runout_pending = true;
-                } else {
-                    to.kind = NodeKind::Chance;
-                }
-                break;
-            default: {  // bet, raise, allin
-                const std::int32_t call_part =
-                    std::max(0, std::min(std::max(0, decision.to_call), context.stack[mine]));
-                const std::int32_t chips = std::max(
-                    0, std::min(std::max(0, action.amount - context.street_bet) + call_part,
-                                context.stack[mine]));
-                next.stack[mine] -= chips;
-                next.pot += chips;
-                next.contributed[mine] += chips;
-                next.street_bet = action.amount;
-                ++next.raises_this_street;
-                next.all_in = action.kind == ActionKind::allin;
-                to.seat = other(me);
-                to.matched += std::max(0, std::min(decision.to_call, context.stack[mine]));
-                break;
-            }
-        }
-        to.pot = next.pot;
-        to.contributed = next.contributed;
-        to.last_action = next.last_bet_action;
-        to.last_actor = next.last_actor;
-        to.turn = next.turn;
-        to.river = next.river;
-        stack.children.push_back(child);
-    }
 }
 
-void ActionPlan::expand_deal(const PlanNode& node, const BuildContext& context,
-                             ChildStack& stack) const {
+void ActionPlan::list_deal(const BuildContext& context, Candidates& candidates) const {
     const bool dealing_turn = context.turn == NO_CARD;
     if (!dealing_turn && context.river != NO_CARD) {
         return;
     }
     const Card fixed = dealing_turn ? board[3] : board[4];
-    CardMask candidates = fixed == NO_CARD ? (CardMask{1} << card_count) - 1 : card_bit(fixed);
-    candidates &= ~context.dead_cards;
+    CardMask left = fixed == NO_CARD ? (CardMask{1} << card_count) - 1 : card_bit(fixed);
+    left &= ~context.dead_cards;
     if (fixed == NO_CARD && cards != nullptr) {
         const SuitIsomorphism& iso = cards->isomorphism;
         const std::vector<Card>& skipped =
             dealing_turn ? iso.turn_cards
                          : iso.river_cards[static_cast<std::size_t>(suit_of(context.turn))];
         for (const Card card : skipped) {
-            candidates &= ~card_bit(card);
+            left &= ~card_bit(card);
         }
     }
     for (Card card = 0; card < card_count; ++card) {
-        if ((candidates & card_bit(card)) == 0) {
-            continue;
+        if ((left & card_bit(card)) != 0) {
+            candidates.actions.push_back({ActionKind::chance, card});
         }
-        PlanChild child{{ActionKind::chance, card}, context, {}};
-        BuildContext& next = child.context;
-        next.last_step = ActionKind::chance;
-        next.dead_cards |= card_bit(card);
+    }
+}
+
+ActionPlan::PlanChild ActionPlan::child_of(const PlanNode& node, const BuildContext& context,
+                                           Action action) const {
+    const Seat me = node.seat;
+    const std::size_t mine = index_of(me);
+    PlanChild child{context, {}};
+    BuildContext& next = child.context;
+    PlanNode& to = child.node;
+    to.street = node.street;
+    to.matched = node.matched;
+    next.last_step = action.kind;
+    if (action.kind == ActionKind::chance) {
+        const auto card = static_cast<Card>(action.amount);
+        const bool dealing_turn = context.turn == NO_CARD;
         (dealing_turn ? next.turn : next.river) = card;
-        PlanNode& to = child.node;
+        next.dead_cards |= card_bit(card);
         to.kind = node.kind == NodeKind::Chance ? NodeKind::Decision : NodeKind::Terminal;
         to.runout_pending = node.runout_pending && dealing_turn;
         to.street = dealing_turn ? Street::Turn : Street::River;
-        to.matched = node.matched;
-        to.pot = next.pot;
-        to.contributed = next.contributed;
-        to.last_action = next.last_bet_action;
-        to.last_actor = next.last_actor;
-        to.turn = next.turn;
-        to.river = next.river;
-        stack.children.push_back(child);
+    } else {
+        next.last_bet_action = action.kind;
+        next.last_actor = me;
+        next.last_aggressor = Seat::OOP;
     }
+
+    const bool river = node.street == Street::River;
+    switch (action.kind) {
+        case ActionKind::none:
+        case ActionKind::chance:
+            break;
+        case ActionKind::fold:
+            to.kind = NodeKind::Terminal;
+            to.seat = me;
+            break;
+        case ActionKind::check:
+            if (me == Seat::OOP) {
+                to.seat = Seat::IP;
+            } else if (river) {
+                to.kind = NodeKind::Terminal;
+            } else {
+                to.kind = NodeKind::Chance;
+                to.street = next_street(node.street);
+            }
+            break;
+        case ActionKind::call:
+            next.stack[mine] -= action.amount;
+            next.pot += action.amount;
+            next.contributed[mine] += action.amount;
+            next.street_bet = 0;
+            next.raises_this_street = 0;
+            next.last_aggressor = other(me);
+            to.matched += action.amount;
+            if (river) {
+                to.kind = NodeKind::Terminal;
+                break;
+            }
+            to.street = next_street(node.street);
+            if (context.all_in || next.stack[0] < 1 || next.stack[1] < 1) {
+                next.all_in = true;
+                to.kind = NodeKind::Terminal;
+                to.runout_pending = true;
+            } else {
+                to.kind = NodeKind::Chance;
+            }
+            break;
+        case ActionKind::bet:
+        case ActionKind::raise:
+        case ActionKind::allin:
+            make_wager(child, node, context, action);
+            break;
+    }
+    to.pot = next.pot;
+    to.contributed = next.contributed;
+    to.last_action = next.last_bet_action;
+    to.last_actor = next.last_actor;
+    to.turn = next.turn;
+    to.river = next.river;
+    return child;
+}
+
+void ActionPlan::make_wager(PlanChild& child, const PlanNode& node, const BuildContext& context,
+                            Action action) {
+    const std::size_t mine = index_of(node.seat);
+    const std::int32_t stack = context.stack[mine];
+    const std::int32_t to_call = stack - context.stack[1 - mine];
+    const std::int32_t call_part = std::max(0, std::min(to_call, stack));
+    const std::int32_t raise_part = std::max(0, action.amount - context.street_bet);
+    const std::int32_t chips = std::min(raise_part + call_part, stack);
+    BuildContext& next = child.context;
+    next.stack[mine] -= chips;
+    next.pot += chips;
+    next.contributed[mine] += chips;
+    next.street_bet = action.amount;
+    ++next.raises_this_street;
+    next.all_in = action.kind == ActionKind::allin;
+    child.node.seat = other(node.seat);
+    child.node.matched += call_part;
 }
 
 }  // namespace kestrel

@@ -114,14 +114,18 @@ class ActionPlan {
   private:
     struct BuildContext;
     struct PlanChild;
-    struct ChildStack;
+    struct Candidates;
 
     void build_recursive(std::size_t node_index, const BuildContext& context, std::size_t depth,
-                         ChildStack& stack);
-    void expand(const PlanNode& node, const BuildContext& context, ChildStack& stack) const;
-    void expand_decision(const PlanNode& node, const BuildContext& context,
-                         ChildStack& stack) const;
-    void expand_deal(const PlanNode& node, const BuildContext& context, ChildStack& stack) const;
+                         Candidates& candidates);
+    void list_actions(const PlanNode& node, const BuildContext& context,
+                      Candidates& candidates) const;
+    void list_decision(const PlanNode& node, const BuildContext& context,
+                       Candidates& candidates) const;
+    void list_deal(const BuildContext& context, Candidates& candidates) const;
+    PlanChild child_of(const PlanNode& node, const BuildContext& context, Action action) const;
+    static void make_wager(PlanChild& child, const PlanNode& node, const BuildContext& context,
+                           Action action);
     const StreetSizing& sizing(Street street) const;
     std::unique_lock<std::mutex> lock_nodes();
 

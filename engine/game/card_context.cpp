@@ -23,10 +23,10 @@ using Artifacts = std::shared_ptr<const CachedArtifacts>;
 
 void validate_board(const Board& board) {
     const std::span flop(board.data(), 3);
-    if (std::ranges::count(flop, NO_CARD) != 0) {
-        throw std::invalid_argument("Flop cards must be defined");
-    }
     for (const Card card : flop) {
+        if (card == NO_CARD) {
+            throw std::invalid_argument("Flop cards must be defined");
+        }
         check_card(card);
     }
     if (flop[0] == flop[1] || flop[0] == flop[2] || flop[1] == flop[2]) {

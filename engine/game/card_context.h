@@ -82,7 +82,7 @@ class CardContext {
     const std::uint64_t cache_key;
 
   private:
-    std::shared_ptr<const CachedArtifacts> artifacts_;
+    const std::shared_ptr<const CachedArtifacts> artifacts_;  // const: a move copies it
 
   public:
     /// Per seat, the pockets with weight above 0 that do not touch the board, in rising pocket

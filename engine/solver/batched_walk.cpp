@@ -94,6 +94,13 @@ struct StreetWork {
     }
 };
 
+/// Where a row stands that lies `floats` from another in the same arena or beyond its ends.
+const float* neighbour(const float* row, std::ptrdiff_t floats) {
+    const auto bytes = floats * static_cast<std::ptrdiff_t>(sizeof(float));
+    return reinterpret_cast<const float*>(reinterpret_cast<std::uintptr_t>(row) +
+                                          static_cast<std::uintptr_t>(bytes));
+}
+
 void add_row(float* to, const float* row, std::size_t floats) {
     for (std::size_t i = 0; i < floats; ++i) {
         to[i] += row[i];
@@ -121,11 +128,12 @@ class BatchedWalks::Lease {
             if (!walks.idle_.empty()) {
                 workspace_ = std::move(walks.idle_.back());
                 walks.idle_.pop_back();
+                return;
             }
+            // Room for all that exist, so that giving one back cannot fail.
+            walks.idle_.reserve(++walks.workspace_count_);
         }
-        if (workspace_ == nullptr) {
-            workspace_ = std::make_unique<Workspace>(game, walks.orders_);
-        }
+        workspace_ = std::make_unique<Workspace>(game, walks.orders_);
     }
     ~Lease() {
         const std::scoped_lock lock(walks_.mutex_);
@@ -255,7 +263,7 @@ class BatchedWalks::Walk {
             // A seat's rows of a street stand in the order of this way down.
             const float* const row =
                 rule_ == WalkRule::iterate ? state.regrets().data() : state.strategy_sum().data();
-            const float* const ahead = row + state.size();
+            const float* const ahead = neighbour(row, std::ssize(state.regrets()));
             if (rule_ == WalkRule::iterate) {
                 current_reach(rows, row, visit.reach, actions, their_hands_, ahead);
             } else {
@@ -289,11 +297,12 @@ class BatchedWalks::Walk {
         }
         if (fuses(decision.node, state)) {
             if (rule_ == WalkRule::iterate) {
-                update_own_node(state.regrets().data(), state.strategy_sum().data(),
-                                decision.values, decision.value, actions, own_hands_,
-                                discounts_.alpha, discounts_.beta, discounts_.gamma,
-                                state.regrets().data() - state.size(),
-                                state.strategy_sum().data() - state.size());
+                update_own_node(
+                    state.regrets().data(), state.strategy_sum().data(), decision.values,
+                    decision.value, actions, own_hands_, discounts_.alpha, discounts_.beta,
+                    discounts_.gamma,
+                    neighbour(state.regrets().data(), -std::ssize(state.regrets())),
+                    neighbour(state.strategy_sum().data(), -std::ssize(state.regrets())));
             } else {
                 average_value(decision.value, state.strategy_sum().data(), decision.values, actions,
                               own_hands_);
@@ -452,6 +461,7 @@ BatchedWalks::~BatchedWalks() = default;
 bool BatchedWalks::prepare(const Game& game, const StateTable& states, WorkerPool* pool,
                            std::size_t threads) {
     idle_.clear();
+    workspace_count_ = 0;
     if (game.nodes.empty() || game.nodes[0].kind != NodeKind::Decision) {
         return false;
     }

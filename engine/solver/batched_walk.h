@@ -51,7 +51,8 @@ class BatchedWalks {
     class Lease;
 
     ShowdownOrders orders_;
-    std::mutex mutex_;  // guards idle_
+    std::mutex mutex_;  // guards idle_ and workspace_count_
+    std::size_t workspace_count_ = 0;
     std::vector<std::unique_ptr<Workspace>> idle_;
 };
 

@@ -76,6 +76,10 @@ void MeasuringWalk::walk_opponent(Mode mode, std::size_t node, std::span<const f
     ScratchFrame& frame = scratch.frame(depth);
     const std::size_t actions = n.actions.size();
     const std::size_t hands = reach.size();
+    if (states_[node].num_hands != hands) {
+        std::ranges::fill(out, 0.0F);
+        return;
+    }
     average_reach_rows(states_[node], reach, frame);
     frame.action_values.resize(actions * out.size());
     for (std::size_t a = 0; a < actions; ++a) {

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <iostream>
 #include <utility>
 
 #include "engine/solver/best_response.h"
 #include "engine/solver/node_rules.h"
+#include "engine/solver/profile.h"
 
 namespace kestrel {
 namespace {
@@ -20,6 +22,50 @@ double milliseconds_since(Clock::time_point start) {
     return static_cast<double>(elapsed.count()) / 1000.0;
 }
 
+double in_milliseconds(std::uint64_t nanoseconds) {
+    return static_cast<double>(nanoseconds) / 1e6;
+}
+
+void print_profile(const DiscountedCfr& solver, std::size_t threads) {
+    const SolverProfile::Summary summary = SolverProfile::aggregate();
+    const auto slot = [&summary](ProfileSlot which) -> const SolverProfile::Slot& {
+        return summary[static_cast<std::size_t>(which)];
+    };
+    std::printf("\n[KESTREL_PROFILE] DiscountedCfr::run summary\n");
+    std::printf(
+        "  iterations_completed=%u  max_iterations=%u  threads=%zu  exploitability_interval=%u\n",
+        solver.iterations_completed, solver.options.max_iterations, threads,
+        solver.options.exploitability_interval);
+    const SolverProfile::Slot& run = slot(ProfileSlot::total_run);
+    std::printf("  total_run_ms=%.3f  max_thread_ms=%.3f\n", in_milliseconds(run.nanoseconds),
+                in_milliseconds(run.max_nanoseconds));
+    const auto line = [&slot](const char* label, ProfileSlot which, const char* end = "\n") {
+        const SolverProfile::Slot& s = slot(which);
+        std::printf("%s calls=%llu  total_ms=%.3f  max_thread_ms=%.3f%s", label,
+                    static_cast<unsigned long long>(s.calls), in_milliseconds(s.nanoseconds),
+                    in_milliseconds(s.max_nanoseconds), end);
+    };
+    line("  solve_iteration:", ProfileSlot::solve_iteration);
+    line("  exploitability: ", ProfileSlot::exploitability, "");
+    std::printf("  (mes_ev_ms=%.3f, current_ev_ms=%.3f)\n",
+                in_milliseconds(slot(ProfileSlot::mes_ev).nanoseconds),
+                in_milliseconds(slot(ProfileSlot::current_ev).nanoseconds));
+    line("  terminal_eval:  ", ProfileSlot::terminal_eval);
+    line("    fold:         ", ProfileSlot::fold);
+    line("    showdown_u:   ", ProfileSlot::showdown_u);
+    line("    showdown_r:   ", ProfileSlot::showdown_r);
+    line("    incomplete:   ", ProfileSlot::incomplete);
+    std::printf("  kernels (flat arrays):\n");
+    line("    regret_matching:    ", ProfileSlot::regret_matching);
+    line("    update_regrets:     ", ProfileSlot::update_regrets);
+    line("    fma_actions:        ", ProfileSlot::fma_actions);
+    line("    strategy_sum_update:", ProfileSlot::strategy_sum_update);
+    line("    sum_rows_into:      ", ProfileSlot::sum_rows_into);
+    line("  chance_aggregate_reuse:", ProfileSlot::chance_aggregate_reuse);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
 }  // namespace
 
 DiscountedCfr::DiscountedCfr(CfrOptions cfr_options)
@@ -30,6 +76,19 @@ DiscountedCfr::DiscountedCfr(CfrOptions cfr_options)
 }
 
 void DiscountedCfr::run(const Game& game) {
+    if (!SolverProfile::enabled()) {
+        iterate(game);
+        return;
+    }
+    SolverProfile::reset();
+    {
+        const ProfileScope timer(ProfileSlot::total_run);
+        iterate(game);
+    }
+    print_profile(*this, threads_);
+}
+
+void DiscountedCfr::iterate(const Game& game) {
     exploitability = 0;
     iterations_completed = 0;
     prepare_states(game);
@@ -77,6 +136,7 @@ void DiscountedCfr::prepare_states(const Game& game) {
 }
 
 void DiscountedCfr::solve_iteration(const Game& game, std::uint32_t t) {
+    const ProfileScope timer(ProfileSlot::solve_iteration);
     const Discounts discounts = discounts_of(t);
     for (const Seat seat : {Seat::OOP, Seat::IP}) {
         const std::size_t s = index_of(seat);
@@ -93,10 +153,12 @@ void DiscountedCfr::solve_iteration(const Game& game, std::uint32_t t) {
 }
 
 std::array<float, 2> DiscountedCfr::mes_ev(const Game& game) {
+    const ProfileScope timer(ProfileSlot::mes_ev);
     return measure(game, Measure::best_response);
 }
 
 std::array<float, 2> DiscountedCfr::current_ev(const Game& game) {
+    const ProfileScope timer(ProfileSlot::current_ev);
     return measure(game, Measure::current);
 }
 
@@ -128,6 +190,7 @@ std::array<float, 2> DiscountedCfr::measure(const Game& game, Measure what) {
 }
 
 float DiscountedCfr::measure_exploitability(const Game& game) {
+    const ProfileScope timer(ProfileSlot::exploitability);
     const std::array<float, 2> best = mes_ev(game);
     if (!(game.options.rake_fraction > 0)) {
         // Zero-sum: the current values cancel.

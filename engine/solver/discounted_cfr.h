@@ -59,6 +59,7 @@ class DiscountedCfr {
 
     /// Each seat's value, OOP first, when it answers the other's average strategy with its best
     /// response; hundredths of a chip, against an even split of the pot.
+    /// States must have been prepared.
     std::array<float, 2> mes_ev(const Game& game);
 
     /// Each seat's value when both play their average strategies; as `mes_ev`.
@@ -92,6 +93,8 @@ class DiscountedCfr {
     StateTable states;  ///< by node index; constant outside of `solve_iteration`
 
   private:
+    void iterate(const Game& game);
+
     enum class Measure { best_response, current };
     std::array<float, 2> measure(const Game& game, Measure what);
 

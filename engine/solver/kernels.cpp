@@ -3,10 +3,13 @@
 #include <cmath>
 #include <limits>
 
+#include "engine/solver/profile.h"
+
 namespace kestrel {
 
 void regret_matching(float* __restrict strategy, float* __restrict denominator,
                      const float* __restrict regrets, std::size_t actions, std::size_t hands) {
+    const ProfileScope timer(ProfileSlot::regret_matching);
     if (actions == 0 || hands == 0) {
         return;
     }
@@ -39,6 +42,7 @@ void regret_matching(float* __restrict strategy, float* __restrict denominator,
 void update_regrets(float* __restrict regrets, const float* __restrict action_values,
                     const float* __restrict ev, std::size_t actions, std::size_t hands, float alpha,
                     float beta) {
+    const ProfileScope timer(ProfileSlot::update_regrets);
     for (std::size_t a = 0; a < actions; ++a) {
         float* row = regrets + a * hands;
         const float* values = action_values + a * hands;
@@ -51,6 +55,7 @@ void update_regrets(float* __restrict regrets, const float* __restrict action_va
 
 void fma_actions(float* __restrict out, const float* __restrict strategy,
                  const float* __restrict action_values, std::size_t actions, std::size_t hands) {
+    const ProfileScope timer(ProfileSlot::fma_actions);
     if (actions == 0) {
         return;
     }
@@ -68,6 +73,7 @@ void fma_actions(float* __restrict out, const float* __restrict strategy,
 
 void strategy_sum_update(float* __restrict sum, const float* __restrict strategy, float gamma,
                          std::size_t n) {
+    const ProfileScope timer(ProfileSlot::strategy_sum_update);
     for (std::size_t i = 0; i < n; ++i) {
         sum[i] = gamma * sum[i] + strategy[i];
     }
@@ -75,6 +81,7 @@ void strategy_sum_update(float* __restrict sum, const float* __restrict strategy
 
 void sum_rows_into(float* __restrict dst, const float* __restrict rows, std::size_t actions,
                    std::size_t hands) {
+    const ProfileScope timer(ProfileSlot::sum_rows_into);
     for (std::size_t a = 0; a < actions; ++a) {
         const float* row = rows + a * hands;
         for (std::size_t h = 0; h < hands; ++h) {

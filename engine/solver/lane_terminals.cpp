@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "engine/solver/profile.h"
 #include "engine/solver/simd.h"
 
 namespace kestrel {
@@ -207,6 +208,8 @@ void LaneTerminals::turn_out(Seat seat, std::span<const LaneTerminal> terminals)
 template <std::size_t vectors>
 void LaneTerminals::fold_group(Seat seat, Card turn, Card river,
                                std::span<const LaneTerminal> terminals) {
+    const ProfileScope timer(ProfileSlot::terminal_eval, terminals.size());
+    const ProfileScope fold_timer(ProfileSlot::fold, terminals.size());
     using V = Lanes<vectors>;
     const CardContext& cards = game_.cards;
     const std::size_t own = index_of(seat);
@@ -421,7 +424,11 @@ void LaneTerminals::walk(const BoardOrder& board, Seat seat,
                          std::span<const LaneTerminal> terminals) {
     list_live(board, index_of(other(seat)));
     if (terminals.front().raked) {
+        const ProfileScope timer(ProfileSlot::showdown_r, terminals.size());
         walk_raked<vectors, add>(board, index_of(seat), terminals);
+    } else if constexpr (add) {
+        const ProfileScope timer(ProfileSlot::showdown_u, terminals.size());
+        walk_unraked<vectors, add>(board, index_of(seat), terminals);
     } else {
         walk_unraked<vectors, add>(board, index_of(seat), terminals);
     }
@@ -430,6 +437,7 @@ void LaneTerminals::walk(const BoardOrder& board, Seat seat,
 template <std::size_t vectors>
 void LaneTerminals::showdown_group(Seat seat, std::size_t pair,
                                    std::span<const LaneTerminal> terminals) {
+    const ProfileScope timer(ProfileSlot::terminal_eval, terminals.size());
     constexpr std::size_t lanes = 4 * vectors;
     const std::size_t hands = game_.cards.pockets[index_of(seat)].size();
     const BoardOrder& board = orders_[pair];
@@ -450,6 +458,8 @@ void LaneTerminals::showdown_group(Seat seat, std::size_t pair,
 template <std::size_t vectors>
 void LaneTerminals::all_in_group(Seat seat, std::span<const std::pair<Card, Card>> runouts,
                                  float divisor, std::span<const LaneTerminal> terminals) {
+    const ProfileScope timer(ProfileSlot::terminal_eval, terminals.size());
+    const ProfileScope all_in_timer(ProfileSlot::incomplete, terminals.size());
     constexpr std::size_t lanes = 4 * vectors;
     const std::size_t values = game_.cards.pockets[index_of(seat)].size() * lanes;
     turn_in<vectors>(seat, terminals);

@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "engine/solver/profile.h"
 #include "engine/solver/simd.h"
 
 namespace kestrel {
@@ -160,6 +161,10 @@ struct DoubleSum {
 void update_own_node(float* regrets, float* sums, const float* values, float* out,
                      std::size_t actions, std::size_t hands, float alpha, float beta, float gamma,
                      const float* regrets_ahead, const float* sums_ahead) {
+    SolverProfile::count(ProfileSlot::regret_matching);
+    SolverProfile::count(ProfileSlot::fma_actions);
+    SolverProfile::count(ProfileSlot::strategy_sum_update);
+    const ProfileScope timer(ProfileSlot::update_regrets);
     with_constant_actions(actions, [&]<std::size_t n>() {
         const std::size_t stride = padded_row(hands);
         const __m256 zero = _mm256_setzero_ps();
@@ -215,6 +220,7 @@ void update_own_node(float* regrets, float* sums, const float* values, float* ou
 
 void current_reach(float* next, const float* regrets, const float* reach, std::size_t actions,
                    std::size_t hands, const float* ahead) {
+    const ProfileScope timer(ProfileSlot::regret_matching);
     with_constant_actions(actions, [&]<std::size_t n>() {
         reach_pass<n>(next, regrets, reach, hands, ahead,
                       [](const auto& weights) { return Shares<n>::by_reciprocal(weights); });

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "engine/solver/profile.h"
+
 namespace kestrel {
 namespace {
 
@@ -80,15 +82,13 @@ void clear_blocked(const Game& game, const GameNode& node, Seat seat, std::span<
         return;
     }
     const std::size_t pair = pocket_index(node.turn, node.river);
+    if (game.cards.valid_by_pair[pair][index_of(seat)].empty()) {
+        std::ranges::fill(out, 0.0F);  // no live hand, or a pair that the board rules out
+        return;
+    }
     for (const std::uint16_t position : game.cards.blocked_by_pair[pair][index_of(seat)]) {
         out[position] = 0.0F;
     }
-}
-
-bool evaluate(const Game& game, const GameNode& node, Seat seat, const ShowdownRule& rule,
-              std::span<const float> reach, std::span<float> out) {
-    return rule.raked ? showdown_r(game, node, seat, rule.payoffs, reach, out)
-                      : showdown_u(game, node, seat, rule.payoffs, reach, out);
 }
 
 }  // namespace
@@ -168,6 +168,7 @@ float runout_divisor(const Game& game, const GameNode& node) {
 
 void terminal_eval(const Game& game, const GameNode& node, Seat seat, std::span<const float> reach,
                    std::span<float> out) {
+    const ProfileScope timer(ProfileSlot::terminal_eval);
     if (reach.size() != game.cards.pockets[index_of(other(seat))].size() ||
         out.size() != game.cards.pockets[index_of(seat)].size()) {
         std::ranges::fill(out, 0.0F);
@@ -182,13 +183,17 @@ void terminal_eval(const Game& game, const GameNode& node, Seat seat, std::span<
         incomplete(game, node, seat, reach, out);
         return;
     }
-    if (!evaluate(game, node, seat, showdown_rule(game, node), reach, out)) {
+    const ShowdownRule rule = showdown_rule(game, node);
+    const bool evaluated = rule.raked ? showdown_r(game, node, seat, rule.payoffs, reach, out)
+                                      : showdown_u(game, node, seat, rule.payoffs, reach, out);
+    if (!evaluated) {
         std::ranges::fill(out, 0.0F);
     }
 }
 
 void fold(const Game& game, const GameNode& node, Seat seat, double payoff,
           std::span<const float> reach, std::span<float> out) {
+    const ProfileScope timer(ProfileSlot::fold);
     const auto& own = live_positions(game, node, seat);
     const auto& own_pockets = game.cards.pockets[index_of(seat)];
     const auto& their_pockets = game.cards.pockets[index_of(other(seat))];
@@ -218,7 +223,12 @@ bool showdown(const Game& game, const GameNode& node, Seat seat, std::span<const
     if (node.turn == NO_CARD || node.river == NO_CARD) {
         return false;
     }
-    return evaluate(game, node, seat, runout_rule(game, node), reach, out);
+    const ShowdownRule rule = runout_rule(game, node);
+    if (rule.raked) {
+        return showdown_r(game, node, seat, rule.payoffs, reach, out);
+    }
+    const ProfileScope timer(ProfileSlot::showdown_u);
+    return showdown_u(game, node, seat, rule.payoffs, reach, out);
 }
 
 bool showdown_u(const Game& game, const GameNode& node, Seat seat, const TerminalPayoffs& payoffs,
@@ -256,6 +266,7 @@ bool showdown_u(const Game& game, const GameNode& node, Seat seat, const Termina
 
 bool showdown_r(const Game& game, const GameNode& node, Seat seat, const TerminalPayoffs& payoffs,
                 std::span<const float> reach, std::span<float> out) {
+    const ProfileScope timer(ProfileSlot::showdown_r);
     const Showdown s(game, node, seat, reach, out);
     if (!s.valid) {
         return false;
@@ -317,6 +328,7 @@ bool showdown_r(const Game& game, const GameNode& node, Seat seat, const Termina
 
 void incomplete(const Game& game, const GameNode& node, Seat seat, std::span<const float> reach,
                 std::span<float> out) {
+    const ProfileScope timer(ProfileSlot::incomplete);
     std::ranges::fill(out, 0.0F);
     if (reach.size() != game.cards.pockets[index_of(other(seat))].size() ||
         out.size() != game.cards.pockets[index_of(seat)].size()) {
