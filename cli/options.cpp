@@ -1,0 +1,129 @@
+#include "cli/options.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "cli/input_error.h"
+
+namespace tidewell_cli {
+namespace {
+
+template <class Number>
+Number whole_number(const std::string& option, std::string_view text, Number least, Number most) {
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < least ||
+        number > most) {
+        throw InputError(option + " takes a whole number from " + std::to_string(least) + " to " +
+                         std::to_string(most) + ", not '" + std::string(text) + "'");
+    }
+    return number;
+}
+
+double percentage(const std::string& option, std::string_view text) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() ||
+        !(number >= 0.0 && number <= 100.0)) {
+        throw InputError(option + " takes a percentage from 0 to 100, not '" + std::string(text) +
+                         "'");
+    }
+    return number;
+}
+
+}  // namespace
+
+Options parse_options(std::span<const char* const> arguments) {
+    Options options;
+    bool only_paths = false;
+    bool has_path = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (only_paths || !argument.starts_with('-') || argument == "-") {
+            if (has_path) throw InputError("more than one spot is named; see --help");
+            options.spot_path = argument;
+            has_path = true;
+            if (argument.empty()) throw InputError("the name of the spot is empty");
+            continue;
+        }
+        const std::size_t equals = argument.find('=');
+        const std::string name(argument.substr(0, equals));
+        const auto value = [&]() -> std::string_view {
+            if (equals != std::string_view::npos) return argument.substr(equals + 1);
+            if (i + 1 == arguments.size()) throw InputError(name + " takes a value; see --help");
+            return arguments[++i];
+        };
+        const auto flag = [&](bool& target) {
+            if (equals != std::string_view::npos) throw InputError(name + " takes no value");
+            target = true;
+        };
+        if (name == "--threads") {
+            options.threads = whole_number<std::size_t>(name, value(), 1, max_threads);
+        } else if (name == "--iterations") {
+            options.iterations = whole_number<std::uint32_t>(
+                name, value(), 1, std::numeric_limits<std::uint32_t>::max());
+        } else if (name == "--target") {
+            options.target_percent = percentage(name, value());
+        } else if (name == "--json") {
+            options.json_path = value();
+            if (options.json_path.empty()) throw InputError("--json takes the name of a file");
+        } else if (name == "--node") {
+            options.node_line = value();
+        } else if (name == "--list-nodes") {
+            options.list_depth = whole_number<std::size_t>(name, value(), 0, 1000);
+        } else if (name == "--signature") {
+            flag(options.signature);
+        } else if (name == "--version") {
+            flag(options.version);
+        } else if (name == "--help" || name == "-h") {
+            flag(options.help);
+        } else if (name == "--") {
+            only_paths = true;
+        } else {
+            throw InputError("unknown option '" + name + "'; see --help");
+        }
+    }
+    if (options.signature && has_path) throw InputError("--signature solves spots of its own");
+    return options;
+}
+
+const char* const help_text =
+    R"(Usage: tidewell-solve [options] [SPOT.json]
+
+Solves a heads-up no-limit hold'em spot after the flop and reports the strategy
+of its first decision. Without a spot it solves the quick-solve spot.
+
+Options:
+  --threads N         threads to solve with (default: all)
+  --iterations N      largest number of iterations
+  --target PERCENT    stop at this exploitability, in percent of the starting pot
+  --node LINE         report the node behind a line of actions and cards,
+                      for instance "Check/Bet 50%/Call/2c"
+  --list-nodes DEPTH  list the lines of the tree down to a depth, without solving
+  --json FILE         write the result as JSON ("-": standard output)
+  --signature         solve a fixed suite and print a hash of all numbers
+  --version           print the version
+  --help              print this text
+
+SPOT.json ("-": standard input) is one JSON object. Amounts are in chips.
+  board                  "AdJd8s": three to five cards
+  starting_pot, effective_stack, rake_cap, target_exploitability
+  rake_percent           5 for 5 % of the pot; a rake_cap of 0 is none
+  starting_street        "flop", "turn" or "river" (default: what the board says)
+  max_iterations, thread_count
+  oop_range, ip_range    "QQ+,AKs,A5s-A2s:0.5" or "50%"
+  SEAT_STREET_bet_sizes, SEAT_STREET_raise_sizes
+                         "33, 75%, 2.5x, 500c, 3e, a" for SEAT oop or ip and
+                         STREET flop, turn or river; left out: none
+  SEAT_STREET_add_all_in, oop_STREET_dont_donk
+                         true or false
+  SEAT_add_all_in_jam_threshold_enabled, SEAT_add_all_in_jam_threshold_pct
+                         offer an all-in of at most this percentage of the pot
+
+Exit code: 0 solved, 1 the solve failed or does not fit in memory, 2 bad input,
+130 interrupted.
+)";
+
+}  // namespace tidewell_cli

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <span>
+
+namespace tidewell_cli {
+
+/// What the process ends with.
+enum ExitCode : int {
+    exit_ok = 0,
+    exit_failed = 1,         ///< the solve failed or does not fit in memory
+    exit_bad_input = 2,      ///< command line or spot
+    exit_interrupted = 130,  ///< 128 + SIGINT
+};
+
+/// The whole program but for main: `arguments` without the program's name, results on standard
+/// output, one line for each warning or error on standard error. Returns the exit code.
+int run_program(std::span<const char* const> arguments);
+
+}  // namespace tidewell_cli

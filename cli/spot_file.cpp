@@ -1,0 +1,225 @@
+#include "cli/spot_file.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <set>
+
+#include "cli/format.h"
+#include "cli/input_error.h"
+#include "cli/options.h"
+#include "session/text.h"
+
+namespace tidewell_cli {
+namespace {
+
+using kestrel_app::ConfigKey;
+using kestrel_app::ConfigKind;
+using kestrel_app::ConfigMap;
+using kestrel_app::ConfigValue;
+using nlohmann::json;
+
+constexpr std::size_t max_spot_bytes = std::size_t{16} << 20;
+
+std::string line_of(std::string_view text, std::size_t position) {
+    return std::to_string(1 + std::ranges::count(text.substr(0, position), '\n'));
+}
+
+json parse_json(std::string_view text, std::vector<std::string>& warnings) {
+    std::set<std::string> seen;
+    const auto on_event = [&](int depth, json::parse_event_t event, json& parsed) {
+        if (event == json::parse_event_t::key && depth == 1 &&
+            !seen.insert(parsed.get<std::string>()).second) {
+            warnings.push_back("key '" + parsed.get<std::string>() +
+                               "' stands there twice; the last one counts");
+        }
+        return true;
+    };
+    try {
+        return json::parse(text, on_event);
+    } catch (const json::parse_error& error) {
+        // "[json.exception.parse_error.101] parse error at line 3, column 5: syntax error ..."
+        const std::string_view what = error.what();
+        const std::size_t line = what.find("line ");
+        throw InputError(line == std::string_view::npos ? "the text is no JSON"
+                                                        : std::string(what.substr(line)));
+    } catch (const json::out_of_range& error) {
+        // A number beyond the range of double, quoted at the end.
+        const std::string_view what = error.what();
+        const std::size_t quote = std::min(what.find('\''), what.size() - 1);
+        const std::string_view number = what.substr(quote + 1, what.rfind('\'') - quote - 1);
+        throw InputError("line " + line_of(text, text.find(number)) + ": the number " +
+                         std::string(number) + " is too large");
+    }
+}
+
+[[noreturn]] void refuse(const std::string& key, const std::string& wanted, const json& value) {
+    std::string given = value.dump(-1, ' ', false, json::error_handler_t::replace);
+    if (value.is_structured()) given = value.is_array() ? "a list" : "an object";
+    if (given.size() > 60) given = given.substr(0, 57) + "...";
+    throw InputError(key + " must be " + wanted + ", not " + given);
+}
+
+std::optional<double> number_in(const json& value) {
+    if (value.is_number()) return value.get<double>();
+    if (!value.is_string()) return std::nullopt;
+    const std::string whole = value.get<std::string>();
+    const std::string_view text = kestrel_app::trimmed(whole);
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+std::optional<bool> flag_in(const json& value) {
+    if (value.is_boolean()) return value.get<bool>();
+    const std::string text = value.is_string() ? value.get<std::string>() : value.dump();
+    if (text == "true" || text == "1") return true;
+    if (text == "false" || text == "0") return false;
+    return std::nullopt;
+}
+
+/// What a number may be, both ends included.
+struct Limits {
+    double least;
+    double most;
+};
+
+Limits limits_of(const ConfigKey& key) {
+    constexpr double most_chips = 21474836.46;  // hundredths in 32 bits with a sign
+    if (key.name == "starting_pot" || key.name == "effective_stack") return {0.01, most_chips};
+    if (key.name == "max_iterations") return {1, 4294967295.0};
+    if (key.name == "thread_count") return {1, max_threads};
+    if (key.name == "rake_percent") return {0, 100};
+    if (key.kind == ConfigKind::percent) return {0, 1e9};
+    return {0, most_chips};
+}
+
+ConfigValue checked_value(const ConfigKey& key, const json& value) {
+    switch (key.kind) {
+        case ConfigKind::flag:
+            if (const auto flag = flag_in(value)) return *flag;
+            refuse(key.name, "true or false", value);
+        case ConfigKind::chips:
+        case ConfigKind::percent:
+        case ConfigKind::whole: {
+            const Limits limits = limits_of(key);
+            const bool whole = key.kind == ConfigKind::whole;
+            const auto number = number_in(value);
+            if (number && *number >= limits.least && *number <= limits.most &&
+                (!whole || *number == std::floor(*number))) {
+                return *number;
+            }
+            refuse(key.name,
+                   (whole ? "a whole number from " : "a number from ") + decimal(limits.least, 2) +
+                       " to " + decimal(limits.most, 2),
+                   value);
+        }
+        case ConfigKind::sizing:
+            if (value.is_number()) return kestrel_app::to_text(value.get<double>());
+            [[fallthrough]];
+        case ConfigKind::board:
+        case ConfigKind::range:
+        case ConfigKind::street:
+            break;
+    }
+    if (!value.is_string()) refuse(key.name, "text", value);
+    return value.get<std::string>();
+}
+
+std::string text_of(const ConfigMap& map, const char* key) {
+    const auto found = map.find(key);
+    if (found == map.end()) throw InputError(std::string(key) + " is missing");
+    return kestrel_app::to_text(found->second);
+}
+
+void check_board(const std::string& text) {
+    const std::size_t length = kestrel_app::normalize_board_text(text).size();
+    if (length != kestrel::without_white_space(text).size() ||
+        (length != 6 && length != 8 && length != 10)) {
+        throw InputError("board must be three to five cards such as AdJd8s, not '" + text + "'");
+    }
+}
+
+void check_range(const char* key, const std::string& text) {
+    try {
+        kestrel_app::parse_range_or_percent(text);
+    } catch (const std::exception& error) {
+        throw InputError(std::string(key) + ": " + error.what());
+    }
+}
+
+void check_spot(ConfigMap& map) {
+    const std::string board = text_of(map, "board");
+    check_board(board);
+    check_range("oop_range", text_of(map, "oop_range"));
+    check_range("ip_range", text_of(map, "ip_range"));
+    const auto street = map.find("starting_street");
+    if (street == map.end()) {
+        const std::size_t cards = kestrel_app::normalize_board_text(board).size() / 2;
+        map["starting_street"] = cards == 3 ? "flop" : cards == 4 ? "turn" : "river";
+    } else if (const std::string name = kestrel_app::to_text(street->second);
+               name != "flop" && name != "turn" && name != "river") {
+        throw InputError("starting_street must be flop, turn or river, not '" + name + "'");
+    }
+}
+
+ConfigMap checked_map(std::string_view text, std::vector<std::string>& warnings) {
+    const json spot = parse_json(text, warnings);
+    if (!spot.is_object()) throw InputError("a spot is one JSON object");
+    ConfigMap map;
+    for (const auto& [name, value] : spot.items()) {
+        const auto key = std::ranges::find(kestrel_app::config_keys(), name, &ConfigKey::name);
+        if (key == kestrel_app::config_keys().end()) {
+            warnings.push_back("unknown key '" + name + "' is ignored");
+        } else {
+            map[name] = checked_value(*key, value);
+        }
+    }
+    check_spot(map);
+    return map;
+}
+
+}  // namespace
+
+ConfigMap parse_spot_text(std::string_view text, const std::string& name,
+                          std::vector<std::string>& warnings) {
+    const std::size_t first_new = warnings.size();
+    try {
+        ConfigMap map = checked_map(text, warnings);
+        for (std::size_t i = first_new; i < warnings.size(); ++i) {
+            warnings[i].insert(0, name + ": ");
+        }
+        return map;
+    } catch (const InputError& error) {
+        throw InputError(name + ": " + error.what());
+    }
+}
+
+ConfigMap read_spot_file(const std::string& path, std::vector<std::string>& warnings) {
+    const bool from_standard_input = path == "-";
+    const std::string name = from_standard_input ? "standard input" : path;
+    std::ifstream file;
+    if (!from_standard_input) {
+        if (std::error_code ignored; std::filesystem::is_directory(path, ignored)) {
+            throw InputError(name + " is a folder, not a spot");
+        }
+        file.open(path, std::ios::binary);
+        if (!file) throw InputError("cannot open " + name);
+    }
+    std::istream& in = from_standard_input ? std::cin : file;
+    std::string text;
+    for (char block[65536]; in.read(block, sizeof block), in.gcount() > 0;) {
+        text.append(block, static_cast<std::size_t>(in.gcount()));
+        if (text.size() > max_spot_bytes) throw InputError(name + " is too large for a spot");
+    }
+    if (in.bad()) throw InputError("cannot read " + name);
+    return parse_spot_text(text, name, warnings);
+}
+
+}  // namespace tidewell_cli

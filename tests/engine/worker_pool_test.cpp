@@ -1,0 +1,133 @@
+#include "engine/solver/worker_pool.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <new>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace kestrel {
+namespace {
+
+using Chunks = std::set<std::pair<std::size_t, std::size_t>>;
+
+TEST(WorkerPoolParallel, Chunks) {
+    struct Case {
+        std::size_t threads, count;
+        Chunks chunks;
+    };
+    const Case cases[] = {
+        {8, 0, {{0, 0}}},
+        {8, 1, {{0, 1}}},
+        {1, 5, {{0, 5}}},
+        {2, 2, {{0, 1}, {1, 2}}},
+        {2, 3, {{0, 2}, {2, 3}}},
+        {3, 4, {{0, 2}, {2, 4}}},
+        {8, 10, {{0, 2}, {2, 4}, {4, 6}, {6, 8}, {8, 10}}},
+        {8, 49, {{0, 7}, {7, 14}, {14, 21}, {21, 28}, {28, 35}, {35, 42}, {42, 49}}},
+        {5, 3, {{0, 1}, {1, 2}, {2, 3}}},
+    };
+    for (const Case& c : cases) {
+        WorkerPool pool(c.threads - 1);
+        std::mutex mutex;
+        Chunks chunks;
+        std::thread::id last;
+        parallel_for(&pool, c.threads, c.count, [&](std::size_t begin, std::size_t end) {
+            const std::scoped_lock lock(mutex);
+            EXPECT_TRUE(chunks.emplace(begin, end).second);
+            last = end == c.count ? std::this_thread::get_id() : last;
+        });
+        EXPECT_EQ(chunks, c.chunks) << c.threads << " threads, " << c.count;
+        EXPECT_EQ(last, std::this_thread::get_id());
+    }
+}
+
+TEST(WorkerPoolParallel, WithoutAPoolTheCallerDoesItAll) {
+    int calls = 0;
+    parallel_for(nullptr, 4, 100, [&](std::size_t begin, std::size_t end) {
+        ++calls;
+        EXPECT_EQ(end - begin, 100U);
+    });
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(WorkerPoolParallel, NestedFanOutEndsWithEveryWorkerBusy) {
+    WorkerPool pool(2);
+    std::vector<int> cells(6 * 6 * 6, 0);
+    for (int round = 0; round < 50; ++round) {
+        parallel_for(&pool, 3, 6, [&](std::size_t b0, std::size_t e0) {
+            for (std::size_t i = b0; i < e0; ++i) {
+                parallel_for(&pool, 3, 6, [&](std::size_t b1, std::size_t e1) {
+                    for (std::size_t j = b1; j < e1; ++j) {
+                        parallel_for(&pool, 3, 6, [&](std::size_t b2, std::size_t e2) {
+                            for (std::size_t k = b2; k < e2; ++k) {
+                                ++cells[(i * 6 + j) * 6 + k];
+                            }
+                        });
+                    }
+                });
+            }
+        });
+    }
+    EXPECT_EQ(cells, std::vector<int>(6 * 6 * 6, 50));
+}
+
+TEST(WorkerPoolParallel, TheLowestFailureReachesTheCallerAfterAllHaveEnded) {
+    WorkerPool pool(3);
+    for (int round = 0; round < 20; ++round) {
+        std::atomic<int> ended{0};
+        std::string message;
+        try {
+            parallel_for(&pool, 4, 4, [&](std::size_t begin, std::size_t) {
+                // The lowest failure is the last in time, and a chunk behind it succeeds late.
+                std::this_thread::sleep_for(std::chrono::microseconds(300 * (4 - begin)));
+                ++ended;
+                if (begin != 0) {
+                    throw std::runtime_error("chunk " + std::to_string(begin));
+                }
+            });
+        } catch (const std::runtime_error& error) {
+            message = error.what();
+        }
+        EXPECT_EQ(message, "chunk 1");
+        EXPECT_EQ(ended, 4);
+    }
+    // No memory on a worker, inside a nested fan-out; the pool is sound afterwards.
+    EXPECT_THROW(parallel_for(&pool, 4, 8,
+                              [&](std::size_t, std::size_t) {
+                                  parallel_for(&pool, 4, 8, [](std::size_t begin, std::size_t) {
+                                      if (begin == 0) {
+                                          throw std::bad_alloc();
+                                      }
+                                  });
+                              }),
+                 std::bad_alloc);
+    std::atomic<std::size_t> sum{0};
+    parallel_for(&pool, 4, 100, [&](std::size_t begin, std::size_t end) { sum += end - begin; });
+    EXPECT_EQ(sum, 100U);
+}
+
+TEST(WorkerPoolParallel, TheDestructorLetsQueuedTasksEnd) {
+    std::atomic<int> ended{0};
+    {
+        WorkerPool pool(2);
+        for (int i = 0; i < 100; ++i) {
+            pool.submit([&] {
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
+                ++ended;
+            });
+        }
+    }
+    EXPECT_EQ(ended, 100);
+    const WorkerPool idle(3);
+}
+
+}  // namespace
+}  // namespace kestrel
