@@ -1,0 +1,116 @@
+// Whole iterations and measurements, the batched walk against the plain one, on states that have
+// run for a while.
+
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+
+#include "bench/spots.h"
+
+namespace {
+
+using namespace kestrel;
+
+constexpr std::uint32_t iterations_before = 60;
+
+/// A solver that has run for a while, by the fast walk: the bits are the same.
+struct Running {
+    std::unique_ptr<Game> game;
+    std::unique_ptr<DiscountedCfr> solver;
+    std::uint32_t t = 0;
+
+    Running(const kestrel_app::SpotInputs& spot, bool plain, std::size_t threads)
+        : game(bench::make_game(spot)),
+          solver(std::make_unique<DiscountedCfr>(bench::options_of(plain, threads))) {
+        solver->prepare_states(*game);
+        DiscountedCfr ahead(bench::options_of(false));
+        ahead.prepare_states(*game);
+        for (; t < iterations_before; ++t) {
+            ahead.solve_iteration(*game, t);
+        }
+        for (std::size_t node = 0; node < game->nodes.size(); ++node) {
+            std::ranges::copy(ahead.states[node].regrets(), solver->states[node].regrets().begin());
+            std::ranges::copy(ahead.states[node].strategy_sum(),
+                              solver->states[node].strategy_sum().begin());
+        }
+    }
+
+    /// Bytes of the rows that an iteration must move: each node's regrets and sums are read and
+    /// written in one walk, its regrets read in the other.
+    double bytes_moved() const {
+        double elements = 0;
+        for (std::size_t node = 0; node < game->nodes.size(); ++node) {
+            elements += static_cast<double>(solver->states[node].regrets().size());
+        }
+        return 20.0 * elements;
+    }
+};
+
+void run_iterations(benchmark::State& state, const kestrel_app::SpotInputs& spot) {
+    Running running(spot, state.range(0) != 0, static_cast<std::size_t>(state.range(1)));
+    for (auto _ : state) {
+        running.solver->solve_iteration(*running.game, running.t++);
+    }
+    state.counters["bytes_moved"] =
+        benchmark::Counter(running.bytes_moved(), benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void BM_IterationTurn(benchmark::State& state) {
+    run_iterations(state, bench::full_turn(false));
+}
+BENCHMARK(BM_IterationTurn)
+    ->ArgNames({"plain", "threads"})
+    ->Args({1, 1})
+    ->Args({0, 1})
+    ->Args({0, 2})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+void BM_IterationQuickSolve(benchmark::State& state) {
+    run_iterations(state, bench::quick_solve());
+}
+BENCHMARK(BM_IterationQuickSolve)
+    ->ArgNames({"plain", "threads"})
+    ->Args({1, 1})
+    ->Args({0, 1})
+    ->Args({1, 2})
+    ->Args({0, 2})
+    ->Args({0, 4})
+    ->Args({0, 8})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+/// What a measurement of the raked spot costs: four walks.
+void BM_MeasureQuickSolve(benchmark::State& state) {
+    Running running(bench::quick_solve(), state.range(0) != 0,
+                    static_cast<std::size_t>(state.range(1)));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(running.solver->measure_exploitability(*running.game));
+    }
+}
+BENCHMARK(BM_MeasureQuickSolve)
+    ->ArgNames({"plain", "threads"})
+    ->Args({1, 1})
+    ->Args({0, 1})
+    ->Args({0, 2})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+/// The limit: regrets and sums of the quick-solve spot multiplied in place, nothing else.
+void BM_InPlaceUpdate(benchmark::State& state) {
+    const std::size_t floats = std::size_t{260} * 1000 * 1000;
+    const AlignedBuffer<float> rows(floats);
+    std::fill_n(rows.data(), floats, 1.0F);
+    for (auto _ : state) {
+        float* const p = rows.data();
+        for (std::size_t i = 0; i < floats; ++i) {
+            p[i] *= 0.999F;
+        }
+        benchmark::ClobberMemory();
+    }
+    state.counters["bytes_moved"] = benchmark::Counter(
+        8.0 * static_cast<double>(floats), benchmark::Counter::kIsIterationInvariantRate);
+}
+BENCHMARK(BM_InPlaceUpdate)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
