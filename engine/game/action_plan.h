@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "engine/game/card_context.h"
+#include "engine/game/growing_list.h"
 #include "engine/game/list_pool.h"
 #include "engine/poker/bet_size.h"
 #include "engine/poker/cards.h"
@@ -138,7 +139,7 @@ class ActionPlan {
     std::size_t edge_count_ = 0;
 
   public:
-    std::vector<PlanNode> nodes;  ///< constant after construction
+    GrowingList<PlanNode> nodes;  ///< constant after construction
 };
 
 }  // namespace kestrel

@@ -143,6 +143,25 @@ void for_each_chunk(std::size_t count, std::size_t workers,
     }
 }
 
+/// Sorts by the 32 bits above the lowest 16, keeping the order of equal ones: by bytes from the
+/// lowest up. A third of the time of a comparing sort at the length of a showdown list.
+void sort_by_strength(std::vector<std::uint64_t>& keys, std::vector<std::uint64_t>& buffer) {
+    buffer.resize(keys.size());
+    for (unsigned shift = 16; shift < 48; shift += 8) {
+        std::array<std::uint32_t, 257> start{};
+        for (const std::uint64_t key : keys) {
+            ++start[(key >> shift & 0xFFU) + 1];
+        }
+        for (std::size_t i = 1; i < start.size(); ++i) {
+            start[i] += start[i - 1];
+        }
+        for (const std::uint64_t key : keys) {
+            buffer[start[key >> shift & 0xFFU]++] = key;
+        }
+        keys.swap(buffer);
+    }
+}
+
 class Builder {
   public:
     Builder(const Board& board, const std::array<Range, 2>& weights, CardMask board_mask)
@@ -243,42 +262,86 @@ class Builder {
         }
     }
 
+    /// A pocket that either seat holds, with its position for each.
+    struct Contender {
+        CardMask mask;
+        SuitLanes lanes;
+        std::array<std::uint16_t, 2> position;
+    };
+
+    /// All pockets of both seats in rising pocket number, so that one evaluation and one sorting
+    /// serve both.
+    std::vector<Contender> list_contenders() const {
+        std::vector<std::array<std::uint16_t, 2>> positions(pocket_count,
+                                                            {no_position, no_position});
+        for (std::size_t seat = 0; seat < 2; ++seat) {
+            for (std::size_t i = 0; i < tables_->pockets[seat].size(); ++i) {
+                const Pocket pocket = tables_->pockets[seat][i];
+                positions[pocket_index(pocket.low, pocket.high)][seat] =
+                    static_cast<std::uint16_t>(i);
+            }
+        }
+        std::vector<Contender> contenders;
+        for (std::size_t index = 0; index < pocket_count; ++index) {
+            if (positions[index][0] != no_position || positions[index][1] != no_position) {
+                const Pocket pocket = pocket_from_index(index);
+                contenders.push_back({pocket_mask(pocket),
+                                      suit_lanes(pocket.low) | suit_lanes(pocket.high),
+                                      positions[index]});
+            }
+        }
+        return contenders;
+    }
+
     void build_showdown_tables() {
         tables_->showdown.resize(pocket_count);
-        for_each_chunk(runouts_.size(), workers_, [this](std::size_t begin, std::size_t end) {
+        const std::vector<Contender> contenders = list_contenders();
+        for_each_chunk(runouts_.size(), workers_, [&](std::size_t begin, std::size_t end) {
             std::vector<std::uint64_t> order;
+            std::vector<std::uint64_t> buffer;
             for (std::size_t i = begin; i < end; ++i) {
                 const Pocket pair = runouts_[i];
-                for (std::size_t seat = 0; seat < 2; ++seat) {
-                    tables_->showdown[pocket_index(pair.low, pair.high)][seat] =
-                        showdown_list(pair, tables_->pockets[seat], order);
-                }
+                fill_showdown_table(pair, contenders, order, buffer,
+                                    tables_->showdown[pocket_index(pair.low, pair.high)]);
             }
         });
     }
 
-    std::vector<ShowdownEntry> showdown_list(Pocket pair, const std::vector<Pocket>& pockets,
-                                             std::vector<std::uint64_t>& order) const {
-        const Board& b = tables_->board;
-        const CardMask dead = card_bit(b[0]) | card_bit(b[1]) | card_bit(b[2]) | pocket_mask(pair);
-        const std::array<Card, 5> board{b[0], b[1], b[2], pair.low, pair.high};
+    void fill_showdown_table(Pocket pair, const std::vector<Contender>& contenders,
+                             std::vector<std::uint64_t>& order, std::vector<std::uint64_t>& buffer,
+                             ShowdownTable& table) const {
+        const Board& board = tables_->board;
+        const CardMask dead = pocket_mask(pair);  // the flop has left the pockets already
+        const SuitLanes dealt = suit_lanes(board[0]) | suit_lanes(board[1]) | suit_lanes(board[2]) |
+                                suit_lanes(pair.low) | suit_lanes(pair.high);
+        // Strength above, place in the list below: positions rise with the place, so the order is
+        // by strength and then by position for each seat.
         order.clear();
-        for (std::size_t position = 0; position < pockets.size(); ++position) {
-            if ((pocket_mask(pockets[position]) & dead) == 0) {
-                const std::uint64_t strength = evaluate_hand(pockets[position], board) + 1U;
-                order.push_back(strength << 16U | position);
+        std::array<std::size_t, 2> live{};
+        for (std::size_t i = 0; i < contenders.size(); ++i) {
+            const Contender& contender = contenders[i];
+            if ((contender.mask & dead) != 0) {
+                continue;
+            }
+            const std::uint64_t strength = evaluate_lanes(dealt | contender.lanes) + 1U;
+            order.push_back(strength << 16U | i);
+            for (std::size_t seat = 0; seat < 2; ++seat) {
+                live[seat] += contender.position[seat] != no_position ? 1 : 0;
             }
         }
-        std::ranges::sort(order);
-        std::vector<ShowdownEntry> list;
-        list.reserve(order.size() + 2);
-        list.push_back({0, no_position});
-        for (const std::uint64_t key : order) {
-            list.push_back({static_cast<std::uint32_t>(key >> 16U),
-                            static_cast<std::uint16_t>(key & 0xFFFFU)});
+        sort_by_strength(order, buffer);
+        for (std::size_t seat = 0; seat < 2; ++seat) {
+            std::vector<ShowdownEntry>& list = table[seat];
+            list.reserve(live[seat] + 2);
+            list.push_back({0, no_position});
+            for (const std::uint64_t key : order) {
+                const std::uint16_t position = contenders[key & 0xFFFFU].position[seat];
+                if (position != no_position) {
+                    list.push_back({static_cast<std::uint32_t>(key >> 16U), position});
+                }
+            }
+            list.push_back({4294967295U, no_position});
         }
-        list.push_back({4294967295U, no_position});
-        return list;
     }
 
     void build_position_tables() {

@@ -83,6 +83,8 @@ struct StreetWork {
     std::size_t all_in_node = 0;  // one of them
     std::vector<Visit> chances;   // `reach` scaled by the chance factor
     std::vector<Visit> dealt;     // the next street's roots behind one card
+    /// Address of the first row that the last batch's way down read.
+    std::uintptr_t last_way_down = 0;
 
     void clear() {
         rows.clear();
@@ -180,7 +182,7 @@ class BatchedWalks::Walk {
 
   private:
     /// Rows of one batch, in floats: what stays in a core's second-level cache beside the states.
-    static constexpr std::size_t batch_floats = 96 * 1024;
+    static constexpr std::size_t batch_floats = 192 * 1024;
 
     /// Values of roots that share a board, in batches of as many as fit the caches.
     void solve_street(Workspace& space, std::size_t depth, std::span<const Visit> roots,
@@ -325,7 +327,49 @@ class BatchedWalks::Walk {
         }
     }
 
+    /// The row that a way down reads at a decision of the other seat.
+    std::span<const float> way_down_row(std::size_t node) const {
+        const NodeState& state = states_[node];
+        return rule_ == WalkRule::iterate ? state.regrets() : state.strategy_sum();
+    }
+
+    /// Has the rows fetched, while the terminals compute, that the way up will want, and then those
+    /// that the next batch's way down will: most boards are laid out alike, so they stand as far
+    /// from this batch's as these from the last one's.
+    void fetch_while_evaluating(Workspace& space, StreetWork& work) const {
+        RowFetcher& fetcher = space.lanes.fetcher;
+        fetcher.clear();
+        for (std::size_t k = work.decisions.size(); k-- > 0;) {
+            if (!work.decisions[k].own) {
+                continue;
+            }
+            const NodeState& state = states_[work.decisions[k].node];
+            if (rule_ == WalkRule::iterate) {
+                fetcher.add(state.regrets().data(), state.regrets().size_bytes());
+            }
+            if (rule_ != WalkRule::best) {
+                fetcher.add(state.strategy_sum().data(), state.strategy_sum().size_bytes());
+            }
+        }
+        const auto theirs = std::ranges::find(work.decisions, false, &Decision::own);
+        if (theirs == work.decisions.end()) {
+            return;
+        }
+        const auto first = reinterpret_cast<std::uintptr_t>(way_down_row(theirs->node).data());
+        const std::uintptr_t step = first - work.last_way_down;
+        work.last_way_down = first;
+        for (const Decision& decision : work.decisions) {
+            if (!decision.own) {
+                const std::span<const float> row = way_down_row(decision.node);
+                fetcher.add(reinterpret_cast<const void*>(
+                                reinterpret_cast<std::uintptr_t>(row.data()) + step),
+                            row.size_bytes());
+            }
+        }
+    }
+
     void evaluate_terminals(Workspace& space, StreetWork& work, const GameNode& root) {
+        fetch_while_evaluating(space, work);
         if (!work.folds.empty()) {
             space.lanes.folds(seat_, root.turn, root.river, work.folds);
         }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "engine/solver/profile.h"
 #include "engine/solver/simd.h"
@@ -9,7 +10,7 @@
 namespace kestrel {
 namespace {
 
-constexpr std::size_t widest = 8;  // lanes of the widest group
+constexpr std::size_t widest = 16;  // lanes of the widest group
 constexpr std::size_t largest_level = pocket_count;
 
 /// Weights of a set of pockets for each lane, in all and by card.
@@ -22,14 +23,23 @@ struct LaneSums {
 
     V card(Card c) const { return V::load(by_card[c]); }
 
-    void add(const ShowdownItem& item, const float* reach) {
-        const V w = V::widen(reach + item.position * V::count);
-        total = total + w;
-        (card(item.low) + w).store(by_card[item.low]);
-        (card(item.high) + w).store(by_card[item.high]);
+    /// Adds items in their order. The total stays in registers: through memory, each addition
+    /// would wait for the store of the one before.
+    template <class Iterator>
+    void add(Iterator item, Iterator end, const float* reach) {
+        V sum = total;
+        for (; item != end; ++item) {
+            const V w = V::widen(reach + item->position * V::count);
+            sum = sum + w;
+            (card(item->low) + w).store(by_card[item->low]);
+            (card(item->high) + w).store(by_card[item->high]);
+        }
+        total = sum;
     }
 
-    V free_of(const ShowdownItem& item) const { return total - card(item.low) - card(item.high); }
+    V free_of(const ShowdownItem& item, const V& sum) const {
+        return sum - card(item.low) - card(item.high);
+    }
 };
 
 template <std::size_t vectors>
@@ -59,14 +69,16 @@ struct LanePayoffs {
 };
 
 /// Calls evaluate<vectors>(terminals) for groups of at most eight, the last as narrow as it fits.
-template <class Narrow, class Wide>
-void in_groups(std::span<const LaneTerminal> terminals, Narrow narrow, Wide wide) {
+template <class Narrow, class Wide, class Widest>
+void in_groups(std::span<const LaneTerminal> terminals, Narrow narrow, Wide wide, Widest most) {
     for (std::size_t begin = 0; begin < terminals.size(); begin += widest) {
         const auto group = terminals.subspan(begin, std::min(widest, terminals.size() - begin));
         if (group.size() <= 4) {
             narrow(group);
-        } else {
+        } else if (group.size() <= 8) {
             wide(group);
+        } else {
+            most(group);
         }
     }
 }
@@ -107,7 +119,8 @@ void LaneTerminals::folds(Seat seat, Card turn, Card river,
                           std::span<const LaneTerminal> terminals) {
     in_groups(
         terminals, [&](auto group) { fold_group<1>(seat, turn, river, group); },
-        [&](auto group) { fold_group<2>(seat, turn, river, group); });
+        [&](auto group) { fold_group<2>(seat, turn, river, group); },
+        [&](auto group) { fold_group<4>(seat, turn, river, group); });
 }
 
 void LaneTerminals::showdowns(Seat seat, Card turn, Card river, std::span<LaneTerminal> terminals) {
@@ -115,7 +128,8 @@ void LaneTerminals::showdowns(Seat seat, Card turn, Card river, std::span<LaneTe
     by_rule(terminals, [&](auto some) {
         in_groups(
             some, [&](auto group) { showdown_group<1>(seat, pair, group); },
-            [&](auto group) { showdown_group<2>(seat, pair, group); });
+            [&](auto group) { showdown_group<2>(seat, pair, group); },
+            [&](auto group) { showdown_group<4>(seat, pair, group); });
     });
 }
 
@@ -124,7 +138,8 @@ void LaneTerminals::all_ins(Seat seat, std::span<const std::pair<Card, Card>> ru
     by_rule(terminals, [&](auto some) {
         in_groups(
             some, [&](auto group) { all_in_group<1>(seat, runouts, divisor, group); },
-            [&](auto group) { all_in_group<2>(seat, runouts, divisor, group); });
+            [&](auto group) { all_in_group<2>(seat, runouts, divisor, group); },
+            [&](auto group) { all_in_group<4>(seat, runouts, divisor, group); });
     });
 }
 
@@ -140,24 +155,13 @@ void LaneTerminals::turn_in(Seat seat, std::span<const LaneTerminal> terminals) 
     float* to = reach_.data();
     const __m256 zero = _mm256_setzero_ps();
     for (std::size_t h = 0; h < rows; h += 8) {
-        __m256 row[8];
         __m256 any = zero;
-        for (std::size_t i = 0; i < lanes; ++i) {
-            row[i] = _mm256_load_ps(from[i] + h);
-            any = _mm256_or_ps(any, row[i]);
-        }
-        const auto mask =
-            static_cast<unsigned>(_mm256_movemask_ps(_mm256_cmp_ps(any, zero, _CMP_NEQ_UQ)));
-        for (std::size_t j = 0; j < 8; ++j) {
-            nonzero_[h + j] = static_cast<std::uint8_t>(mask >> j & 1U);
-        }
-        if constexpr (vectors == 2) {
-            __m256 turned[8];
-            transpose_8x8(row, turned);
-            for (std::size_t j = 0; j < 8; ++j) {
-                _mm256_store_ps(to + (h + j) * lanes, turned[j]);
+        if constexpr (vectors == 1) {
+            __m256 row[4];
+            for (std::size_t i = 0; i < 4; ++i) {
+                row[i] = _mm256_load_ps(from[i] + h);
+                any = _mm256_or_ps(any, row[i]);
             }
-        } else {
             for (std::size_t half = 0; half < 2; ++half) {
                 __m128 block[4];
                 for (std::size_t i = 0; i < 4; ++i) {
@@ -169,6 +173,24 @@ void LaneTerminals::turn_in(Seat seat, std::span<const LaneTerminal> terminals) 
                     _mm_store_ps(to + (h + 4 * half + j) * lanes, block[j]);
                 }
             }
+        } else {
+            for (std::size_t first = 0; first < lanes; first += 8) {
+                __m256 row[8];
+                __m256 turned[8];
+                for (std::size_t i = 0; i < 8; ++i) {
+                    row[i] = _mm256_load_ps(from[first + i] + h);
+                    any = _mm256_or_ps(any, row[i]);
+                }
+                transpose_8x8(row, turned);
+                for (std::size_t j = 0; j < 8; ++j) {
+                    _mm256_store_ps(to + (h + j) * lanes + first, turned[j]);
+                }
+            }
+        }
+        const auto mask =
+            static_cast<unsigned>(_mm256_movemask_ps(_mm256_cmp_ps(any, zero, _CMP_NEQ_UQ)));
+        for (std::size_t j = 0; j < 8; ++j) {
+            nonzero_[h + j] = static_cast<std::uint8_t>(mask >> j & 1U);
         }
     }
     std::fill_n(to + rows * lanes, lanes, 0.0F);
@@ -180,14 +202,7 @@ void LaneTerminals::turn_out(Seat seat, std::span<const LaneTerminal> terminals)
     const std::size_t rows = padded_row(game_.cards.pockets[index_of(seat)].size());
     const float* from = out_.data();
     for (std::size_t h = 0; h < rows; h += 8) {
-        __m256 turned[8] = {};
-        if constexpr (vectors == 2) {
-            __m256 row[8];
-            for (std::size_t j = 0; j < 8; ++j) {
-                row[j] = _mm256_load_ps(from + (h + j) * lanes);
-            }
-            transpose_8x8(row, turned);
-        } else {
+        if constexpr (vectors == 1) {
             __m128 half[2][4];
             for (std::size_t k = 0; k < 2; ++k) {
                 for (std::size_t j = 0; j < 4; ++j) {
@@ -195,12 +210,21 @@ void LaneTerminals::turn_out(Seat seat, std::span<const LaneTerminal> terminals)
                 }
                 _MM_TRANSPOSE4_PS(half[k][0], half[k][1], half[k][2], half[k][3]);
             }
-            for (std::size_t i = 0; i < 4; ++i) {
-                turned[i] = _mm256_set_m128(half[1][i], half[0][i]);
+            for (std::size_t i = 0; i < terminals.size(); ++i) {
+                _mm256_store_ps(terminals[i].out + h, _mm256_set_m128(half[1][i], half[0][i]));
             }
-        }
-        for (std::size_t i = 0; i < terminals.size(); ++i) {
-            _mm256_store_ps(terminals[i].out + h, turned[i]);
+        } else {
+            for (std::size_t first = 0; first < terminals.size(); first += 8) {
+                __m256 row[8];
+                __m256 turned[8];
+                for (std::size_t j = 0; j < 8; ++j) {
+                    row[j] = _mm256_load_ps(from + (h + j) * lanes + first);
+                }
+                transpose_8x8(row, turned);
+                for (std::size_t i = first; i < std::min(first + 8, terminals.size()); ++i) {
+                    _mm256_store_ps(terminals[i].out + h, turned[i - first]);
+                }
+            }
         }
     }
 }
@@ -229,6 +253,7 @@ void LaneTerminals::fold_group(Seat seat, Card turn, Card river,
     // Positions rise by low card, so the sum of the low card stays in registers for its run. A
     // card's sum takes its pockets in the order of their positions, as the plain form does.
     LaneSums<vectors> sums;
+    V total = V::zero();
     const std::vector<Pocket>& their_pockets = cards.pockets[theirs];
     for (std::size_t h = 0; h < their_pockets.size();) {
         const Card low = their_pockets[h].low;
@@ -239,7 +264,7 @@ void LaneTerminals::fold_group(Seat seat, Card turn, Card river,
             }
             const V w = V::widen(reach + h * V::count);
             const Card high = their_pockets[h].high;
-            sums.total = sums.total + w;
+            total = total + w;
             low_sum = low_sum + w;
             (sums.card(high) + w).store(sums.by_card[high]);
         }
@@ -247,18 +272,22 @@ void LaneTerminals::fold_group(Seat seat, Card turn, Card river,
     }
 
     LanePayoffs<vectors> payoffs(terminals);
-    payoffs.clear_empty(sums.total);
+    payoffs.clear_empty(total);
     const V payoff = V::load(payoffs.win);
-    const std::vector<Pocket>& own_pockets = cards.pockets[own];
-    for (std::size_t h = 0; h < own_pockets.size(); ++h) {
-        const V same = V::widen(reach + same_row_[own][h] * V::count);
+    const std::size_t own_hands = cards.pockets[own].size();
+    const Pocket* const own_pockets = cards.pockets[own].data();
+    const std::uint16_t* const same_row = same_row_[own].data();
+    float* const out = out_.data();
+    for (std::size_t h = 0; h < own_hands; ++h) {
+        fetcher.step();
+        const V same = V::widen(reach + same_row[h] * V::count);
         const V free =
-            sums.total + same - sums.card(own_pockets[h].low) - sums.card(own_pockets[h].high);
-        (free * payoff).narrow(out_.data() + h * V::count);
+            total + same - sums.card(own_pockets[h].low) - sums.card(own_pockets[h].high);
+        (free * payoff).narrow(out + h * V::count);
     }
     if (blocked != nullptr) {
         for (const std::uint16_t position : (*blocked)[own]) {
-            std::fill_n(out_.data() + position * V::count, V::count, 0.0F);
+            std::fill_n(out + position * V::count, V::count, 0.0F);
         }
     }
     turn_out<vectors>(seat, terminals);
@@ -302,9 +331,9 @@ void LaneTerminals::walk_raked(const BoardOrder& board, std::size_t own,
     const std::size_t live_count = step_count_ == 0 ? 0 : steps_[step_count_ - 1].live_end;
 
     LaneSums<vectors> all;
-    for (std::size_t k = 0; k < live_count; ++k) {
-        all.add(live_[k], reach);
-    }
+    const ShowdownItem* const live = live_.data();
+    all.add(live, live + live_count, reach);
+    const V all_total = all.total;
     LanePayoffs<vectors> payoffs(terminals);
     payoffs.clear_empty(all.total);
     const V win = V::load(payoffs.win);
@@ -325,28 +354,32 @@ void LaneTerminals::walk_raked(const BoardOrder& board, std::size_t own,
     std::size_t k = 0;
     const auto without_ties = [&](std::size_t end) {
         // Nothing ties: the share of ties is -0, which adds nothing.
+        const V total = sums.total;
         for (; i < end; ++i) {
-            const V won = sums.free_of(items[i]);
-            const V lost = all.free_of(items[i]) - won;
+            fetcher.step();
+            const V won = sums.free_of(items[i], total);
+            const V lost = all.free_of(items[i], all_total) - won;
             put(items[i], won * win + lost * lose);
         }
     };
     for (std::size_t s = 0; s < step_count_; ++s) {
         const Step step = steps_[s];
         without_ties(step.own_below);
+        const V total_below = sums.total;
         for (std::size_t t = i; t < step.own_end; ++t) {
-            sums.free_of(items[t]).store(won_.data() + (t - i) * V::count);
+            sums.free_of(items[t], total_below).store(won_.data() + (t - i) * V::count);
         }
-        for (; k < step.live_end; ++k) {
-            sums.add(live_[k], reach);
-        }
+        sums.add(live + k, live + step.live_end, reach);
+        k = step.live_end;
+        const V total = sums.total;
         for (std::size_t t = i; t < step.own_end; ++t) {
+            fetcher.step();
             const ShowdownItem item = items[t];
             const V won = V::load(won_.data() + (t - i) * V::count);
-            const V met = sums.free_of(item);
+            const V met = sums.free_of(item, total);
             const V same = V::widen(reach + same_row[item.position] * V::count);
             const V tied = met - won + same;
-            const V lost = all.free_of(item) - met;
+            const V lost = all.free_of(item, all_total) - met;
             put(item, tied * tie + won * win + lost * lose);
         }
         i = step.own_end;
@@ -362,6 +395,7 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
     float* const out = out_.data();
     const ShowdownItem* const items = board.items[own].data();
     const std::size_t item_count = board.items[own].size();
+    const ShowdownItem* const live = live_.data();
     const LanePayoffs<vectors> payoffs(terminals);
 
     // With run-outs to add up, the winning part waits for the losing part, so that their sum is
@@ -373,8 +407,10 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
         std::size_t i = 0;
         std::size_t k = 0;
         const auto settle = [&](std::size_t end) {
+            const V total = beaten.total;
             for (; i < end; ++i) {
-                const V value = beaten.free_of(items[i]) * win;
+                fetcher.step();
+                const V value = beaten.free_of(items[i], total) * win;
                 if constexpr (add) {
                     value.narrow(reinterpret_cast<float*>(parts.data()) + i * V::count);
                 } else {
@@ -384,9 +420,8 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
         };
         for (std::size_t s = 0; s < step_count_; ++s) {
             settle(steps_[s].own_end);
-            for (; k < steps_[s].live_end; ++k) {
-                beaten.add(live_[k], reach);
-            }
+            beaten.add(live + k, live + steps_[s].live_end, reach);
+            k = steps_[s].live_end;
         }
         settle(item_count);
     }
@@ -395,9 +430,11 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
     std::size_t i = item_count;
     std::size_t k = step_count_ == 0 ? 0 : steps_[step_count_ - 1].live_end;
     const auto settle = [&](std::size_t end) {
+        const V total = beating.total;
         while (i > end) {
             --i;
-            const V value = beating.free_of(items[i]) * lose;
+            fetcher.step();
+            const V value = beating.free_of(items[i], total) * lose;
             if constexpr (add) {
                 float* const part = reinterpret_cast<float*>(parts.data()) + i * V::count;
                 value.narrow_and_add(part);
@@ -412,9 +449,9 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
     };
     for (std::size_t s = step_count_; s-- > 0;) {
         settle(steps_[s].own_below);
-        for (const std::size_t end = s == 0 ? 0 : steps_[s - 1].live_end; k > end; --k) {
-            beating.add(live_[k - 1], reach);
-        }
+        const std::size_t end = s == 0 ? 0 : steps_[s - 1].live_end;
+        beating.add(std::reverse_iterator(live + k), std::reverse_iterator(live + end), reach);
+        k = end;
     }
     settle(0);
 }

@@ -9,6 +9,7 @@
 
 #include "engine/game/game.h"
 #include "engine/solver/aligned_buffer.h"
+#include "engine/solver/row_fetcher.h"
 #include "engine/solver/showdown_order.h"
 #include "engine/solver/terminal.h"
 
@@ -43,10 +44,10 @@ class LaneTerminals {
     void all_ins(Seat seat, std::span<const std::pair<Card, Card>> runouts, float divisor,
                  std::span<LaneTerminal> terminals);
 
-  private:
-    template <std::size_t vectors>
-    struct Group;
+    /// What to fetch into the caches while terminals are evaluated.
+    RowFetcher fetcher;
 
+  private:
     template <std::size_t vectors>
     void fold_group(Seat seat, Card turn, Card river, std::span<const LaneTerminal> terminals);
     template <std::size_t vectors>
