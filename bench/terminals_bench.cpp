@@ -141,7 +141,7 @@ void BM_AllInTurnLanes(benchmark::State& state) {
     run_lanes(state, turn_all_ins(),
               [](LaneTerminals& evaluator, const GameNode& node, std::span<LaneTerminal> lanes) {
                   static const auto runouts = runouts_of(*turn_all_ins().game, node);
-                  evaluator.all_ins(Seat::IP, runouts, 0.0F, lanes);
+                  evaluator.all_ins(Seat::IP, runouts, std::nullopt, lanes);
               });
 }
 BENCHMARK(BM_AllInTurnLanes)->Unit(benchmark::kMicrosecond);
@@ -171,7 +171,7 @@ void BM_AllInFlopLanes(benchmark::State& state) {
     run_lanes(state, flop_all_in(),
               [](LaneTerminals& evaluator, const GameNode& node, std::span<LaneTerminal> lanes) {
                   static const auto runouts = runouts_of(*flop_all_in().game, node);
-                  evaluator.all_ins(Seat::IP, runouts, 0.0F, lanes);
+                  evaluator.all_ins(Seat::IP, runouts, std::nullopt, lanes);
               });
 }
 BENCHMARK(BM_AllInFlopLanes)->Unit(benchmark::kMillisecond);

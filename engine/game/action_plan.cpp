@@ -1,14 +1,14 @@
 #include "engine/game/action_plan.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstdlib>
 #include <future>
-#include <limits>
+#include <memory>
 #include <stdexcept>
-#include <thread>
 #include <utility>
+
+#include "engine/game/environment.h"
+#include "engine/game/legal_actions.h"
 
 namespace kestrel {
 
@@ -35,6 +35,16 @@ struct ActionPlan::PlanChild {
     PlanNode node;
 };
 
+/// A task's place among the workers, from before it starts until it is gone.
+struct ActionPlan::WorkerPlace {
+    explicit WorkerPlace(std::atomic<std::size_t>& counter) : workers(counter) { ++workers; }
+    ~WorkerPlace() { --workers; }
+    WorkerPlace(const WorkerPlace&) = delete;
+    WorkerPlace& operator=(const WorkerPlace&) = delete;
+
+    std::atomic<std::size_t>& workers;
+};
+
 /// The buffers of an expansion: one for each thread that builds, so that no node allocates.
 struct ActionPlan::Candidates {
     std::vector<Action> actions;
@@ -42,20 +52,6 @@ struct ActionPlan::Candidates {
 };
 
 namespace {
-
-/// A whole number from the environment, as strtol reads it; `fallback` for anything below
-/// `smallest`, no number at all, or a number out of range.
-std::size_t number_from_environment(const char* name, long smallest, std::size_t fallback) {
-    const char* text = std::getenv(name);
-    if (text == nullptr) {
-        return fallback;
-    }
-    char* end = nullptr;
-    errno = 0;
-    const long value = std::strtol(text, &end, 10);
-    return end != text && errno == 0 && value >= smallest ? static_cast<std::size_t>(value)
-                                                          : fallback;
-}
 
 Board board_of(const CardContext* cards) {
     if (cards != nullptr) {
@@ -68,123 +64,13 @@ Street next_street(Street street) {
     return street == Street::Flop ? Street::Turn : Street::River;
 }
 
-bool is_wager(ActionKind kind) {
-    return kind == ActionKind::bet || kind == ActionKind::raise || kind == ActionKind::allin;
-}
-
-/// Step by step from the sizing text's tokens to the legal actions of a decision.
-class ActionList {
-  public:
-    /// Appends to `list`, which is empty; both must outlive the object.
-    ActionList(const SizeContext& size, std::vector<Action>& list) : size_(size), list_(list) {}
-
-    void add(ActionKind kind, std::int32_t amount) { list_.push_back({kind, amount}); }
-
-    void add_wager(ActionKind kind, std::int32_t amount) {
-        add(amount == size_.max_raise_to ? ActionKind::allin : kind, amount);
-    }
-
-    void add_bets(const std::vector<SizeToken>& tokens) {
-        for (const SizeToken& token : tokens) {
-            add_wager(ActionKind::bet, resolve_size(token, size_));
-        }
-    }
-
-    void add_raises(const std::vector<SizeToken>& tokens, std::int32_t raises_this_street) {
-        for (const SizeToken& token : tokens) {
-            if (token.kind == SizeKind::Chips && token.raise_cap >= 1 &&
-                raises_this_street >= token.raise_cap) {
-                continue;
-            }
-            // A raise by a part of the pot is the call plus that part of the pot after the call.
-            const std::int32_t amount =
-                token.kind == SizeKind::PotPercent
-                    ? clamp_amount(
-                          size_.street_bet + std::round(size_.pot_after_call * token.ratio),
-                          size_.min_raise_to, size_.max_raise_to)
-                    : resolve_size(token, size_);
-            add_wager(ActionKind::raise, amount);
-        }
-    }
-
-    void add_jam() {
-        if (std::ranges::find(list_, ActionKind::allin, &Action::kind) == list_.end()) {
-            add(ActionKind::allin, size_.max_raise_to);
-        }
-    }
-
-    /// Clamps wagers to what is legal and makes an all-in of one that leaves little behind.
-    void round_to_all_in(std::int32_t pot, double all_in_threshold) {
-        for (Action& action : list_) {
-            if (action.kind != ActionKind::bet && action.kind != ActionKind::raise) {
-                continue;
-            }
-            const std::int32_t amount =
-                std::max(size_.min_raise_to, std::min(action.amount, size_.max_raise_to));
-            const double pot_when_called = pot + (amount - size_.street_bet) * 2.0;
-            const double extra = std::round(pot_when_called * all_in_threshold);
-            if (size_.max_raise_to <= size_.street_bet + extra || amount == size_.max_raise_to) {
-                action = {ActionKind::allin, size_.max_raise_to};
-            } else {
-                action.amount = amount;
-            }
-        }
-    }
-
-    /// Fold, call and check first, then the wagers from small to large.
-    void order(std::vector<Action>& wagers) {
-        wagers.clear();
-        std::erase_if(list_, [&wagers](const Action& action) {
-            const bool moves = is_wager(action.kind) && action.amount >= 1;
-            if (moves) {
-                wagers.push_back(action);
-            }
-            return moves;
-        });
-        std::ranges::sort(wagers, {}, [](const Action& a) { return std::pair(a.amount, a.kind); });
-        list_.insert(list_.end(), wagers.begin(), wagers.end());
-    }
-
-    /// Drops wagers that lie too close below the next larger one; at threshold 0, equal ones.
-    void merge(double threshold) {
-        if (size_.pot_after_call <= 0) {
-            return;
-        }
-        // Keeps an amount from surviving beside its equal through rounding of the quotients.
-        constexpr double slack = 0.999999999999;
-        const double pot = size_.pot_after_call;
-        const auto ratio_of = [&](std::int32_t amount) {
-            return (static_cast<double>(amount) - size_.street_bet) / pot;
-        };
-        std::int32_t kept = std::numeric_limits<std::int32_t>::max();
-        std::size_t write = list_.size();
-        for (std::size_t read = list_.size(); read-- > 0;) {
-            const Action action = list_[read];
-            if (is_wager(action.kind) && action.amount > 0) {
-                if (!((ratio_of(kept) - threshold) / (1 + threshold) * slack >
-                      ratio_of(action.amount))) {
-                    continue;
-                }
-                kept = action.amount;
-            }
-            list_[--write] = action;
-        }
-        list_.erase(list_.begin(), list_.begin() + static_cast<std::ptrdiff_t>(write));
-    }
-
-  private:
-    const SizeContext& size_;
-    std::vector<Action>& list_;
-};
-
 }  // namespace
 
 ActionPlan::ActionPlan(PlanOptions plan_options, const CardContext* card_context)
     : options(std::move(plan_options)),
       board(board_of(card_context)),
       cards(card_context),
-      max_workers(number_from_environment("KESTREL_ACTIONPLAN_MAX_WORKERS", 1,
-                                          std::max(1U, std::thread::hardware_concurrency()))),
+      max_workers(number_from_environment("KESTREL_ACTIONPLAN_MAX_WORKERS", 1, hardware_threads())),
       parallel_depth(number_from_environment("KESTREL_ACTIONPLAN_PARALLEL_DEPTH", 0, 0)) {
     BuildContext root;
     root.stack = {options.effective_stack, options.effective_stack};
@@ -255,13 +141,9 @@ void ActionPlan::build_recursive(std::size_t node_index, const BuildContext& con
             }
             const std::size_t index = children[i];
             if (depth < parallel_depth && active_workers < max_workers) {
-                ++active_workers;
                 tasks.push_back(std::async(
-                    std::launch::async, [this, index, depth, child_context = child.context] {
-                        struct Leave {
-                            std::atomic<std::size_t>& workers;
-                            ~Leave() { --workers; }
-                        } leave{active_workers};
+                    std::launch::async, [this, index, depth, child_context = child.context,
+                                         place = std::make_shared<WorkerPlace>(active_workers)] {
                         Candidates own_candidates;
                         build_recursive(index, child_context, depth + 1, own_candidates);
                     }));
@@ -332,7 +214,7 @@ void ActionPlan::list_decision(const PlanNode& node, const BuildContext& context
     const bool donk_spot =
         me == Seat::OOP && sizes.donk_sizes.has_value() && (first_in_hand || into_aggressor);
 
-    ActionList list(size, candidates.actions);
+    LegalActions list(size, candidates.actions);
     if (donk_spot || context.last_step == ActionKind::none ||
         context.last_step == ActionKind::check || context.last_step == ActionKind::chance) {
         list.add(ActionKind::check, 0);

@@ -7,9 +7,9 @@
 #include <mutex>
 #include <optional>
 #include <span>
-#include <string_view>
 #include <vector>
 
+#include "engine/game/action.h"
 #include "engine/game/card_context.h"
 #include "engine/game/growing_list.h"
 #include "engine/game/list_pool.h"
@@ -17,17 +17,6 @@
 #include "engine/poker/cards.h"
 
 namespace kestrel {
-
-enum class ActionKind : std::uint8_t { none, fold, check, call, bet, raise, allin, chance };
-
-/// `amount` in hundredths of a chip: for bet, raise and allin the total for the street (the
-/// raise-to amount), for call the chips to call, 0 for fold and check. For chance the card code.
-struct Action {
-    ActionKind kind = ActionKind::none;
-    std::int32_t amount = 0;
-
-    bool operator==(const Action&) const = default;
-};
 
 enum class NodeKind : std::uint8_t { Decision, Chance, Terminal };
 
@@ -116,6 +105,7 @@ class ActionPlan {
     struct BuildContext;
     struct PlanChild;
     struct Candidates;
+    struct WorkerPlace;
 
     void build_recursive(std::size_t node_index, const BuildContext& context, std::size_t depth,
                          Candidates& candidates);

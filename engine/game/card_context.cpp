@@ -1,20 +1,12 @@
 #include "engine/game/card_context.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <functional>
-#include <future>
 #include <mutex>
-#include <numeric>
 #include <span>
 #include <stdexcept>
-#include <string_view>
-#include <thread>
 #include <unordered_map>
 
-#include "engine/poker/evaluator.h"
+#include "engine/game/environment.h"
 
 namespace kestrel {
 namespace {
@@ -54,14 +46,6 @@ void validate_board(const Board& board) {
 const Board& validated(const Board& board) {
     validate_board(board);
     return board;
-}
-
-CardMask mask_of(const Board& board) {
-    CardMask mask = 0;
-    for (const Card card : board) {
-        mask |= card_bit(card);
-    }
-    return mask;
 }
 
 /// FNV-1a over the bytes of an item.
@@ -120,306 +104,12 @@ ArtifactCache& artifact_cache() {
     return cache;
 }
 
-/// Runs body(begin, end) over [0, count) in one chunk of consecutive indices per worker. Rethrows
-/// the failure of the first chunk that failed, after all have ended.
-void for_each_chunk(std::size_t count, std::size_t workers,
-                    const std::function<void(std::size_t, std::size_t)>& body) {
-    const std::size_t threads = std::min(std::max<std::size_t>(count, 1), workers);
-    if (threads < 2) {
-        body(0, count);
-        return;
-    }
-    const std::size_t chunk = (count + threads - 1) / threads;
-    std::vector<std::future<void>> futures;
-    for (std::size_t begin = 0; begin < count; begin += chunk) {
-        futures.push_back(
-            std::async(std::launch::async, body, begin, std::min(begin + chunk, count)));
-    }
-    for (const auto& future : futures) {
-        future.wait();
-    }
-    for (auto& future : futures) {
-        future.get();
-    }
-}
-
-/// Sorts by the 32 bits above the lowest 16, keeping the order of equal ones: by bytes from the
-/// lowest up. A third of the time of a comparing sort at the length of a showdown list.
-void sort_by_strength(std::vector<std::uint64_t>& keys, std::vector<std::uint64_t>& buffer) {
-    buffer.resize(keys.size());
-    for (unsigned shift = 16; shift < 48; shift += 8) {
-        std::array<std::uint32_t, 257> start{};
-        for (const std::uint64_t key : keys) {
-            ++start[(key >> shift & 0xFFU) + 1];
-        }
-        for (std::size_t i = 1; i < start.size(); ++i) {
-            start[i] += start[i - 1];
-        }
-        for (const std::uint64_t key : keys) {
-            buffer[start[key >> shift & 0xFFU]++] = key;
-        }
-        keys.swap(buffer);
-    }
-}
-
-class Builder {
-  public:
-    Builder(const Board& board, const std::array<Range, 2>& weights, CardMask board_mask)
-        : board_mask_(board_mask), workers_(CardContext::worker_count()) {
-        tables_->board = board;
-        tables_->weights = weights;
-    }
-
-    Artifacts build() {
-        rebuild_private();
-        sum_combination_mass();
-        find_same_pockets();
-        list_runouts();
-        build_showdown_tables();
-        build_position_tables();
-        build_removal_weights();
-        tables_->isomorphism =
-            find_suit_isomorphism(tables_->board, tables_->weights, tables_->pockets);
-        return tables_;
-    }
-
-  private:
-    void rebuild_private() {
-        for_each_chunk(2, workers_, [this](std::size_t begin, std::size_t end) {
-            for (std::size_t seat = begin; seat < end; ++seat) {
-                for (std::size_t index = 0; index < pocket_count; ++index) {
-                    const float weight = tables_->weights[seat][index];
-                    if (!(weight > 0)) {
-                        continue;
-                    }
-                    const Pocket pocket = pocket_from_index(index);
-                    if ((pocket_mask(pocket) & board_mask_) != 0) {
-                        continue;
-                    }
-                    tables_->pockets[seat].push_back(pocket);
-                    tables_->pocket_weights[seat].push_back(weight);
-                }
-                if (tables_->pockets[seat].empty()) {
-                    throw std::invalid_argument("Player range empty after filtering board cards");
-                }
-            }
-        });
-        for (std::size_t seat = 0; seat < 2; ++seat) {
-            tables_->pockets[seat].shrink_to_fit();
-            tables_->pocket_weights[seat].shrink_to_fit();
-            auto& all = tables_->all_positions[seat];
-            all.resize(tables_->pockets[seat].size());
-            std::iota(all.begin(), all.end(), std::uint16_t{0});
-        }
-    }
-
-    void sum_combination_mass() {
-        std::vector<CardMask> ip_masks;
-        for (const Pocket pocket : tables_->pockets[1]) {
-            ip_masks.push_back(pocket_mask(pocket));
-        }
-        double mass = 0;
-        for (std::size_t i = 0; i < tables_->pockets[0].size(); ++i) {
-            const CardMask oop_mask = pocket_mask(tables_->pockets[0][i]);
-            const double oop_weight = tables_->pocket_weights[0][i];
-            for (std::size_t j = 0; j < ip_masks.size(); ++j) {
-                if ((oop_mask & ip_masks[j]) == 0) {
-                    mass += oop_weight * static_cast<double>(tables_->pocket_weights[1][j]);
-                }
-            }
-        }
-        tables_->combination_mass = mass;
-    }
-
-    void find_same_pockets() {
-        for (std::size_t seat = 0; seat < 2; ++seat) {
-            // Both lists rise by pocket number, which orders pockets by their two cards.
-            const auto& theirs = tables_->pockets[1 - seat];
-            auto& same = tables_->same_pocket[seat];
-            for (const Pocket pocket : tables_->pockets[seat]) {
-                const auto by_number = [](Pocket p) { return pocket_index(p.low, p.high); };
-                const auto found =
-                    std::ranges::lower_bound(theirs, by_number(pocket), {}, by_number);
-                same.push_back(found != theirs.end() && *found == pocket
-                                   ? static_cast<std::uint16_t>(found - theirs.begin())
-                                   : no_position);
-            }
-            same.shrink_to_fit();
-        }
-    }
-
-    /// The turn-river pairs that the board allows, lower card first.
-    void list_runouts() {
-        const CardMask flop =
-            mask_of({tables_->board[0], tables_->board[1], tables_->board[2], NO_CARD, NO_CARD});
-        const CardMask must_hold = board_mask_ & ~flop;
-        for (std::size_t index = 0; index < pocket_count; ++index) {
-            const Pocket pair = pocket_from_index(index);
-            const CardMask mask = pocket_mask(pair);
-            if ((mask & flop) == 0 && (mask & must_hold) == must_hold) {
-                runouts_.push_back(pair);
-            }
-        }
-    }
-
-    /// A pocket that either seat holds, with its position for each.
-    struct Contender {
-        CardMask mask;
-        SuitLanes lanes;
-        std::array<std::uint16_t, 2> position;
-    };
-
-    /// All pockets of both seats in rising pocket number, so that one evaluation and one sorting
-    /// serve both.
-    std::vector<Contender> list_contenders() const {
-        std::vector<std::array<std::uint16_t, 2>> positions(pocket_count,
-                                                            {no_position, no_position});
-        for (std::size_t seat = 0; seat < 2; ++seat) {
-            for (std::size_t i = 0; i < tables_->pockets[seat].size(); ++i) {
-                const Pocket pocket = tables_->pockets[seat][i];
-                positions[pocket_index(pocket.low, pocket.high)][seat] =
-                    static_cast<std::uint16_t>(i);
-            }
-        }
-        std::vector<Contender> contenders;
-        for (std::size_t index = 0; index < pocket_count; ++index) {
-            if (positions[index][0] != no_position || positions[index][1] != no_position) {
-                const Pocket pocket = pocket_from_index(index);
-                contenders.push_back({pocket_mask(pocket),
-                                      suit_lanes(pocket.low) | suit_lanes(pocket.high),
-                                      positions[index]});
-            }
-        }
-        return contenders;
-    }
-
-    void build_showdown_tables() {
-        tables_->showdown.resize(pocket_count);
-        const std::vector<Contender> contenders = list_contenders();
-        for_each_chunk(runouts_.size(), workers_, [&](std::size_t begin, std::size_t end) {
-            std::vector<std::uint64_t> order;
-            std::vector<std::uint64_t> buffer;
-            for (std::size_t i = begin; i < end; ++i) {
-                const Pocket pair = runouts_[i];
-                fill_showdown_table(pair, contenders, order, buffer,
-                                    tables_->showdown[pocket_index(pair.low, pair.high)]);
-            }
-        });
-    }
-
-    void fill_showdown_table(Pocket pair, const std::vector<Contender>& contenders,
-                             std::vector<std::uint64_t>& order, std::vector<std::uint64_t>& buffer,
-                             ShowdownTable& table) const {
-        const Board& board = tables_->board;
-        const CardMask dead = pocket_mask(pair);  // the flop has left the pockets already
-        const SuitLanes dealt = suit_lanes(board[0]) | suit_lanes(board[1]) | suit_lanes(board[2]) |
-                                suit_lanes(pair.low) | suit_lanes(pair.high);
-        // Strength above, place in the list below: positions rise with the place, so the order is
-        // by strength and then by position for each seat.
-        order.clear();
-        std::array<std::size_t, 2> live{};
-        for (std::size_t i = 0; i < contenders.size(); ++i) {
-            const Contender& contender = contenders[i];
-            if ((contender.mask & dead) != 0) {
-                continue;
-            }
-            const std::uint64_t strength = evaluate_lanes(dealt | contender.lanes) + 1U;
-            order.push_back(strength << 16U | i);
-            for (std::size_t seat = 0; seat < 2; ++seat) {
-                live[seat] += contender.position[seat] != no_position ? 1 : 0;
-            }
-        }
-        sort_by_strength(order, buffer);
-        for (std::size_t seat = 0; seat < 2; ++seat) {
-            std::vector<ShowdownEntry>& list = table[seat];
-            list.reserve(live[seat] + 2);
-            list.push_back({0, no_position});
-            for (const std::uint64_t key : order) {
-                const std::uint16_t position = contenders[key & 0xFFFFU].position[seat];
-                if (position != no_position) {
-                    list.push_back({static_cast<std::uint32_t>(key >> 16U), position});
-                }
-            }
-            list.push_back({4294967295U, no_position});
-        }
-    }
-
-    void build_position_tables() {
-        const auto fill = [this](PositionLists& valid, PositionLists& blocked, CardMask dealt) {
-            for (std::size_t seat = 0; seat < 2; ++seat) {
-                const auto& masks = pocket_masks_[seat];
-                std::size_t hit = 0;
-                for (const CardMask mask : masks) {
-                    hit += (mask & dealt) != 0 ? 1 : 0;
-                }
-                blocked[seat].reserve(hit);
-                valid[seat].reserve(masks.size() - hit);
-                for (std::size_t position = 0; position < masks.size(); ++position) {
-                    auto& list = (masks[position] & dealt) != 0 ? blocked[seat] : valid[seat];
-                    list.push_back(static_cast<std::uint16_t>(position));
-                }
-            }
-        };
-        for (std::size_t seat = 0; seat < 2; ++seat) {
-            for (const Pocket pocket : tables_->pockets[seat]) {
-                pocket_masks_[seat].push_back(pocket_mask(pocket));
-            }
-        }
-        tables_->valid_by_card.resize(card_count);
-        tables_->blocked_by_card.resize(card_count);
-        tables_->valid_by_pair.resize(pocket_count);
-        tables_->blocked_by_pair.resize(pocket_count);
-        for (Card card = 0; card < card_count; ++card) {
-            const Card turn = tables_->board[3];
-            if (turn != NO_CARD ? card == turn : (board_mask_ & card_bit(card)) == 0) {
-                fill(tables_->valid_by_card[card], tables_->blocked_by_card[card], card_bit(card));
-            }
-        }
-        for (const Pocket pair : runouts_) {
-            const std::size_t index = pocket_index(pair.low, pair.high);
-            fill(tables_->valid_by_pair[index], tables_->blocked_by_pair[index], pocket_mask(pair));
-        }
-    }
-
-    void build_removal_weights() {
-        for (std::size_t seat = 0; seat < 2; ++seat) {
-            const std::size_t opponent = 1 - seat;
-            const auto& their_weights = tables_->pocket_weights[opponent];
-            double total = 0;
-            std::array<double, card_count> card_mass{};
-            for (std::size_t j = 0; j < their_weights.size(); ++j) {
-                const double weight = their_weights[j];
-                total += weight;
-                card_mass[tables_->pockets[opponent][j].low] += weight;
-                card_mass[tables_->pockets[opponent][j].high] += weight;
-            }
-            for (std::size_t i = 0; i < tables_->pockets[seat].size(); ++i) {
-                const Pocket pocket = tables_->pockets[seat][i];
-                const std::uint16_t twin = tables_->same_pocket[seat][i];
-                // The identical pocket was taken off once for each of its cards.
-                const double same = twin == no_position ? 0.0 : their_weights[twin];
-                const double free = total - card_mass[pocket.low] - card_mass[pocket.high] + same;
-                const double weight = tables_->pocket_weights[seat][i];
-                tables_->removal_weights[seat].push_back(
-                    free > 0 ? static_cast<float>(weight * free) : 0.0F);
-            }
-            tables_->removal_weights[seat].shrink_to_fit();
-        }
-    }
-
-    CardMask board_mask_;
-    std::size_t workers_;
-    std::shared_ptr<CachedArtifacts> tables_ = std::make_shared<CachedArtifacts>();
-    std::vector<Pocket> runouts_;
-    std::array<std::vector<CardMask>, 2> pocket_masks_;
-};
-
-Artifacts find_or_build(std::uint64_t key, const Board& board, const std::array<Range, 2>& weights,
-                        CardMask board_mask) {
+Artifacts find_or_build(std::uint64_t key, const Board& board,
+                        const std::array<Range, 2>& weights) {
     if (Artifacts found = artifact_cache().find(key, board, weights)) {
         return found;
     }
-    Artifacts built = Builder(board, weights, board_mask).build();
+    Artifacts built = build_card_tables(board, weights, CardContext::worker_count());
     artifact_cache().insert(key, built);
     return built;
 }
@@ -455,7 +145,7 @@ CardContext::CardContext(const Board& board_cards, const std::array<Range, 2>& r
       weights(range_weights),
       board_mask(mask_of(board)),
       cache_key(key_of(board, weights)),
-      artifacts_(find_or_build(cache_key, board, weights, board_mask)),
+      artifacts_(find_or_build(cache_key, board, weights)),
       pockets(artifacts_->pockets),
       pocket_weights(artifacts_->pocket_weights),
       removal_weights(artifacts_->removal_weights),
@@ -488,14 +178,7 @@ std::size_t CardContext::memory_bytes() const {
 }
 
 std::size_t CardContext::worker_count() {
-    if (const char* text = std::getenv("KESTREL_CARDCTX_MAX_WORKERS")) {
-        errno = 0;
-        const long value = std::strtol(text, nullptr, 10);
-        if (errno == 0 && value > 0) {
-            return static_cast<std::size_t>(value);
-        }
-    }
-    return std::max(1U, std::thread::hardware_concurrency());
+    return number_from_environment("KESTREL_CARDCTX_MAX_WORKERS", 1, hardware_threads());
 }
 
 }  // namespace kestrel

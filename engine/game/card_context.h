@@ -6,49 +6,12 @@
 #include <memory>
 #include <vector>
 
+#include "engine/game/card_tables.h"
 #include "engine/game/suit_isomorphism.h"
 #include "engine/poker/cards.h"
 #include "engine/poker/range.h"
 
 namespace kestrel {
-
-/// Stands for "no position" where a position is asked for.
-inline constexpr std::uint16_t no_position = 65535;
-
-/// One hand of a showdown list. `strength` is the hand strength plus 1; 0 and 4294967295 mark the
-/// sentinels at the two ends of a list, whose `position` is `no_position`.
-struct ShowdownEntry {
-    std::uint32_t strength;
-    std::uint16_t position;
-};
-
-/// Per seat, the hands that are alive on one complete board, rising by strength and then position,
-/// between two sentinels.
-using ShowdownTable = std::array<std::vector<ShowdownEntry>, 2>;
-
-/// Per seat, a list of positions in rising order.
-using PositionLists = std::array<std::vector<std::uint16_t>, 2>;
-
-/// Everything that is dear to compute about the cards of a spot. Immutable once built and shared by
-/// all contexts of the same spot that are alive at one time.
-struct CachedArtifacts {
-    std::array<std::vector<Pocket>, 2> pockets;
-    std::array<std::vector<float>, 2> pocket_weights;
-    std::array<std::vector<float>, 2> removal_weights;
-    PositionLists same_pocket;
-    std::vector<ShowdownTable> showdown;
-    SuitIsomorphism isomorphism;
-    PositionLists all_positions;
-    std::vector<PositionLists> valid_by_card;
-    std::vector<PositionLists> valid_by_pair;
-    std::vector<PositionLists> blocked_by_card;
-    std::vector<PositionLists> blocked_by_pair;
-    double combination_mass = 0;
-
-    // The inputs, so that a cache hit can be told from a collision of keys.
-    Board board{};
-    std::array<Range, 2> weights{};
-};
 
 /// Everything about a spot that depends on the cards alone: the two ranges reduced to the pockets
 /// that can occur, the sorted showdown lists of every run-out, the pockets that each dealt card

@@ -46,10 +46,9 @@ Card exchange_suits(Card card, int s, int t) {
 }
 
 SwapList swap_list(const std::array<std::vector<Pocket>, 2>& pockets, int s, int t) {
-    constexpr std::uint16_t absent = 65535;
     SwapList result;
     for (std::size_t seat = 0; seat < 2; ++seat) {
-        std::vector<std::uint16_t> position(pocket_count, absent);
+        std::vector<std::uint16_t> position(pocket_count, no_position);
         const auto& list = pockets[seat];
         for (std::size_t i = 0; i < list.size(); ++i) {
             position[pocket_index(list[i].low, list[i].high)] = static_cast<std::uint16_t>(i);
@@ -57,7 +56,7 @@ SwapList swap_list(const std::array<std::vector<Pocket>, 2>& pockets, int s, int
         for (std::size_t i = 0; i < list.size(); ++i) {
             const std::uint16_t j = position[pocket_index(exchange_suits(list[i].low, s, t),
                                                           exchange_suits(list[i].high, s, t))];
-            if (j != absent && j > i) {
+            if (j != no_position && j > i) {
                 result[seat].emplace_back(static_cast<std::uint16_t>(i), j);
             }
         }

@@ -10,6 +10,9 @@
 
 namespace kestrel {
 
+/// Stands for "no position" where a position is asked for.
+inline constexpr std::uint16_t no_position = 65535;
+
 /// For each seat, the pairs of positions (lower first) that trade places when two suits trade
 /// names. A pocket that is its own image, or whose image is not in the seat's list, is in no pair.
 using SwapList = std::array<std::vector<std::pair<std::uint16_t, std::uint16_t>>, 2>;

@@ -1,40 +1,24 @@
 #include "engine/poker/bet_size.h"
 
 #include <algorithm>
-#include <cctype>
-#include <cerrno>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 #include <string>
 
+#include "engine/poker/text.h"
+
 namespace kestrel {
 namespace {
-
-bool is_space(char character) {
-    return std::isspace(static_cast<unsigned char>(character)) != 0;
-}
-
-char to_lower(char character) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-}
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && is_space(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && is_space(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
 
 std::string_view without_last(std::string_view text) {
     return text.substr(0, text.size() - 1);
 }
 
-// strtod and strtoll skip leading white space, which is no part of a number here.
-bool can_start_number(std::string_view text) {
-    return !text.empty() && !is_space(text.front());
+// White space before a number is no part of it here.
+template <class Number>
+bool is_whole_text(const ReadNumber<Number>& number, std::string_view text) {
+    return number.length > 0 && number.length == text.size() && !is_space(text.front());
 }
 
 std::string hex_of(std::string_view text) {
@@ -53,7 +37,9 @@ SizeToken parse_multiple(std::string_view token, bool allow_relative) {
         throw std::invalid_argument("Relative raise (x) is not allowed in this context");
     }
     const double multiple = parse_decimal(without_last(token));
-    if (multiple <= 1.0) throw std::invalid_argument("Relative raise must exceed 1.0x");
+    if (multiple <= 1.0) {
+        throw std::invalid_argument("Relative raise must exceed 1.0x");
+    }
     return {.kind = SizeKind::RaiseMultiple, .ratio = multiple};
 }
 
@@ -61,11 +47,19 @@ SizeToken parse_chips(std::string_view token, bool allow_relative) {
     const std::size_t unit = token.find_first_of("cC");
     SizeToken size{.kind = SizeKind::Chips, .chips = parse_integer(token.substr(0, unit))};
     const std::string_view cap = token.substr(unit + 1);
-    if (cap.empty()) return size;
-    if (!allow_relative) throw std::invalid_argument("Raise cap is only valid for raises");
-    if (to_lower(cap.back()) != 'r') throw std::invalid_argument("Raise cap must end with 'r'");
+    if (cap.empty()) {
+        return size;
+    }
+    if (!allow_relative) {
+        throw std::invalid_argument("Raise cap is only valid for raises");
+    }
+    if (to_lower(cap.back()) != 'r') {
+        throw std::invalid_argument("Raise cap must end with 'r'");
+    }
     size.raise_cap = parse_integer(without_last(cap));
-    if (size.raise_cap < 1) throw std::invalid_argument("Raise cap must be positive");
+    if (size.raise_cap < 1) {
+        throw std::invalid_argument("Raise cap must be positive");
+    }
     return size;
 }
 
@@ -80,7 +74,9 @@ SizeToken parse_geometric(std::string_view token) {
     }
     if (!body.empty()) {
         size.streets = parse_integer(body);
-        if (size.streets < 1) throw std::invalid_argument("Geometric streets must be positive");
+        if (size.streets < 1) {
+            throw std::invalid_argument("Geometric streets must be positive");
+        }
     }
     return size;
 }
@@ -94,44 +90,46 @@ double geometric_fraction(double stack_to_pot, std::int32_t streets) {
 }  // namespace
 
 double parse_decimal(std::string_view text) {
-    const std::string terminated(text);
-    const char* const begin = terminated.c_str();
-    char* end = nullptr;
-    errno = 0;
-    const double value = std::strtod(begin, &end);
-    const bool overflow = errno == ERANGE && std::isinf(value);
-    if (!can_start_number(text) || overflow || end != begin + terminated.size()) {
-        throw std::invalid_argument("Failed to parse floating-point number from '" + terminated +
-                                    "' (hex=" + hex_of(text) + ")");
+    const ReadNumber<double> number = read_double(text);
+    const bool overflow = number.out_of_range && std::isinf(number.value);
+    if (overflow || !is_whole_text(number, text)) {
+        throw std::invalid_argument("Failed to parse floating-point number from '" +
+                                    std::string(text) + "' (hex=" + hex_of(text) + ")");
     }
-    return value;
+    return number.value;
 }
 
 std::int32_t parse_integer(std::string_view text) {
-    const std::string terminated(text);
-    const char* const begin = terminated.c_str();
-    char* end = nullptr;
-    errno = 0;
-    const long long value = std::strtoll(begin, &end, 10);
-    if (!can_start_number(text) || errno == ERANGE || end != begin + terminated.size()) {
-        throw std::invalid_argument("Failed to parse integer from '" + terminated + "'");
+    const ReadNumber<long long> number = read_integer(text);
+    if (number.out_of_range || !is_whole_text(number, text)) {
+        throw std::invalid_argument("Failed to parse integer from '" + std::string(text) + "'");
     }
-    if (value < std::numeric_limits<std::int32_t>::min() ||
-        value > std::numeric_limits<std::int32_t>::max()) {
+    if (number.value < std::numeric_limits<std::int32_t>::min() ||
+        number.value > std::numeric_limits<std::int32_t>::max()) {
         throw std::out_of_range("Integer value is out of range");
     }
-    return static_cast<std::int32_t>(value);
+    return static_cast<std::int32_t>(number.value);
 }
 
 SizeToken parse_size_token(std::string_view text, bool allow_relative) {
     const std::string_view token = trimmed(text);
-    if (token.empty()) throw std::invalid_argument("Empty bet size token");
+    if (token.empty()) {
+        throw std::invalid_argument("Empty bet size token");
+    }
     const char last = to_lower(token.back());
     const bool has_chip_unit = token.find_first_of("cC") != std::string_view::npos;
-    if (last == 'x') return parse_multiple(token, allow_relative);
-    if (last == 'c' || (last == 'r' && has_chip_unit)) return parse_chips(token, allow_relative);
-    if (last == 'e') return parse_geometric(token);
-    if (last == 'a') return {.kind = SizeKind::AllIn};
+    if (last == 'x') {
+        return parse_multiple(token, allow_relative);
+    }
+    if (last == 'c' || (last == 'r' && has_chip_unit)) {
+        return parse_chips(token, allow_relative);
+    }
+    if (last == 'e') {
+        return parse_geometric(token);
+    }
+    if (last == 'a') {
+        return {.kind = SizeKind::AllIn};
+    }
     if (last == '%') {
         return {.kind = SizeKind::PotPercent, .ratio = parse_decimal(without_last(token)) / 100.0};
     }
@@ -143,7 +141,9 @@ std::vector<SizeToken> parse_size_list(std::string_view text, bool allow_relativ
     while (!text.empty()) {
         const std::size_t comma = std::min(text.find(','), text.size());
         const std::string_view piece = trimmed(text.substr(0, comma));
-        if (!piece.empty()) sizes.push_back(parse_size_token(piece, allow_relative));
+        if (!piece.empty()) {
+            sizes.push_back(parse_size_token(piece, allow_relative));
+        }
         text.remove_prefix(std::min(comma + 1, text.size()));
     }
     return sizes;
@@ -161,7 +161,9 @@ std::vector<SizeToken> parse_donk_list(std::string_view bet_text) {
 
 std::int32_t clamp_amount(double amount, std::int32_t min_raise_to, std::int32_t max_raise_to) {
     double rounded = std::round(amount);
-    if (!(rounded <= std::numeric_limits<std::int32_t>::max())) rounded = max_raise_to;
+    if (!(rounded <= std::numeric_limits<std::int32_t>::max())) {
+        rounded = max_raise_to;
+    }
     // Between the limits now, so it fits; a huge negative amount has become the lower one.
     return static_cast<std::int32_t>(
         std::max<double>(min_raise_to, std::min<double>(rounded, max_raise_to)));
@@ -180,9 +182,13 @@ std::int32_t resolve_size(const SizeToken& token, const SizeContext& context) {
             return clamped(static_cast<double>(context.street_bet) + token.chips);
         case SizeKind::Geometric: {
             const std::int32_t streets = token.streets == 0 ? context.streets_left : token.streets;
-            if (streets <= 0) return context.min_raise_to;
+            if (streets <= 0) {
+                return context.min_raise_to;
+            }
             double fraction = geometric_fraction(context.stack_to_pot, streets);
-            if (std::isfinite(token.max_ratio)) fraction = std::min(token.max_ratio, fraction);
+            if (std::isfinite(token.max_ratio)) {
+                fraction = std::min(token.max_ratio, fraction);
+            }
             return clamped(context.pot_after_call * fraction);
         }
         case SizeKind::AllIn:

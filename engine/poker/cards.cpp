@@ -1,45 +1,38 @@
 #include "engine/poker/cards.h"
 
-#include <algorithm>
-#include <cctype>
-#include <iterator>
 #include <stdexcept>
 
+#include "engine/poker/text.h"
+
 namespace kestrel {
-namespace {
 
-constexpr std::string_view rank_characters = "23456789TJQKA";
-constexpr std::string_view suit_characters = "cdhs";
-
-static_assert(rank_characters.size() == rank_count && suit_characters.size() == suit_count);
 static_assert(pocket_index(0, 1) == 0 && pocket_index(0, 51) == 50 && pocket_index(1, 2) == 51 &&
               pocket_index(51, 50) == pocket_count - 1);
-
-// <cctype> is undefined for the negative values that a byte above 127 has as a char.
-unsigned char byte_of(char character) {
-    return static_cast<unsigned char>(character);
-}
-
-}  // namespace
 
 void detail::throw_bad_card() {
     throw std::out_of_range("Card code must be in [0, 52)");
 }
 
 int parse_rank(char character) {
-    const auto place = rank_characters.find(static_cast<char>(std::toupper(byte_of(character))));
-    if (place == std::string_view::npos) throw std::invalid_argument("Invalid rank character");
+    const auto place = rank_characters.find(to_upper(character));
+    if (place == std::string_view::npos) {
+        throw std::invalid_argument("Invalid rank character");
+    }
     return static_cast<int>(place);
 }
 
 int parse_suit(char character) {
-    const auto place = suit_characters.find(static_cast<char>(std::tolower(byte_of(character))));
-    if (place == std::string_view::npos) throw std::invalid_argument("Invalid suit character");
+    const auto place = suit_characters.find(to_lower(character));
+    if (place == std::string_view::npos) {
+        throw std::invalid_argument("Invalid suit character");
+    }
     return static_cast<int>(place);
 }
 
 char rank_char(int rank) {
-    if (rank < 0 || rank >= rank_count) throw std::out_of_range("Rank is out of range");
+    if (rank < 0 || rank >= rank_count) {
+        throw std::out_of_range("Rank is out of range");
+    }
     return rank_characters[static_cast<std::size_t>(rank)];
 }
 
@@ -71,15 +64,10 @@ std::array<Card, 3> parse_flop(std::string_view text) {
     return flop;
 }
 
-std::string without_white_space(std::string_view text) {
-    std::string kept;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(kept),
-                 [](char character) { return std::isspace(byte_of(character)) == 0; });
-    return kept;
-}
-
 Pocket pocket_from_index(std::size_t index) {
-    if (index >= pocket_count) throw std::out_of_range("Pocket index is out of range");
+    if (index >= pocket_count) {
+        throw std::out_of_range("Pocket index is out of range");
+    }
     std::size_t row_start = 0;
     for (std::size_t low = 0; low + 1 < card_count; ++low) {
         const std::size_t row_length = card_count - 1 - low;

@@ -8,7 +8,7 @@
 
 namespace kestrel {
 
-/// Card code: rank * 4 + suit, valid in [0, 52). Ranks count "23456789TJQKA", suits "cdhs".
+/// Card code: rank * 4 + suit, valid in [0, 52).
 using Card = std::uint8_t;
 
 /// Set of cards, bit c for card c.
@@ -21,6 +21,11 @@ inline constexpr int rank_count = 13;
 inline constexpr int suit_count = 4;
 inline constexpr std::size_t card_count = 52;
 inline constexpr std::size_t pocket_count = 1326;
+
+/// Upper-case characters of the ranks and lower-case ones of the suits, by number.
+inline constexpr std::string_view rank_characters = "23456789TJQKA";
+inline constexpr std::string_view suit_characters = "cdhs";
+static_assert(rank_characters.size() == rank_count && suit_characters.size() == suit_count);
 
 /// The two players. OOP acts first on every street. Tables by seat stand in this order.
 enum class Seat : std::uint8_t { OOP = 0, IP = 1 };
@@ -77,11 +82,11 @@ constexpr std::uint16_t pocket_index(Card a, Card b) {
 /// more.
 Pocket pocket_from_index(std::size_t index);
 
-/// Rank number of "23456789TJQKA", letters in either case. Throws std::invalid_argument
+/// Rank number of a character, letters in either case. Throws std::invalid_argument
 /// "Invalid rank character".
 int parse_rank(char character);
 
-/// Suit number of "cdhs", in either case. Throws std::invalid_argument "Invalid suit character".
+/// Suit number of a character, in either case. Throws std::invalid_argument "Invalid suit character".
 int parse_suit(char character);
 
 /// Upper-case character of a rank number. Throws std::out_of_range "Rank is out of range" outside
@@ -95,7 +100,9 @@ namespace detail {
 
 /// Throws std::out_of_range "Card code must be in [0, 52)" for a code of 52 or more.
 inline void check_card(Card card) {
-    if (card >= card_count) detail::throw_bad_card();
+    if (card >= card_count) {
+        detail::throw_bad_card();
+    }
 }
 
 /// Card of a token of exactly two characters, rank then suit. Throws std::invalid_argument
@@ -109,8 +116,5 @@ std::string card_to_string(Card card);
 /// Throws std::invalid_argument "Flop string must contain exactly three cards" unless six other
 /// characters remain, "Flop cards must be unique" for a repeated card, or as parse_card does.
 std::array<Card, 3> parse_flop(std::string_view text);
-
-/// The text without any white-space character (isspace), wherever it stands.
-std::string without_white_space(std::string_view text);
 
 }  // namespace kestrel

@@ -99,10 +99,18 @@ inline HandStrength evaluate_lanes(SuitLanes lanes) {
     const auto spades = static_cast<std::uint32_t>(lanes >> 48);
 
     // A flush excludes quads and a full house, so it can come first.
-    if (std::popcount(clubs) >= 5) return detail::flush_strength(clubs);
-    if (std::popcount(diamonds) >= 5) return detail::flush_strength(diamonds);
-    if (std::popcount(hearts) >= 5) return detail::flush_strength(hearts);
-    if (std::popcount(spades) >= 5) return detail::flush_strength(spades);
+    if (std::popcount(clubs) >= 5) {
+        return detail::flush_strength(clubs);
+    }
+    if (std::popcount(diamonds) >= 5) {
+        return detail::flush_strength(diamonds);
+    }
+    if (std::popcount(hearts) >= 5) {
+        return detail::flush_strength(hearts);
+    }
+    if (std::popcount(spades) >= 5) {
+        return detail::flush_strength(spades);
+    }
 
     const std::uint32_t both_minor = clubs & diamonds;
     const std::uint32_t both_major = hearts & spades;
@@ -130,10 +138,16 @@ inline HandStrength evaluate_lanes(SuitLanes lanes) {
         return make_strength(HandCategory::Straight, top);
     }
     const std::uint32_t kickers = without_lowest(without_lowest(singles));
-    if (trips != 0) return make_strength(HandCategory::Trips, trips, kickers);
-    if (pairs == 0) return make_strength(HandCategory::HighCard, kickers);
+    if (trips != 0) {
+        return make_strength(HandCategory::Trips, trips, kickers);
+    }
+    if (pairs == 0) {
+        return make_strength(HandCategory::HighCard, kickers);
+    }
     const std::uint32_t upper_pairs = without_lowest(pairs);
-    if (upper_pairs == 0) return make_strength(HandCategory::Pair, pairs, kickers);
+    if (upper_pairs == 0) {
+        return make_strength(HandCategory::Pair, pairs, kickers);
+    }
     const std::uint32_t two_pair = without_lowest(upper_pairs) == 0 ? pairs : upper_pairs;
     return make_strength(HandCategory::TwoPair, two_pair, std::bit_floor(ranks ^ two_pair));
 }

@@ -1,54 +1,56 @@
 #include "engine/poker/range.h"
 
 #include <algorithm>
-#include <cctype>
-#include <cerrno>
-#include <cstdlib>
 #include <stdexcept>
 #include <string>
+
+#include "engine/poker/text.h"
 
 namespace kestrel {
 namespace {
 
-bool is_letter(char character) {
-    return std::isalpha(static_cast<unsigned char>(character)) != 0;
-}
-
 // Written so that NaN fails too.
 void check_weight(float weight) {
-    if (!(weight >= 0.0f && weight <= 1.0f)) {
+    if (!(weight >= 0.0F && weight <= 1.0F)) {
         throw std::invalid_argument("Weight must be within [0, 1]");
     }
 }
 
 float parse_weight(std::string_view text) {
-    if (text.empty()) throw std::invalid_argument("Weight string is empty");
-    const std::string terminated(text);
-    const char* const begin = terminated.c_str();
-    char* end = nullptr;
-    errno = 0;
-    const float weight = std::strtof(begin, &end);
-    if (end == begin) throw std::invalid_argument("invalid stof argument");
-    if (errno == ERANGE) throw std::out_of_range("stof argument out of range");
-    if (end != begin + terminated.size()) {
+    if (text.empty()) {
+        throw std::invalid_argument("Weight string is empty");
+    }
+    const ReadNumber<float> number = read_float(text);
+    if (number.length == 0) {
+        throw std::invalid_argument("invalid stof argument");
+    }
+    if (number.out_of_range) {
+        throw std::out_of_range("stof argument out of range");
+    }
+    if (number.length != text.size()) {
         throw std::invalid_argument("Weight string contains invalid characters");
     }
-    check_weight(weight);
-    return weight;
+    check_weight(number.value);
+    return number.value;
 }
 
 void check_rank_order(int first, int second) {
-    if (first < second) throw std::invalid_argument("First rank must be >= second rank");
+    if (first < second) {
+        throw std::invalid_argument("First rank must be >= second rank");
+    }
 }
 
 Card card_of(int rank, int suit) {
-    if (rank >= rank_count || suit >= suit_count) detail::throw_bad_card();
+    if (rank >= rank_count || suit >= suit_count) {
+        detail::throw_bad_card();
+    }
     return static_cast<Card>(rank * suit_count + suit);
 }
 
 void assign(Range& range, const RangePattern& pattern, float weight) {
-    for (const std::uint16_t pocket : expand_pattern(pattern))
+    for (const std::uint16_t pocket : expand_pattern(pattern)) {
         range[pocket] = weight;
+    }
 }
 
 void assign(Range& range, RangePattern pattern, int high_rank, int low_rank, float weight) {
@@ -60,7 +62,9 @@ void assign(Range& range, RangePattern pattern, int high_rank, int low_rank, flo
 std::uint16_t checked_pocket_index(Card card_a, Card card_b) {
     check_card(card_a);
     check_card(card_b);
-    if (card_a == card_b) throw std::invalid_argument("Cards must differ");
+    if (card_a == card_b) {
+        throw std::invalid_argument("Cards must differ");
+    }
     return pocket_index(card_a, card_b);
 }
 
@@ -71,7 +75,9 @@ Range parse_range(std::string_view text) {
     Range range{};
     for (std::string_view rest = items; !rest.empty();) {
         const std::size_t comma = std::min(rest.find(','), rest.size());
-        if (comma > 0) apply_range_item(range, rest.substr(0, comma));
+        if (comma > 0) {
+            apply_range_item(range, rest.substr(0, comma));
+        }
         rest.remove_prefix(std::min(comma + 1, rest.size()));
     }
     return range;
@@ -80,9 +86,11 @@ Range parse_range(std::string_view text) {
 void apply_range_item(Range& range, std::string_view item) {
     const std::size_t colon = item.find(':');
     const float weight =
-        colon == std::string_view::npos ? 1.0f : parse_weight(item.substr(colon + 1));
+        colon == std::string_view::npos ? 1.0F : parse_weight(item.substr(colon + 1));
     const std::string_view expression = item.substr(0, colon);
-    if (expression.empty()) throw std::invalid_argument("Missing range expression");
+    if (expression.empty()) {
+        throw std::invalid_argument("Missing range expression");
+    }
     if (expression.find('-') != std::string_view::npos) {
         apply_dash(range, expression, weight);
     } else if (expression.back() == '+') {
@@ -93,7 +101,9 @@ void apply_range_item(Range& range, std::string_view item) {
 }
 
 RangePattern parse_pattern(std::string_view text) {
-    if (text.empty()) throw std::invalid_argument("Empty combo");
+    if (text.empty()) {
+        throw std::invalid_argument("Empty combo");
+    }
     if (text.size() == 4 && is_letter(text[1]) && is_letter(text[3])) {
         return parse_exact_combo(text);
     }
@@ -132,7 +142,9 @@ RangePattern parse_exact_combo(std::string_view text) {
     const Card first = parse_card(text.substr(0, 2));
     const Card second = parse_card(text.substr(2, 2));
     check_rank_order(rank_of(first), rank_of(second));
-    if (first == second) throw std::invalid_argument("Duplicate cards are not allowed");
+    if (first == second) {
+        throw std::invalid_argument("Duplicate cards are not allowed");
+    }
     return {.high_rank = static_cast<std::uint8_t>(rank_of(first)),
             .low_rank = static_cast<std::uint8_t>(rank_of(second)),
             .suitedness = Suitedness::Exact,
@@ -191,7 +203,9 @@ void apply_plus(Range& range, std::string_view expression, float weight) {
 void apply_dash(Range& range, std::string_view expression, float weight) {
     check_weight(weight);
     const std::size_t dash = expression.find('-');
-    if (dash == std::string_view::npos) throw std::invalid_argument("Expected '-' in range");
+    if (dash == std::string_view::npos) {
+        throw std::invalid_argument("Expected '-' in range");
+    }
     const RangePattern left = parse_pattern(expression.substr(0, dash));
     const RangePattern right = parse_pattern(expression.substr(dash + 1));
     if (left.suitedness != right.suitedness) {
@@ -245,7 +259,9 @@ bool is_suit_symmetric(const Range& range, int suit_a, int suit_b) {
         for (auto high = static_cast<Card>(low + 1); high < card_count; ++high) {
             const float weight = range[pocket_index(low, high)];
             // A NaN differs from itself, so it ends here even where the swap leaves it in place.
-            if (weight != range[pocket_index(swapped(low), swapped(high))]) return false;
+            if (weight != range[pocket_index(swapped(low), swapped(high))]) {
+                return false;
+            }
         }
     }
     return true;

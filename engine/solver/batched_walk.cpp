@@ -3,98 +3,18 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cstring>
+#include <cstdint>
 
-#include "engine/solver/aligned_buffer.h"
+#include "engine/solver/batch_workspace.h"
 #include "engine/solver/chance.h"
 #include "engine/solver/kernels.h"
-#include "engine/solver/lane_terminals.h"
 #include "engine/solver/node_passes.h"
+#include "engine/solver/profile.h"
 #include "engine/solver/simd.h"
 #include "engine/solver/terminal.h"
 
 namespace kestrel {
 namespace {
-
-/// Rows of a walk from large blocks; all given back at once.
-class RowArena {
-  public:
-    /// Uninitialised, on a cache-line boundary; stays in place until `clear`.
-    float* take(std::size_t floats) {
-        constexpr std::size_t line = 16;
-        floats = (floats + line - 1) / line * line;
-        used_ += floats;
-        while (block_ < blocks_.size() && blocks_[block_].size - offset_ < floats) {
-            ++block_;
-            offset_ = 0;
-        }
-        if (block_ == blocks_.size()) {
-            const std::size_t size = std::max(floats, smallest_block);
-            blocks_.push_back({AlignedBuffer<float>(size), size});
-        }
-        float* const result = blocks_[block_].floats.data() + offset_;
-        offset_ += floats;
-        return result;
-    }
-
-    void clear() {
-        block_ = 0;
-        offset_ = 0;
-        used_ = 0;
-    }
-
-    std::size_t used() const { return used_; }
-
-  private:
-    static constexpr std::size_t smallest_block = 65536;
-
-    struct Block {
-        AlignedBuffer<float> floats;
-        std::size_t size;
-    };
-    std::vector<Block> blocks_;
-    std::size_t block_ = 0;
-    std::size_t offset_ = 0;
-    std::size_t used_ = 0;
-};
-
-/// A node with the row that comes down to it and the row that goes up from it.
-struct Visit {
-    std::size_t node;
-    const float* reach;
-    float* value;
-};
-
-/// A decision on its way up: `values` holds one row for each action.
-struct Decision {
-    std::size_t node;
-    bool own;
-    const float* values;
-    float* value;
-};
-
-/// The lines of one street on one board.
-struct StreetWork {
-    RowArena rows;
-    std::vector<Decision> decisions;  // parents before children
-    std::vector<LaneTerminal> folds;
-    std::vector<LaneTerminal> showdowns;
-    std::vector<LaneTerminal> all_ins;
-    std::size_t all_in_node = 0;  // one of them
-    std::vector<Visit> chances;   // `reach` scaled by the chance factor
-    std::vector<Visit> dealt;     // the next street's roots behind one card
-    /// Address of the first row that the last batch's way down read.
-    std::uintptr_t last_way_down = 0;
-
-    void clear() {
-        rows.clear();
-        decisions.clear();
-        folds.clear();
-        showdowns.clear();
-        all_ins.clear();
-        chances.clear();
-    }
-};
 
 /// Where a row stands that lies `floats` from another in the same arena or beyond its ends.
 const float* neighbour(const float* row, std::ptrdiff_t floats) {
@@ -111,51 +31,11 @@ void add_row(float* to, const float* row, std::size_t floats) {
 
 }  // namespace
 
-/// The buffers of one thread.
-class BatchedWalks::Workspace {
-  public:
-    Workspace(const Game& game, const ShowdownOrders& orders) : lanes(game, orders) {}
-
-    std::array<StreetWork, 3> streets;
-    LaneTerminals lanes;
-    ScratchFrame frame;
-};
-
-/// A workspace for the time of a scope.
-class BatchedWalks::Lease {
-  public:
-    Lease(BatchedWalks& walks, const Game& game) : walks_(walks) {
-        {
-            const std::scoped_lock lock(walks.mutex_);
-            if (!walks.idle_.empty()) {
-                workspace_ = std::move(walks.idle_.back());
-                walks.idle_.pop_back();
-                return;
-            }
-            // Room for all that exist, so that giving one back cannot fail.
-            walks.idle_.reserve(++walks.workspace_count_);
-        }
-        workspace_ = std::make_unique<Workspace>(game, walks.orders_);
-    }
-    ~Lease() {
-        const std::scoped_lock lock(walks_.mutex_);
-        walks_.idle_.push_back(std::move(workspace_));
-    }
-    Lease(const Lease&) = delete;
-    Lease& operator=(const Lease&) = delete;
-
-    Workspace& operator*() const { return *workspace_; }
-
-  private:
-    BatchedWalks& walks_;
-    std::unique_ptr<Workspace> workspace_;
-};
-
 class BatchedWalks::Walk {
   public:
-    Walk(BatchedWalks& walks, WalkRule rule, const Game& game, StateTable& states,
+    Walk(WorkspacePool& spaces, WalkRule rule, const Game& game, StateTable& states,
          const Discounts& discounts, Seat seat, WorkerPool* pool, std::size_t threads)
-        : walks_(walks),
+        : spaces_(spaces),
           rule_(rule),
           game_(game),
           states_(states),
@@ -169,7 +49,7 @@ class BatchedWalks::Walk {
           their_row_(padded_row(their_hands_)) {}
 
     void run(std::span<const float> reach, std::span<float> out) {
-        const Lease lease(walks_, game_);
+        const WorkspacePool::Lease lease(spaces_);
         RowArena rows;
         float* const root_reach = rows.take(their_row_);
         float* const root_value = rows.take(own_row_);
@@ -181,11 +61,14 @@ class BatchedWalks::Walk {
     }
 
   private:
-    /// Rows of one batch, in floats: what stays in a core's second-level cache beside the states.
+    /// Rows of one batch, in floats. More lines in a batch fill the lanes better and give the
+    /// fetcher more time; past a few second-level caches' worth the rows themselves go cold. On 1
+    /// MB of it, the quick-solve spot's iteration takes 345 ms at half of this, 332 here, 340 at
+    /// double.
     static constexpr std::size_t batch_floats = 192 * 1024;
 
     /// Values of roots that share a board, in batches of as many as fit the caches.
-    void solve_street(Workspace& space, std::size_t depth, std::span<const Visit> roots,
+    void solve_street(BatchWorkspace& space, std::size_t depth, std::span<const Visit> roots,
                       bool may_fan_out) {
         StreetWork& work = space.streets[depth];
         for (std::size_t i = 0; i < roots.size();) {
@@ -204,7 +87,7 @@ class BatchedWalks::Walk {
         }
     }
 
-    void descend(Workspace& space, StreetWork& work, const Visit& visit) {
+    void descend(BatchWorkspace& space, StreetWork& work, const Visit& visit) {
         const GameNode& node = game_.nodes[visit.node];
         if (node.kind == NodeKind::Terminal) {
             add_terminal(work, visit, node);
@@ -251,13 +134,14 @@ class BatchedWalks::Walk {
         }
     }
 
-    /// Whether the fused passes take the node; the plain form takes all.
+    /// Whether the fused passes take the node; the plain form takes all. Under the average
+    /// strategies a lock shows through the strategy sums alone.
     bool fuses(std::size_t node, const NodeState& state) const {
         return !state.packed && state.num_actions <= most_fused_actions &&
-               (rule_ == WalkRule::average || game_.node_lock(node).empty());
+               (rule_ != WalkRule::iterate || game_.node_lock(node).empty());
     }
 
-    const float* next_reach(Workspace& space, StreetWork& work, const Visit& visit) {
+    const float* next_reach(BatchWorkspace& space, StreetWork& work, const Visit& visit) {
         const NodeState& state = states_[visit.node];
         const std::size_t actions = state.num_actions;
         float* const rows = work.rows.take(actions * their_row_);
@@ -286,18 +170,19 @@ class BatchedWalks::Walk {
         return rows;
     }
 
-    void finish(Workspace& space, const Decision& decision) {
+    void finish(BatchWorkspace& space, const Decision& decision) {
         NodeState& state = states_[decision.node];
         const std::size_t actions = state.num_actions;
         if (!decision.own) {
             sum_padded_rows(decision.value, decision.values, actions, own_hands_);
             return;
         }
-        if (rule_ == WalkRule::best && game_.node_lock(decision.node).empty()) {
-            largest_value(decision.value, decision.values, actions, own_hands_);
-            return;
-        }
-        if (fuses(decision.node, state)) {
+        if (rule_ == WalkRule::best) {
+            if (game_.node_lock(decision.node).empty()) {
+                largest_value(decision.value, decision.values, actions, own_hands_);
+                return;
+            }
+        } else if (fuses(decision.node, state)) {
             if (rule_ == WalkRule::iterate) {
                 update_own_node(
                     state.regrets().data(), state.strategy_sum().data(), decision.values,
@@ -336,7 +221,7 @@ class BatchedWalks::Walk {
     /// Has the rows fetched, while the terminals compute, that the way up will want, and then those
     /// that the next batch's way down will: most boards are laid out alike, so they stand as far
     /// from this batch's as these from the last one's.
-    void fetch_while_evaluating(Workspace& space, StreetWork& work) const {
+    void fetch_while_evaluating(BatchWorkspace& space, StreetWork& work) const {
         RowFetcher& fetcher = space.lanes.fetcher;
         fetcher.clear();
         for (std::size_t k = work.decisions.size(); k-- > 0;) {
@@ -368,7 +253,7 @@ class BatchedWalks::Walk {
         }
     }
 
-    void evaluate_terminals(Workspace& space, StreetWork& work, const GameNode& root) {
+    void evaluate_terminals(BatchWorkspace& space, StreetWork& work, const GameNode& root) {
         fetch_while_evaluating(space, work);
         if (!work.folds.empty()) {
             space.lanes.folds(seat_, root.turn, root.river, work.folds);
@@ -384,7 +269,7 @@ class BatchedWalks::Walk {
     }
 
     /// Deals each card of the next street to all lines that wait for it.
-    void deal(Workspace& space, std::size_t depth, bool may_fan_out) {
+    void deal(BatchWorkspace& space, std::size_t depth, bool may_fan_out) {
         StreetWork& work = space.streets[depth];
         const std::size_t lines = work.chances.size();
         const GameNode& first = game_.nodes[work.chances[0].node];
@@ -399,7 +284,8 @@ class BatchedWalks::Walk {
 
         // A card's rows are added up as soon as they are there, in the order of the cards; those
         // that stand for other cards as well are kept. Cards on different threads keep all rows.
-        const bool fan_out = may_fan_out && worth_fanning_out(cards);
+        const bool fan_out = may_fan_out && pool_ != nullptr && threads_ >= 2 &&
+                             worth_fanning_out(cards, own_hands_);
         const std::vector<std::uint8_t>& references = game_.references(first);
         std::array<float*, card_count> kept{};
         if (fan_out) {
@@ -414,7 +300,7 @@ class BatchedWalks::Walk {
             }
         }
         float* const passing = work.rows.take(lines * own_row_);
-        const auto solve_card = [&](Workspace& at, std::size_t card, bool nested) {
+        const auto solve_card = [&](BatchWorkspace& at, std::size_t card, bool nested) {
             float* const values = kept[card] != nullptr ? kept[card] : passing;
             std::vector<Visit>& dealt = at.streets[depth].dealt;
             dealt.clear();
@@ -427,6 +313,7 @@ class BatchedWalks::Walk {
             return values;
         };
         const auto add_card = [&](const float* values) {
+            const ProfileScope timer(ProfileSlot::sum_rows_into, lines);
             for (std::size_t line = 0; line < lines; ++line) {
                 add_row(work.chances[line].value, values + line * own_row_, own_row_);
             }
@@ -438,7 +325,7 @@ class BatchedWalks::Walk {
             parallel_for(pool_, threads_, std::min(threads_, cards),
                          [&](std::size_t begin, std::size_t end) {
                              for (; begin < end; ++begin) {
-                                 const Lease lease(walks_, game_);
+                                 const WorkspacePool::Lease lease(spaces_);
                                  for (std::size_t card = next++; card < cards; card = next++) {
                                      solve_card(*lease, card, false);
                                  }
@@ -477,15 +364,7 @@ class BatchedWalks::Walk {
         }
     }
 
-    bool worth_fanning_out(std::size_t cards) const {
-        constexpr std::size_t fewest_cards = 6;
-        constexpr std::size_t fewest_hands = 64;
-        constexpr std::size_t fewest_values = 1536;
-        return pool_ != nullptr && threads_ >= 2 && cards >= fewest_cards &&
-               own_hands_ >= fewest_hands && cards * own_hands_ >= fewest_values;
-    }
-
-    BatchedWalks& walks_;
+    WorkspacePool& spaces_;
     const WalkRule rule_;
     const Game& game_;
     StateTable& states_;
@@ -504,8 +383,6 @@ BatchedWalks::~BatchedWalks() = default;
 
 bool BatchedWalks::prepare(const Game& game, const StateTable& states, WorkerPool* pool,
                            std::size_t threads) {
-    idle_.clear();
-    workspace_count_ = 0;
     if (game.nodes.empty() || game.nodes[0].kind != NodeKind::Decision) {
         return false;
     }
@@ -523,13 +400,14 @@ bool BatchedWalks::prepare(const Game& game, const StateTable& states, WorkerPoo
         }
     }
     orders_.build(game.cards, pool, threads);
+    spaces_ = std::make_unique<WorkspacePool>(game, orders_);
     return true;
 }
 
 void BatchedWalks::run(WalkRule rule, const Game& game, StateTable& states,
                        const Discounts& discounts, Seat seat, std::span<const float> reach,
                        std::span<float> out, WorkerPool* pool, std::size_t threads) {
-    Walk(*this, rule, game, states, discounts, seat, pool, threads).run(reach, out);
+    Walk(*spaces_, rule, game, states, discounts, seat, pool, threads).run(reach, out);
 }
 
 }  // namespace kestrel

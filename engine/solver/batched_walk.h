@@ -2,9 +2,7 @@
 
 #include <cstddef>
 #include <memory>
-#include <mutex>
 #include <span>
-#include <vector>
 
 #include "engine/game/game.h"
 #include "engine/solver/node_rules.h"
@@ -13,6 +11,8 @@
 #include "engine/solver/worker_pool.h"
 
 namespace kestrel {
+
+class WorkspacePool;
 
 /// What a walk does at decision nodes.
 enum class WalkRule {
@@ -46,14 +46,10 @@ class BatchedWalks {
              std::size_t threads);
 
   private:
-    class Workspace;
     class Walk;
-    class Lease;
 
     ShowdownOrders orders_;
-    std::mutex mutex_;  // guards idle_ and workspace_count_
-    std::size_t workspace_count_ = 0;
-    std::vector<std::unique_ptr<Workspace>> idle_;
+    std::unique_ptr<WorkspacePool> spaces_;  // exists once a game is prepared
 };
 
 }  // namespace kestrel

@@ -95,6 +95,10 @@ void MeasuringWalk::walk_own(Mode mode, std::size_t node, std::span<const float>
     ScratchFrame& frame = scratch.frame(depth);
     const std::size_t actions = n.actions.size();
     const std::size_t hands = out.size();
+    if (states_[node].num_hands != hands) {
+        std::ranges::fill(out, 0.0F);
+        return;
+    }
     frame.action_values.resize(actions * hands);
     for (std::size_t a = 0; a < actions; ++a) {
         walk(mode, n.children[a], reach, {frame.action_values.data() + a * hands, hands}, depth + 1,

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <span>
-#include <vector>
 
 #include "engine/game/game.h"
 #include "engine/solver/node_state.h"
@@ -14,7 +13,8 @@ namespace kestrel {
 /// The two read-only walks of the tree under the average strategies, the normalised strategy sums.
 /// Rows are as in the solving walk: `reach` one per hand of the other seat, `out` one per hand of
 /// `seat`, in hundredths of a chip per unit of combination mass. A node with repeated children does
-/// not fan out. A reach row that does not fit gives zeros.
+/// not fan out. Rows that do not fit a node
+/// give zeros.
 class MeasuringWalk {
   public:
     /// `pool` may be null. All must outlive the walk.

@@ -13,6 +13,13 @@ float chance_factor(const GameNode& node) {
     return node.river == NO_CARD ? 44.0F : static_cast<float>(node.children.size());
 }
 
+bool worth_fanning_out(std::size_t cards, std::size_t hands) {
+    constexpr std::size_t fewest_cards = 6;
+    constexpr std::size_t fewest_hands = 64;
+    constexpr std::size_t fewest_values = 1536;
+    return cards >= fewest_cards && hands >= fewest_hands && cards * hands >= fewest_values;
+}
+
 void scale_chance_reach(const GameNode& node, std::span<const float> reach, ScratchFrame& frame) {
     const float factor = chance_factor(node);
     frame.chance_reach.resize(reach.size());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 
 #include "engine/game/game.h"
@@ -10,6 +11,10 @@ namespace kestrel {
 /// The number of cards that can still come for a pair of pockets and a board: 45 when the turn is
 /// dealt, 44 when the river is, whatever the number of children.
 float chance_factor(const GameNode& node);
+
+/// Whether the deals of a chance node are worth spreading over threads, by the cards dealt and the
+/// hands of the traversed seat.
+bool worth_fanning_out(std::size_t cards, std::size_t hands);
 
 /// frame.chance_reach = reach over the chance factor, by an f32 reciprocal.
 void scale_chance_reach(const GameNode& node, std::span<const float> reach, ScratchFrame& frame);

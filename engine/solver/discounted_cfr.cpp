@@ -9,6 +9,7 @@
 #include "engine/solver/best_response.h"
 #include "engine/solver/node_rules.h"
 #include "engine/solver/profile.h"
+#include "engine/solver/traversal.h"
 
 namespace kestrel {
 namespace {
@@ -68,6 +69,11 @@ void print_profile(const DiscountedCfr& solver, std::size_t threads) {
 
 }  // namespace
 
+bool measures_at(const CfrOptions& options, std::uint32_t iteration) {
+    const std::uint32_t interval = options.exploitability_interval;
+    return iteration == options.max_iterations || (interval != 0 && iteration % interval == 0);
+}
+
 DiscountedCfr::DiscountedCfr(CfrOptions cfr_options)
     : options(std::move(cfr_options)), threads_(std::max<std::size_t>(options.threads, 1)) {
     if (threads_ > 1) {
@@ -103,9 +109,7 @@ void DiscountedCfr::iterate(const Game& game) {
         iterations_completed = iteration;
         solve_iteration(game, i);
 
-        const std::uint32_t interval = options.exploitability_interval;
-        const bool on_interval = interval != 0 && iteration % interval == 0;
-        const bool measured = on_interval || iteration == options.max_iterations;
+        const bool measured = measures_at(options, iteration);
         if (measured) {
             exploitability = measure_exploitability(game);
         }
@@ -118,7 +122,8 @@ void DiscountedCfr::iterate(const Game& game) {
                       << "  exploitability≈" << exploitability << "  iter≈" << iteration_ms
                       << "ms\n";
         }
-        if (interval != 0 && measured && options.target_exploitability >= exploitability) {
+        if (options.exploitability_interval != 0 && measured &&
+            options.target_exploitability >= exploitability) {
             break;
         }
     }
@@ -170,15 +175,18 @@ std::array<float, 2> DiscountedCfr::measure(const Game& game, Measure what) {
         const std::vector<float>& weights = game.cards.pocket_weights[s];
         std::vector<float>& row = measure_values[s];
         row.assign(weights.size(), 0.0F);
-        const MeasuringWalk walk(game, states, seat, pool_.get(), threads_);
         const std::span<const float> reach = game.cards.pocket_weights[1 - s];
+        const bool best = what == Measure::best_response;
         if (batches_) {
-            batched_.run(what == Measure::best_response ? WalkRule::best : WalkRule::average, game,
-                         states, {}, seat, reach, row, pool_.get(), threads_);
-        } else if (what == Measure::best_response) {
-            walk.compute_best_cfvalue_recursive(0, reach, row, 0, scratch);
+            batched_.run(best ? WalkRule::best : WalkRule::average, game, states, {}, seat, reach,
+                         row, pool_.get(), threads_);
         } else {
-            walk.compute_cfvalue_recursive(0, reach, row, 0, scratch);
+            const MeasuringWalk walk(game, states, seat, pool_.get(), threads_);
+            if (best) {
+                walk.compute_best_cfvalue_recursive(0, reach, row, 0, scratch);
+            } else {
+                walk.compute_cfvalue_recursive(0, reach, row, 0, scratch);
+            }
         }
         double value = 0.0;
         for (std::size_t h = 0; h < row.size(); ++h) {

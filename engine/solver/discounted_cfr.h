@@ -12,7 +12,6 @@
 #include "engine/solver/batched_walk.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/scratch_stack.h"
-#include "engine/solver/traversal.h"
 #include "engine/solver/worker_pool.h"
 
 namespace kestrel {
@@ -34,9 +33,13 @@ struct CfrOptions {
     std::function<bool()> should_stop;  ///< asked before every iteration
 };
 
+/// Whether exploitability is measured after this iteration: at the interval and at the last.
+bool measures_at(const CfrOptions& options, std::uint32_t iteration);
+
 /// Discounted counterfactual regret minimisation over a finished game, all hands of a seat at once.
 /// Deterministic: the same game gives the same bits at every thread count. Strategy sums stay raw
-/// after a run; the queries normalise on reading. Source: Brown and Sandholm, "Solving
+/// after a run; the queries normalise on reading. The game must outlive the solver, and every call
+/// that takes one takes the game that was prepared last. Source: Brown and Sandholm, "Solving
 /// Imperfect-Information Games via Discounted Regret Minimization" (2019).
 class DiscountedCfr {
   public:

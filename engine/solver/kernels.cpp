@@ -1,6 +1,5 @@
 #include "engine/solver/kernels.h"
 
-#include <cmath>
 #include <limits>
 
 #include "engine/solver/profile.h"

@@ -1,7 +1,6 @@
 #include "engine/solver/lane_terminals.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 #include "engine/solver/profile.h"
@@ -109,6 +108,7 @@ LaneTerminals::LaneTerminals(const Game& game, const ShowdownOrders& orders)
     reach_ = AlignedBuffer<float>((most + 1) * widest);
     out_ = AlignedBuffer<float>(most * widest);
     won_ = AlignedBuffer<double>(largest_level * widest);
+    parts_ = AlignedBuffer<float>(most * widest);
     nonzero_.resize(most);
     live_.resize(most + 1);
     live_before_.resize(most + 1);
@@ -134,7 +134,7 @@ void LaneTerminals::showdowns(Seat seat, Card turn, Card river, std::span<LaneTe
 }
 
 void LaneTerminals::all_ins(Seat seat, std::span<const std::pair<Card, Card>> runouts,
-                            float divisor, std::span<LaneTerminal> terminals) {
+                            std::optional<float> divisor, std::span<LaneTerminal> terminals) {
     by_rule(terminals, [&](auto some) {
         in_groups(
             some, [&](auto group) { all_in_group<1>(seat, runouts, divisor, group); },
@@ -400,7 +400,6 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
 
     // With run-outs to add up, the winning part waits for the losing part, so that their sum is
     // rounded before it is added.
-    AlignedBuffer<double>& parts = won_;
     {
         const V win = V::load(payoffs.win);
         LaneSums<vectors> beaten;
@@ -412,7 +411,7 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
                 fetcher.step();
                 const V value = beaten.free_of(items[i], total) * win;
                 if constexpr (add) {
-                    value.narrow(reinterpret_cast<float*>(parts.data()) + i * V::count);
+                    value.narrow(parts_.data() + i * V::count);
                 } else {
                     value.narrow(out + items[i].position * V::count);
                 }
@@ -436,7 +435,7 @@ void LaneTerminals::walk_unraked(const BoardOrder& board, std::size_t own,
             fetcher.step();
             const V value = beating.free_of(items[i], total) * lose;
             if constexpr (add) {
-                float* const part = reinterpret_cast<float*>(parts.data()) + i * V::count;
+                float* const part = parts_.data() + i * V::count;
                 value.narrow_and_add(part);
                 float* const to = out + items[i].position * V::count;
                 for (std::size_t lane = 0; lane < V::count; ++lane) {
@@ -463,10 +462,9 @@ void LaneTerminals::walk(const BoardOrder& board, Seat seat,
     if (terminals.front().raked) {
         const ProfileScope timer(ProfileSlot::showdown_r, terminals.size());
         walk_raked<vectors, add>(board, index_of(seat), terminals);
-    } else if constexpr (add) {
-        const ProfileScope timer(ProfileSlot::showdown_u, terminals.size());
-        walk_unraked<vectors, add>(board, index_of(seat), terminals);
     } else {
+        // A terminal's own showdown is booked as terminal time alone, a run-out's by itself.
+        const ProfileScope timer(ProfileSlot::showdown_u, add ? terminals.size() : 0);
         walk_unraked<vectors, add>(board, index_of(seat), terminals);
     }
 }
@@ -494,7 +492,8 @@ void LaneTerminals::showdown_group(Seat seat, std::size_t pair,
 
 template <std::size_t vectors>
 void LaneTerminals::all_in_group(Seat seat, std::span<const std::pair<Card, Card>> runouts,
-                                 float divisor, std::span<const LaneTerminal> terminals) {
+                                 std::optional<float> divisor,
+                                 std::span<const LaneTerminal> terminals) {
     const ProfileScope timer(ProfileSlot::terminal_eval, terminals.size());
     const ProfileScope all_in_timer(ProfileSlot::incomplete, terminals.size());
     constexpr std::size_t lanes = 4 * vectors;
@@ -510,7 +509,7 @@ void LaneTerminals::all_in_group(Seat seat, std::span<const std::pair<Card, Card
         }
     }
     if (count > 0) {
-        const float share = 1.0F / (divisor > 0.0F ? divisor : static_cast<float>(count));
+        const float share = 1.0F / divisor.value_or(static_cast<float>(count));
         for (std::size_t i = 0; i < values; ++i) {
             out_[i] *= share;
         }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -39,10 +40,10 @@ class LaneTerminals {
     /// Showdowns on a complete board. Sorts `terminals` by rule.
     void showdowns(Seat seat, Card turn, Card river, std::span<LaneTerminal> terminals);
 
-    /// All-ins: the sum of the showdowns over `runouts`, times `share` of their number that both
-    /// seats have hands on. Sorts `terminals` by rule.
-    void all_ins(Seat seat, std::span<const std::pair<Card, Card>> runouts, float divisor,
-                 std::span<LaneTerminal> terminals);
+    /// All-ins: the sum of the showdowns over `runouts`, over `divisor` or, without one, over the
+    /// number of run-outs that both seats have hands on. Sorts `terminals` by rule.
+    void all_ins(Seat seat, std::span<const std::pair<Card, Card>> runouts,
+                 std::optional<float> divisor, std::span<LaneTerminal> terminals);
 
     /// What to fetch into the caches while terminals are evaluated.
     RowFetcher fetcher;
@@ -53,8 +54,8 @@ class LaneTerminals {
     template <std::size_t vectors>
     void showdown_group(Seat seat, std::size_t pair, std::span<const LaneTerminal> terminals);
     template <std::size_t vectors>
-    void all_in_group(Seat seat, std::span<const std::pair<Card, Card>> runouts, float divisor,
-                      std::span<const LaneTerminal> terminals);
+    void all_in_group(Seat seat, std::span<const std::pair<Card, Card>> runouts,
+                      std::optional<float> divisor, std::span<const LaneTerminal> terminals);
 
     template <std::size_t vectors>
     void turn_in(Seat seat, std::span<const LaneTerminal> terminals);
@@ -87,6 +88,7 @@ class LaneTerminals {
     AlignedBuffer<float> reach_;
     AlignedBuffer<float> out_;
     AlignedBuffer<double> won_;
+    AlignedBuffer<float> parts_;
     std::vector<std::uint8_t> nonzero_;  // by position of the other seat: some lane has reach
     std::vector<ShowdownItem> live_;     // their items with reach in some lane
     std::vector<std::uint16_t> live_before_;

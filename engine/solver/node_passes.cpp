@@ -1,8 +1,7 @@
 #include "engine/solver/node_passes.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -111,11 +110,14 @@ void for_each_block(std::size_t hands, Block block) {
     block(last);
 }
 
-/// Fetches the rows ahead in step with the pass over eight hands at `hand`.
+/// Fetches the rows ahead in step with the pass over eight hands at `hand`. Worked out as a number:
+/// the address may lie beyond the rows' memory.
 template <std::size_t actions>
 void fetch_ahead(const float* ahead, std::size_t hand) {
+    const std::uintptr_t address =
+        reinterpret_cast<std::uintptr_t>(ahead) + hand * actions * sizeof(float);
     for (std::size_t a = 0; a < actions; ++a) {
-        _mm_prefetch(reinterpret_cast<const char*>(ahead + hand * actions + a * vector_floats),
+        _mm_prefetch(reinterpret_cast<const char*>(address + a * vector_floats * sizeof(float)),
                      _MM_HINT_T0);
     }
 }
@@ -165,6 +167,8 @@ void update_own_node(float* regrets, float* sums, const float* values, float* ou
     SolverProfile::count(ProfileSlot::fma_actions);
     SolverProfile::count(ProfileSlot::strategy_sum_update);
     const ProfileScope timer(ProfileSlot::update_regrets);
+    // Hot, about 0.23 ns an element at 2.7 GHz, most of it the division and the blends; on rows
+    // from memory about 0.6, bound by the misses that a core can have under way.
     with_constant_actions(actions, [&]<std::size_t n>() {
         const std::size_t stride = padded_row(hands);
         const __m256 zero = _mm256_setzero_ps();

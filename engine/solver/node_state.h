@@ -55,7 +55,8 @@ struct NodeState {
 class StateTable {
   public:
     /// Makes one state for each node, all rows zero, in parallel over the node indices. With
-    /// `compress` the rows are 16-bit from the start.
+    /// `compress` the rows are 16-bit from the start. Throws std::bad_alloc, and std::out_of_range
+    /// "Too many actions at a node" beyond 65535.
     void prepare(const Game& game, bool compress, WorkerPool* pool, std::size_t threads);
 
     std::size_t size() const { return states_.size(); }
@@ -72,8 +73,8 @@ class StateTable {
 };
 
 /// Packs a row to 16-bit block floating point: each value over the largest absolute value, times
-/// 32767, to the nearest whole number. A row with no value above 1e-9 becomes zeros with scale 1.
-/// Returns the scale. `packed` has the length of `row`.
+/// 32767, to the nearest whole number. The values must be finite. A row with no value above 1e-9
+/// becomes zeros with scale 1. Returns the scale. `packed` has the length of `row`.
 float pack_row(std::span<const float> row, std::span<std::int16_t> packed);
 
 /// The inverse, up to half a step of scale / 32767. Zeros when the scale is not above 0.

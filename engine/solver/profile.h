@@ -35,9 +35,9 @@ inline constexpr std::size_t profile_slot_count = 16;
 /// once per process. Off, a timed call costs one test.
 ///
 /// The batched walk does several calls' work at once. Terminals of a group count one call each and
-/// share the group's time; the fused pass over a node counts a call of each kernel that it stands
-/// for, and its time goes to `update_regrets` at the traversed seat's nodes and to
-/// `regret_matching` at the other's.
+/// share the group's time; the rows of a dealt card count one `sum_rows_into` for each line; the
+/// fused pass over a node counts a call of each kernel that it stands for, and its time goes to
+/// `update_regrets` at the traversed seat's nodes and to `regret_matching` at the other's.
 class SolverProfile {
   public:
     /// Nanoseconds and calls by slot, of one thread. Touched by that thread alone.
@@ -83,11 +83,12 @@ class SolverProfile {
     static std::atomic<int> switch_;  // -1: not read yet
 };
 
-/// Books the time of a scope, an exception's included, and `calls` calls at its start.
+/// Books the time of a scope, an exception's included, and `calls` calls at its start; nothing
+/// for 0 calls.
 class ProfileScope {
   public:
     explicit ProfileScope(ProfileSlot slot, std::uint64_t calls = 1) {
-        if (SolverProfile::enabled()) {
+        if (calls != 0 && SolverProfile::enabled()) {
             SolverProfile::Local& local = SolverProfile::local();
             local.calls[static_cast<std::size_t>(slot)] += calls;
             total_ = &local.nanoseconds[static_cast<std::size_t>(slot)];

@@ -156,9 +156,9 @@ std::vector<std::pair<Card, Card>> runouts_of(const Game& game, const GameNode& 
     return result;
 }
 
-float runout_divisor(const Game& game, const GameNode& node) {
+std::optional<float> runout_divisor(const Game& game, const GameNode& node) {
     if (!game.options.exact_all_in) {
-        return 0.0F;
+        return std::nullopt;
     }
     const auto dealt =
         std::popcount(game.cards.board_mask | card_bit(node.turn) | card_bit(node.river));
@@ -352,8 +352,7 @@ void incomplete(const Game& game, const GameNode& node, Seat seat, std::span<con
     if (count == 0) {
         return;
     }
-    const float divisor = runout_divisor(game, node);
-    const float share = 1.0F / (divisor > 0.0F ? divisor : static_cast<float>(count));
+    const float share = 1.0F / runout_divisor(game, node).value_or(static_cast<float>(count));
     for (float& value : out) {
         value *= share;
     }

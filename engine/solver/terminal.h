@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -77,14 +78,14 @@ bool showdown_r(const Game& game, const GameNode& node, Seat seat, const Termina
 /// The pairs of turn and river that complete a node's board, in rising order.
 std::vector<std::pair<Card, Card>> runouts_of(const Game& game, const GameNode& node);
 
-/// What an all-in's sum over its run-outs is divided by. 0: by the number of run-outs that both
-/// seats have hands on, the same for every pair of hands. With `exact_all_in` the number that a
-/// pair of hands can really meet, which is the same for every pair, too: those without its four
-/// cards, 990 behind a flop and 44 behind a turn.
-float runout_divisor(const Game& game, const GameNode& node);
+/// What an all-in's sum over its run-outs is divided by, where that is not the number of run-outs
+/// that both seats have hands on. With `exact_all_in` it is the number that a pair of hands can
+/// really meet, those without its four cards, the same for every pair: 990 behind a flop, 44 behind
+/// a turn.
+std::optional<float> runout_divisor(const Game& game, const GameNode& node);
 
 /// An all-in before the river: the sum of the showdowns over all run-outs of the undealt cards,
-/// 1176 behind a flop and 48 behind a turn, over `runout_divisor`.
+/// 1176 behind a flop and 48 behind a turn, over their number or `runout_divisor`.
 void incomplete(const Game& game, const GameNode& node, Seat seat, std::span<const float> reach,
                 std::span<float> out);
 

@@ -34,17 +34,6 @@ void Traversal::solve_recursive(std::size_t node, std::span<const float> reach,
     }
 }
 
-bool Traversal::worth_fanning_out(const GameNode& node, std::size_t items, std::size_t width,
-                                  std::size_t depth) const {
-    constexpr std::size_t deepest = 8;
-    constexpr std::size_t fewest_children = 6;
-    constexpr std::size_t fewest_hands = 64;
-    constexpr std::size_t fewest_values = 1536;
-    return pool_ != nullptr && threads_ >= 2 && depth <= deepest &&
-           node.children.size() >= fewest_children && width >= fewest_hands &&
-           node.children.size() * width >= fewest_values && items >= 2;
-}
-
 void Traversal::solve_chance(std::size_t node, std::span<const float> reach, std::span<float> out,
                              std::size_t depth, ScratchStack& scratch) const {
     const GameNode& n = game_.nodes[node];
@@ -65,7 +54,9 @@ void Traversal::solve_chance(std::size_t node, std::span<const float> reach, std
                             {frame.child_values.data() + c * width, width}, depth + 1, stack);
         }
     };
-    if (worth_fanning_out(n, items, width, depth)) {
+    constexpr std::size_t deepest_fan_out = 8;
+    if (pool_ != nullptr && threads_ >= 2 && depth <= deepest_fan_out && items >= 2 &&
+        worth_fanning_out(n.children.size(), width)) {
         parallel_for(pool_, threads_, items, [&](std::size_t begin, std::size_t end) {
             ScratchStack stack;
             evaluate(begin, end, stack);

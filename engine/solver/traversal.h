@@ -34,9 +34,6 @@ class Traversal {
                         std::size_t depth, ScratchStack& scratch) const;
     void solve_own(std::size_t node, std::span<const float> reach, std::span<float> out,
                    std::size_t depth, ScratchStack& scratch) const;
-    bool worth_fanning_out(const GameNode& node, std::size_t items, std::size_t width,
-                           std::size_t depth) const;
-
     const Game& game_;
     StateTable& states_;
     const Discounts discounts_;
