@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "engine/solver/lane_rows.h"
 #include "engine/solver/profile.h"
 #include "engine/solver/simd.h"
 
@@ -146,87 +147,24 @@ void LaneTerminals::all_ins(Seat seat, std::span<const std::pair<Card, Card>> ru
 template <std::size_t vectors>
 void LaneTerminals::turn_in(Seat seat, std::span<const LaneTerminal> terminals) {
     constexpr std::size_t lanes = 4 * vectors;
-    const std::size_t rows = padded_row(game_.cards.pockets[index_of(other(seat))].size());
-    const float* from[lanes];
+    const std::size_t hands = padded_row(game_.cards.pockets[index_of(other(seat))].size());
+    const float* rows[lanes];
     for (std::size_t i = 0; i < lanes; ++i) {
         // A lane without a terminal repeats the first; nobody reads it.
-        from[i] = terminals[i < terminals.size() ? i : 0].reach;
+        rows[i] = terminals[i < terminals.size() ? i : 0].reach;
     }
-    float* to = reach_.data();
-    const __m256 zero = _mm256_setzero_ps();
-    for (std::size_t h = 0; h < rows; h += 8) {
-        __m256 any = zero;
-        if constexpr (vectors == 1) {
-            __m256 row[4];
-            for (std::size_t i = 0; i < 4; ++i) {
-                row[i] = _mm256_load_ps(from[i] + h);
-                any = _mm256_or_ps(any, row[i]);
-            }
-            for (std::size_t half = 0; half < 2; ++half) {
-                __m128 block[4];
-                for (std::size_t i = 0; i < 4; ++i) {
-                    block[i] = half == 0 ? _mm256_castps256_ps128(row[i])
-                                         : _mm256_extractf128_ps(row[i], 1);
-                }
-                _MM_TRANSPOSE4_PS(block[0], block[1], block[2], block[3]);
-                for (std::size_t j = 0; j < 4; ++j) {
-                    _mm_store_ps(to + (h + 4 * half + j) * lanes, block[j]);
-                }
-            }
-        } else {
-            for (std::size_t first = 0; first < lanes; first += 8) {
-                __m256 row[8];
-                __m256 turned[8];
-                for (std::size_t i = 0; i < 8; ++i) {
-                    row[i] = _mm256_load_ps(from[first + i] + h);
-                    any = _mm256_or_ps(any, row[i]);
-                }
-                transpose_8x8(row, turned);
-                for (std::size_t j = 0; j < 8; ++j) {
-                    _mm256_store_ps(to + (h + j) * lanes + first, turned[j]);
-                }
-            }
-        }
-        const auto mask =
-            static_cast<unsigned>(_mm256_movemask_ps(_mm256_cmp_ps(any, zero, _CMP_NEQ_UQ)));
-        for (std::size_t j = 0; j < 8; ++j) {
-            nonzero_[h + j] = static_cast<std::uint8_t>(mask >> j & 1U);
-        }
-    }
-    std::fill_n(to + rows * lanes, lanes, 0.0F);
+    interleave<vectors>(rows, hands, reach_.data(), nonzero_.data());
+    std::fill_n(reach_.data() + hands * lanes, lanes, 0.0F);
 }
 
 template <std::size_t vectors>
 void LaneTerminals::turn_out(Seat seat, std::span<const LaneTerminal> terminals) {
-    constexpr std::size_t lanes = 4 * vectors;
-    const std::size_t rows = padded_row(game_.cards.pockets[index_of(seat)].size());
-    const float* from = out_.data();
-    for (std::size_t h = 0; h < rows; h += 8) {
-        if constexpr (vectors == 1) {
-            __m128 half[2][4];
-            for (std::size_t k = 0; k < 2; ++k) {
-                for (std::size_t j = 0; j < 4; ++j) {
-                    half[k][j] = _mm_load_ps(from + (h + 4 * k + j) * lanes);
-                }
-                _MM_TRANSPOSE4_PS(half[k][0], half[k][1], half[k][2], half[k][3]);
-            }
-            for (std::size_t i = 0; i < terminals.size(); ++i) {
-                _mm256_store_ps(terminals[i].out + h, _mm256_set_m128(half[1][i], half[0][i]));
-            }
-        } else {
-            for (std::size_t first = 0; first < terminals.size(); first += 8) {
-                __m256 row[8];
-                __m256 turned[8];
-                for (std::size_t j = 0; j < 8; ++j) {
-                    row[j] = _mm256_load_ps(from + (h + j) * lanes + first);
-                }
-                transpose_8x8(row, turned);
-                for (std::size_t i = first; i < std::min(first + 8, terminals.size()); ++i) {
-                    _mm256_store_ps(terminals[i].out + h, turned[i - first]);
-                }
-            }
-        }
+    const std::size_t hands = padded_row(game_.cards.pockets[index_of(seat)].size());
+    float* rows[4 * vectors];
+    for (std::size_t i = 0; i < terminals.size(); ++i) {
+        rows[i] = terminals[i].out;
     }
+    separate<vectors>(out_.data(), hands, std::span(rows).first(terminals.size()));
 }
 
 template <std::size_t vectors>

@@ -79,25 +79,4 @@ struct Lanes {
     }
 };
 
-/// An 8 by 8 block of floats turned: to[j][i] = from[i][j].
-inline void transpose_8x8(const __m256 (&from)[8], __m256 (&to)[8]) {
-    __m256 pair[8];
-    __m256 quad[8];
-    for (std::size_t i = 0; i < 4; ++i) {
-        pair[2 * i] = _mm256_unpacklo_ps(from[2 * i], from[2 * i + 1]);
-        pair[2 * i + 1] = _mm256_unpackhi_ps(from[2 * i], from[2 * i + 1]);
-    }
-    for (std::size_t i = 0; i < 2; ++i) {
-        const std::size_t k = 4 * i;
-        quad[k] = _mm256_shuffle_ps(pair[k], pair[k + 2], 0x44);
-        quad[k + 1] = _mm256_shuffle_ps(pair[k], pair[k + 2], 0xEE);
-        quad[k + 2] = _mm256_shuffle_ps(pair[k + 1], pair[k + 3], 0x44);
-        quad[k + 3] = _mm256_shuffle_ps(pair[k + 1], pair[k + 3], 0xEE);
-    }
-    for (std::size_t i = 0; i < 4; ++i) {
-        to[i] = _mm256_permute2f128_ps(quad[i], quad[i + 4], 0x20);
-        to[i + 4] = _mm256_permute2f128_ps(quad[i], quad[i + 4], 0x31);
-    }
-}
-
 }  // namespace kestrel
