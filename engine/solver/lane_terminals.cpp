@@ -68,17 +68,18 @@ struct LanePayoffs {
     }
 };
 
-/// Calls evaluate<vectors>(terminals) for groups of at most eight, the last as narrow as it fits.
-template <class Narrow, class Wide, class Widest>
-void in_groups(std::span<const LaneTerminal> terminals, Narrow narrow, Wide wide, Widest most) {
+/// Calls evaluate.operator()<vectors>(group) for each group of at most sixteen terminals, the last
+/// as narrow as it fits: 4, 8 or 16 lanes.
+template <class Evaluate>
+void in_groups(std::span<const LaneTerminal> terminals, Evaluate evaluate) {
     for (std::size_t begin = 0; begin < terminals.size(); begin += widest) {
         const auto group = terminals.subspan(begin, std::min(widest, terminals.size() - begin));
         if (group.size() <= 4) {
-            narrow(group);
+            evaluate.template operator()<1>(group);
         } else if (group.size() <= 8) {
-            wide(group);
+            evaluate.template operator()<2>(group);
         } else {
-            most(group);
+            evaluate.template operator()<4>(group);
         }
     }
 }
@@ -118,29 +119,26 @@ LaneTerminals::LaneTerminals(const Game& game, const ShowdownOrders& orders)
 
 void LaneTerminals::folds(Seat seat, Card turn, Card river,
                           std::span<const LaneTerminal> terminals) {
-    in_groups(
-        terminals, [&](auto group) { fold_group<1>(seat, turn, river, group); },
-        [&](auto group) { fold_group<2>(seat, turn, river, group); },
-        [&](auto group) { fold_group<4>(seat, turn, river, group); });
+    in_groups(terminals, [&]<std::size_t vectors>(auto group) {
+        fold_group<vectors>(seat, turn, river, group);
+    });
 }
 
 void LaneTerminals::showdowns(Seat seat, Card turn, Card river, std::span<LaneTerminal> terminals) {
     const std::size_t pair = pocket_index(turn, river);
     by_rule(terminals, [&](auto some) {
-        in_groups(
-            some, [&](auto group) { showdown_group<1>(seat, pair, group); },
-            [&](auto group) { showdown_group<2>(seat, pair, group); },
-            [&](auto group) { showdown_group<4>(seat, pair, group); });
+        in_groups(some, [&]<std::size_t vectors>(auto group) {
+            showdown_group<vectors>(seat, pair, group);
+        });
     });
 }
 
 void LaneTerminals::all_ins(Seat seat, std::span<const std::pair<Card, Card>> runouts,
                             std::optional<float> divisor, std::span<LaneTerminal> terminals) {
     by_rule(terminals, [&](auto some) {
-        in_groups(
-            some, [&](auto group) { all_in_group<1>(seat, runouts, divisor, group); },
-            [&](auto group) { all_in_group<2>(seat, runouts, divisor, group); },
-            [&](auto group) { all_in_group<4>(seat, runouts, divisor, group); });
+        in_groups(some, [&]<std::size_t vectors>(auto group) {
+            all_in_group<vectors>(seat, runouts, divisor, group);
+        });
     });
 }
 
@@ -257,6 +255,8 @@ void LaneTerminals::list_live(const BoardOrder& board, std::size_t theirs) {
     step_count_ = steps;
 }
 
+// Bound by the loads and stores of the card sums, and by the branches where levels end; sixteen
+// lanes share these. About 0.7 ns a hand and terminal at 2.7 GHz, against 3.5 for the plain form.
 template <std::size_t vectors, bool add>
 void LaneTerminals::walk_raked(const BoardOrder& board, std::size_t own,
                                std::span<const LaneTerminal> terminals) {
