@@ -3,7 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstring>
+#include <algorithm>
+#include <memory>
 
 #include "bench/spots.h"
 
@@ -13,25 +14,42 @@ using namespace kestrel;
 
 constexpr std::uint32_t iterations_before = 60;
 
-/// A solver that has run for a while, by the fast walk: the bits are the same.
-struct Running {
+/// A spot whose rows have run for a while, by the fast walk: the bits are the same.
+struct Warm {
     std::unique_ptr<Game> game;
-    std::unique_ptr<DiscountedCfr> solver;
-    std::uint32_t t = 0;
+    DiscountedCfr solver{bench::options_of(false, 2)};
 
-    Running(const kestrel_app::SpotInputs& spot, bool plain, std::size_t threads)
-        : game(bench::make_game(spot)),
-          solver(std::make_unique<DiscountedCfr>(bench::options_of(plain, threads))) {
-        solver->prepare_states(*game);
-        DiscountedCfr ahead(bench::options_of(false));
-        ahead.prepare_states(*game);
-        for (; t < iterations_before; ++t) {
-            ahead.solve_iteration(*game, t);
+    explicit Warm(const kestrel_app::SpotInputs& spot) : game(bench::make_game(spot)) {
+        solver.prepare_states(*game);
+        for (std::uint32_t t = 0; t < iterations_before; ++t) {
+            solver.solve_iteration(*game, t);
         }
+    }
+};
+
+const Warm& warm_turn() {
+    static const Warm warm(bench::full_turn(false));
+    return warm;
+}
+
+const Warm& warm_quick_solve() {
+    static const Warm warm(bench::quick_solve());
+    return warm;
+}
+
+/// A solver of its own on a copy of warm rows.
+struct Running {
+    const Game* game;
+    DiscountedCfr solver;
+    std::uint32_t t = iterations_before;
+
+    Running(const Warm& warm, bool plain, std::size_t threads)
+        : game(warm.game.get()), solver(bench::options_of(plain, threads)) {
+        solver.prepare_states(*game);
         for (std::size_t node = 0; node < game->nodes.size(); ++node) {
-            std::ranges::copy(ahead.states[node].regrets(), solver->states[node].regrets().begin());
-            std::ranges::copy(ahead.states[node].strategy_sum(),
-                              solver->states[node].strategy_sum().begin());
+            const NodeState& from = warm.solver.states[node];
+            std::ranges::copy(from.regrets(), solver.states[node].regrets().begin());
+            std::ranges::copy(from.strategy_sum(), solver.states[node].strategy_sum().begin());
         }
     }
 
@@ -40,23 +58,23 @@ struct Running {
     double bytes_moved() const {
         double elements = 0;
         for (std::size_t node = 0; node < game->nodes.size(); ++node) {
-            elements += static_cast<double>(solver->states[node].regrets().size());
+            elements += static_cast<double>(solver.states[node].regrets().size());
         }
         return 20.0 * elements;
     }
 };
 
-void run_iterations(benchmark::State& state, const kestrel_app::SpotInputs& spot) {
-    Running running(spot, state.range(0) != 0, static_cast<std::size_t>(state.range(1)));
+void run_iterations(benchmark::State& state, const Warm& warm) {
+    Running running(warm, state.range(0) != 0, static_cast<std::size_t>(state.range(1)));
     for (auto _ : state) {
-        running.solver->solve_iteration(*running.game, running.t++);
+        running.solver.solve_iteration(*running.game, running.t++);
     }
     state.counters["bytes_moved"] =
         benchmark::Counter(running.bytes_moved(), benchmark::Counter::kIsIterationInvariantRate);
 }
 
 void BM_IterationTurn(benchmark::State& state) {
-    run_iterations(state, bench::full_turn(false));
+    run_iterations(state, warm_turn());
 }
 BENCHMARK(BM_IterationTurn)
     ->ArgNames({"plain", "threads"})
@@ -67,7 +85,7 @@ BENCHMARK(BM_IterationTurn)
     ->UseRealTime();
 
 void BM_IterationQuickSolve(benchmark::State& state) {
-    run_iterations(state, bench::quick_solve());
+    run_iterations(state, warm_quick_solve());
 }
 BENCHMARK(BM_IterationQuickSolve)
     ->ArgNames({"plain", "threads"})
@@ -82,10 +100,10 @@ BENCHMARK(BM_IterationQuickSolve)
 
 /// What a measurement of the raked spot costs: four walks.
 void BM_MeasureQuickSolve(benchmark::State& state) {
-    Running running(bench::quick_solve(), state.range(0) != 0,
+    Running running(warm_quick_solve(), state.range(0) != 0,
                     static_cast<std::size_t>(state.range(1)));
     for (auto _ : state) {
-        benchmark::DoNotOptimize(running.solver->measure_exploitability(*running.game));
+        benchmark::DoNotOptimize(running.solver.measure_exploitability(*running.game));
     }
 }
 BENCHMARK(BM_MeasureQuickSolve)
