@@ -13,9 +13,13 @@ std::string fixed(double number, int digits) {
 
 std::string decimal(double number, int most_digits) {
     std::string text = fixed(number, most_digits);
-    if (text.find('.') == std::string::npos) return text;
+    if (text.find('.') == std::string::npos) {
+        return text;
+    }
     text.erase(text.find_last_not_of('0') + 1);
-    if (text.back() == '.') text.pop_back();
+    if (text.back() == '.') {
+        text.pop_back();
+    }
     return text == "-0" ? "0" : text;
 }
 
@@ -29,16 +33,21 @@ std::string rate(double per_second) {
 
 std::string grouped(std::uint64_t number) {
     std::string text = std::to_string(number);
-    for (std::size_t end = text.size(); end > 3; end -= 3)
+    for (std::size_t end = text.size(); end > 3; end -= 3) {
         text.insert(end - 3, 1, ' ');
+    }
     return text;
 }
 
 std::string bytes(std::uint64_t count) {
     constexpr double kilo = 1024.0;
     const auto size = static_cast<double>(count);
-    if (size < 999.5 * kilo) return fixed(size / kilo, 0) + " KB";
-    if (size < 999.5 * kilo * kilo) return fixed(size / (kilo * kilo), 0) + " MB";
+    if (size < 999.5 * kilo) {
+        return fixed(size / kilo, 0) + " KB";
+    }
+    if (size < 999.5 * kilo * kilo) {
+        return fixed(size / (kilo * kilo), 0) + " MB";
+    }
     return fixed(size / (kilo * kilo * kilo), 2) + " GB";
 }
 

@@ -48,6 +48,10 @@ void InterruptGuard::defer() {
     deferred = true;
 }
 
+void InterruptGuard::stop_deferring() {
+    deferred = false;
+}
+
 bool InterruptGuard::interrupted() const {
     return pending;
 }

@@ -1,14 +1,13 @@
 #include "cli/line_walk.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <optional>
 
 #include "cli/format.h"
 #include "cli/input_error.h"
+#include "engine/poker/text.h"
 #include "session/action_names.h"
-#include "session/text.h"
 
 namespace tidewell_cli {
 namespace {
@@ -21,9 +20,7 @@ using kestrel::GameNode;
 using kestrel::NodeKind;
 
 std::string folded(std::string_view text) {
-    std::string result = kestrel::without_white_space(text);
-    std::ranges::transform(result, result.begin(), kestrel_app::to_lower);
-    return result;
+    return kestrel::lower_case(kestrel::without_white_space(text));
 }
 
 std::string name_of(const Game& game, std::uint64_t node, std::size_t action) {
@@ -53,7 +50,9 @@ std::optional<Card> representative(const Game& game, const GameNode& node, Card 
     const std::vector<std::uint8_t>& children = game.references(node);
     const auto found = std::ranges::find(skipped, card);
     const auto place = static_cast<std::size_t>(found - skipped.begin());
-    if (found == skipped.end() || place >= children.size()) return std::nullopt;
+    if (found == skipped.end() || place >= children.size()) {
+        return std::nullopt;
+    }
     return static_cast<Card>(node.actions[children[place]].amount);
 }
 
@@ -85,7 +84,9 @@ std::size_t find_step(const Game& game, const NodePath& path, std::string_view s
             matches.push_back(a);
         }
     }
-    if (matches.size() == 1) return matches.front();
+    if (matches.size() == 1) {
+        return matches.front();
+    }
     if (matches.size() > 1) {
         std::string list;
         for (const std::size_t a : matches) {
@@ -107,9 +108,15 @@ std::size_t find_step(const Game& game, const NodePath& path, std::string_view s
 }
 
 const char* kind_text(const GameNode& node) {
-    if (node.kind == NodeKind::Decision) return node.seat == kestrel::Seat::OOP ? "OOP" : "IP";
-    if (node.kind == NodeKind::Chance) return "deal";
-    if (node.last_action == ActionKind::fold) return "fold";
+    if (node.kind == NodeKind::Decision) {
+        return node.seat == kestrel::Seat::OOP ? "OOP" : "IP";
+    }
+    if (node.kind == NodeKind::Chance) {
+        return "deal";
+    }
+    if (node.last_action == ActionKind::fold) {
+        return "fold";
+    }
     return node.runout_pending ? "all-in" : "showdown";
 }
 
@@ -120,7 +127,9 @@ void list_below(std::ostream& out, const Game& game, NodePath& path, std::size_t
                   static_cast<unsigned long long>(path.node), kind_text(node),
                   chips(node.pot).c_str());
     out << head << line_of(game, path) << '\n';
-    if (path.steps.size() == depth) return;
+    if (path.steps.size() == depth) {
+        return;
+    }
     const std::uint64_t here = path.node;
     for (std::size_t a = 0; a < node.children.size(); ++a) {
         path.steps.push_back({here, a});
@@ -135,12 +144,16 @@ void list_below(std::ostream& out, const Game& game, NodePath& path, std::size_t
 
 NodePath walk_line(const Game& game, std::string_view line) {
     NodePath path;
-    if (folded(line) == "root") return path;
+    if (folded(line) == "root") {
+        return path;
+    }
     for (std::size_t begin = 0; begin <= line.size();) {
         const std::size_t end = std::min(line.find('/', begin), line.size());
-        const std::string_view step = kestrel_app::trimmed(line.substr(begin, end - begin));
+        const std::string_view step = kestrel::trimmed(line.substr(begin, end - begin));
         begin = end + 1;
-        if (step.empty()) continue;
+        if (step.empty()) {
+            continue;
+        }
         const std::size_t action = find_step(game, path, step);
         path.steps.push_back({path.node, action});
         path.node = game.nodes[path.node].children[action];
@@ -149,7 +162,9 @@ NodePath walk_line(const Game& game, std::string_view line) {
 }
 
 std::string line_of(const Game& game, const NodePath& path) {
-    if (path.steps.empty()) return "root";
+    if (path.steps.empty()) {
+        return "root";
+    }
     std::string line;
     for (const LineStep& step : path.steps) {
         line += (line.empty() ? "" : "/") + name_of(game, step.node, step.action);

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <limits>
-#include <optional>
 #include <string>
 
 namespace tidewell_cli {
@@ -32,7 +31,9 @@ std::optional<std::uint64_t> field(const fs::path& file, const std::string& name
 std::optional<std::uint64_t> number_in(const fs::path& file) {
     std::ifstream in(file);
     std::uint64_t number = 0;
-    if (in >> number) return number;
+    if (in >> number) {
+        return number;
+    }
     return std::nullopt;
 }
 
@@ -60,7 +61,9 @@ std::uint64_t left_in_group(const fs::path& mount, const std::string& group,
             const std::uint64_t used = *usage - std::min(cache, *usage);
             left = std::min(left, *limit - std::min(used, *limit));
         }
-        if (level.empty()) return left;
+        if (level.empty()) {
+            return left;
+        }
         level = level.parent_path();
     }
 }
@@ -71,7 +74,9 @@ constexpr const char* process_status = "/proc/self/status";
 std::uint64_t left_of_limit(decltype(RLIMIT_AS) resource, const char* field_name) {
     rlimit limit{};
     const auto in_use = field(process_status, field_name);
-    if (!in_use || getrlimit(resource, &limit) != 0) return no_limit;
+    if (!in_use || getrlimit(resource, &limit) != 0) {
+        return no_limit;
+    }
     return limit.rlim_cur == RLIM_INFINITY
                ? no_limit
                : limit.rlim_cur - std::min<std::uint64_t>(*in_use * 1024, limit.rlim_cur);
@@ -79,7 +84,7 @@ std::uint64_t left_of_limit(decltype(RLIMIT_AS) resource, const char* field_name
 
 }  // namespace
 
-std::uint64_t available_memory(const fs::path& root) {
+std::optional<std::uint64_t> available_memory(const fs::path& root) {
     std::uint64_t available =
         std::min(left_of_limit(RLIMIT_AS, "VmSize:"), left_of_limit(RLIMIT_DATA, "VmData:"));
     if (const auto kilobytes = field(root / "proc/meminfo", "MemAvailable:")) {
@@ -90,7 +95,9 @@ std::uint64_t available_memory(const fs::path& root) {
     while (std::getline(groups, line)) {
         const std::size_t first = line.find(':');
         const std::size_t second = line.find(':', first + 1);
-        if (first == std::string::npos || second == std::string::npos) continue;
+        if (first == std::string::npos || second == std::string::npos) {
+            continue;
+        }
         const std::string controllers = "," + line.substr(first + 1, second - first - 1) + ",";
         const std::string group = line.substr(second + 1);
         const fs::path mount = root / "sys/fs/cgroup";
@@ -100,21 +107,30 @@ std::uint64_t available_memory(const fs::path& root) {
             available = std::min(available, left_in_group(mount / "memory", group, version_1));
         }
     }
-    return available == no_limit ? 0 : available;
+    if (available == no_limit) {
+        return std::nullopt;
+    }
+    return available;
 }
 
 std::uint64_t peak_resident_bytes() {
     // getrusage would count what the process was before it became this program.
-    if (const auto kilobytes = field(process_status, "VmHWM:")) return *kilobytes * 1024;
+    if (const auto kilobytes = field(process_status, "VmHWM:")) {
+        return *kilobytes * 1024;
+    }
     rusage usage{};
-    if (getrusage(RUSAGE_SELF, &usage) != 0) return 0;
+    if (getrusage(RUSAGE_SELF, &usage) != 0) {
+        return 0;
+    }
     return static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;
 }
 
 AllocationLimit::AllocationLimit(std::uint64_t bytes) {
     const auto in_use = field(process_status, "VmData:");
     rlimit limit{};
-    if (!in_use || getrlimit(RLIMIT_DATA, &limit) != 0) return;
+    if (!in_use || getrlimit(RLIMIT_DATA, &limit) != 0) {
+        return;
+    }
     previous_ = limit.rlim_cur;
     limit.rlim_cur = std::min<std::uint64_t>(limit.rlim_cur, *in_use * 1024 + bytes);
     active_ = setrlimit(RLIMIT_DATA, &limit) == 0;
@@ -122,7 +138,9 @@ AllocationLimit::AllocationLimit(std::uint64_t bytes) {
 
 AllocationLimit::~AllocationLimit() {
     rlimit limit{};
-    if (!active_ || getrlimit(RLIMIT_DATA, &limit) != 0) return;
+    if (!active_ || getrlimit(RLIMIT_DATA, &limit) != 0) {
+        return;
+    }
     limit.rlim_cur = previous_;
     setrlimit(RLIMIT_DATA, &limit);
 }

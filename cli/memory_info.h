@@ -2,13 +2,14 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 namespace tidewell_cli {
 
 /// Bytes that this process can still take: the least of what the kernel calls available, what the
 /// limits of its control group (version 2 or 1, at any level) leave, and what its own resource
-/// limits leave. 0 when unknown. `root` stands in for "/" in tests.
-std::uint64_t available_memory(const std::filesystem::path& root = "/");
+/// limits leave. Nothing when unknown. `root` stands in for "/" in tests.
+std::optional<std::uint64_t> available_memory(const std::filesystem::path& root = "/");
 
 /// The largest resident size of this process so far, in bytes; 0 when unknown.
 std::uint64_t peak_resident_bytes();

@@ -1,36 +1,31 @@
 #include "cli/options.h"
 
-#include <charconv>
-#include <cmath>
 #include <limits>
 #include <string_view>
 
 #include "cli/input_error.h"
+#include "session/text.h"
 
 namespace tidewell_cli {
 namespace {
 
 template <class Number>
 Number whole_number(const std::string& option, std::string_view text, Number least, Number most) {
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < least ||
-        number > most) {
+    const auto number = kestrel_app::parsed_number<Number>(text);
+    if (!number || *number < least || *number > most) {
         throw InputError(option + " takes a whole number from " + std::to_string(least) + " to " +
                          std::to_string(most) + ", not '" + std::string(text) + "'");
     }
-    return number;
+    return *number;
 }
 
 double percentage(const std::string& option, std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() ||
-        !(number >= 0.0 && number <= 100.0)) {
+    const auto number = kestrel_app::parsed_number<double>(text);
+    if (!number || !(*number >= 0.0 && *number <= 100.0)) {
         throw InputError(option + " takes a percentage from 0 to 100, not '" + std::string(text) +
                          "'");
     }
-    return number;
+    return *number;
 }
 
 }  // namespace
@@ -42,21 +37,31 @@ Options parse_options(std::span<const char* const> arguments) {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view argument = arguments[i];
         if (only_paths || !argument.starts_with('-') || argument == "-") {
-            if (has_path) throw InputError("more than one spot is named; see --help");
+            if (has_path) {
+                throw InputError("more than one spot is named; see --help");
+            }
             options.spot_path = argument;
             has_path = true;
-            if (argument.empty()) throw InputError("the name of the spot is empty");
+            if (argument.empty()) {
+                throw InputError("the name of the spot is empty");
+            }
             continue;
         }
         const std::size_t equals = argument.find('=');
         const std::string name(argument.substr(0, equals));
         const auto value = [&]() -> std::string_view {
-            if (equals != std::string_view::npos) return argument.substr(equals + 1);
-            if (i + 1 == arguments.size()) throw InputError(name + " takes a value; see --help");
+            if (equals != std::string_view::npos) {
+                return argument.substr(equals + 1);
+            }
+            if (i + 1 == arguments.size()) {
+                throw InputError(name + " takes a value; see --help");
+            }
             return arguments[++i];
         };
         const auto flag = [&](bool& target) {
-            if (equals != std::string_view::npos) throw InputError(name + " takes no value");
+            if (equals != std::string_view::npos) {
+                throw InputError(name + " takes no value");
+            }
             target = true;
         };
         if (name == "--threads") {
@@ -68,11 +73,15 @@ Options parse_options(std::span<const char* const> arguments) {
             options.target_percent = percentage(name, value());
         } else if (name == "--json") {
             options.json_path = value();
-            if (options.json_path.empty()) throw InputError("--json takes the name of a file");
+            if (options.json_path.empty()) {
+                throw InputError("--json takes the name of a file");
+            }
         } else if (name == "--node") {
             options.node_line = value();
         } else if (name == "--list-nodes") {
             options.list_depth = whole_number<std::size_t>(name, value(), 0, 1000);
+        } else if (name == "--exact-all-in") {
+            flag(options.exact_all_in);
         } else if (name == "--signature") {
             flag(options.signature);
         } else if (name == "--version") {
@@ -85,7 +94,12 @@ Options parse_options(std::span<const char* const> arguments) {
             throw InputError("unknown option '" + name + "'; see --help");
         }
     }
-    if (options.signature && has_path) throw InputError("--signature solves spots of its own");
+    if (options.signature && has_path) {
+        throw InputError("--signature solves spots of its own");
+    }
+    if (options.list_depth && !(options.json_path.empty() && options.node_line.empty())) {
+        throw InputError("--list-nodes solves nothing that --json or --node could report");
+    }
     return options;
 }
 
@@ -99,6 +113,7 @@ Options:
   --threads N         threads to solve with (default: all)
   --iterations N      largest number of iterations
   --target PERCENT    stop at this exploitability, in percent of the starting pot
+  --exact-all-in      weigh the run-outs of an all-in as the two hands meet them
   --node LINE         report the node behind a line of actions and cards,
                       for instance "Check/Bet 50%/Call/2c"
   --list-nodes DEPTH  list the lines of the tree down to a depth, without solving
@@ -121,6 +136,7 @@ SPOT.json ("-": standard input) is one JSON object. Amounts are in chips.
                          true or false
   SEAT_add_all_in_jam_threshold_enabled, SEAT_add_all_in_jam_threshold_pct
                          offer an all-in of at most this percentage of the pot
+  exact_all_in           true or false, as --exact-all-in
 
 Exit code: 0 solved, 1 the solve failed or does not fit in memory, 2 bad input,
 130 interrupted.

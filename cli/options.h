@@ -17,6 +17,7 @@ struct Options {
     std::string json_path;                 ///< empty for none, "-" for standard output
     std::string node_line;
     std::optional<std::size_t> list_depth;
+    bool exact_all_in = false;
     bool signature = false;
     bool version = false;
     bool help = false;

@@ -45,13 +45,21 @@ kestrel_app::SolveConfig config_of(const Options& options) {
     } else {
         std::vector<std::string> warnings;
         map = read_spot_file(options.spot_path, warnings);
-        for (const std::string& warning : warnings)
+        for (const std::string& warning : warnings) {
             complain("warning: " + warning);
+        }
     }
     kestrel_app::SolveConfig config = kestrel_app::config_from_map(map);
-    if (!map.contains("thread_count")) config.thread_count = all_threads();
-    if (options.threads) config.thread_count = *options.threads;
-    if (options.iterations) config.max_iterations = *options.iterations;
+    if (!map.contains("thread_count")) {
+        config.thread_count = all_threads();
+    }
+    if (options.threads) {
+        config.thread_count = *options.threads;
+    }
+    if (options.iterations) {
+        config.max_iterations = *options.iterations;
+    }
+    config.exact_all_in = config.exact_all_in || options.exact_all_in;
     if (options.target_percent) {
         config.target_exploitability =
             static_cast<float>(config.starting_pot * *options.target_percent / 100.0);
@@ -62,7 +70,9 @@ kestrel_app::SolveConfig config_of(const Options& options) {
 void solve(const Options& options, Clock::time_point program_start) {
     InterruptGuard interrupt;
     const kestrel_app::SolveConfig config = config_of(options);
-    if (!options.json_path.empty()) check_writable(options.json_path);
+    if (!options.json_path.empty()) {
+        check_writable(options.json_path);
+    }
     const BuiltSpot spot = build_spot(config);
     if (options.list_depth) {
         list_nodes(std::cout, *spot.game, *options.list_depth);
@@ -89,7 +99,9 @@ void solve(const Options& options, Clock::time_point program_start) {
     progress.clear();
     report.seconds.total = seconds_since(program_start);
     print_report(out, style, report);
-    if (!options.json_path.empty()) write_json(report, options.json_path);
+    if (!options.json_path.empty()) {
+        write_json(report, options.json_path);
+    }
 }
 
 void run(std::span<const char* const> arguments, Clock::time_point program_start) {
@@ -105,7 +117,9 @@ void run(std::span<const char* const> arguments, Clock::time_point program_start
         solve(options, program_start);
     }
     std::cout.flush();
-    if (!std::cout) throw std::runtime_error("cannot write to standard output");
+    if (!std::cout) {
+        throw std::runtime_error("cannot write to standard output");
+    }
 }
 
 }  // namespace

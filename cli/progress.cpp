@@ -32,12 +32,16 @@ Progress::Progress(std::ostream& out, TerminalStyle style, const kestrel_app::So
       target_(static_cast<double>(config.target_exploitability)),
       starting_pot_(config.starting_pot),
       expected_iterations_(config.max_iterations) {
-    if (style_.interactive) out_ << "  preparing" << std::flush;
+    if (style_.interactive) {
+        out_ << "  preparing" << std::flush;
+    }
 }
 
 void Progress::on_iteration(std::uint32_t iteration, double exploitability, bool measured) {
     const double elapsed = seconds_since(start_);
-    if (iteration == 1) first_iteration_seconds_ = elapsed;
+    if (iteration == 1) {
+        first_iteration_seconds_ = elapsed;
+    }
     if (measured) {
         const TracePoint now{iteration, exploitability};
         const bool falling =
@@ -81,7 +85,9 @@ void Progress::rewrite_line(std::uint32_t iteration, double exploitability, doub
     std::size_t columns = 1;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         columns += 2 + parts[i].size();
-        if (columns > style_.width) break;
+        if (columns > style_.width) {
+            break;
+        }
         line += "  ";
         line += i == 0 ? style_.bold() : i == 1 ? "" : style_.foreground(palette::muted);
         line += parts[i] + style_.reset();
@@ -92,7 +98,9 @@ void Progress::rewrite_line(std::uint32_t iteration, double exploitability, doub
 
 double Progress::iterations_per_second(std::uint32_t iteration, double elapsed) const {
     // From the end of the first iteration on: what comes before it is preparation.
-    if (iteration == 1) return 1.0 / elapsed;
+    if (iteration == 1) {
+        return 1.0 / elapsed;
+    }
     return (iteration - 1) / std::max(elapsed - first_iteration_seconds_, 1e-9);
 }
 
@@ -102,7 +110,9 @@ double Progress::remaining_seconds(std::uint32_t iteration, double elapsed) cons
 }
 
 void Progress::clear() {
-    if (style_.interactive) out_ << "\r\x1b[K" << std::flush;
+    if (style_.interactive) {
+        out_ << "\r\x1b[K" << std::flush;
+    }
 }
 
 }  // namespace tidewell_cli

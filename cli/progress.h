@@ -29,13 +29,13 @@ class Progress {
     std::ostream& out_;
     const TerminalStyle style_;
     const std::uint32_t max_iterations_;
-    const double target_;  // hundredths of a chip
-    const double starting_pot_;
+    const double target_;        // hundredths of a chip
+    const double starting_pot_;  // hundredths of a chip
     const Clock::time_point start_ = Clock::now();
     std::optional<Clock::time_point> last_drawn_;
     double first_iteration_seconds_ = 0;
     double expected_iterations_;  // until the target or the last one
-    TracePoint last_measured_;    // exploitability in hundredths of a chip
+    TracePoint last_measured_;
 };
 
 }  // namespace tidewell_cli

@@ -43,7 +43,8 @@ Json node_json(const NodeReport& node) {
 std::string json_text(const SolveReport& report) {
     Json trace = Json::array();
     for (const TracePoint& point : report.trace) {
-        trace.push_back({{"iteration", point.iteration}, {"exploitability", point.exploitability}});
+        trace.push_back(
+            {{"iteration", point.iteration}, {"exploitability", point.exploitability / 100.0}});
     }
     const PhaseSeconds& seconds = report.seconds;
     const Json result = {
@@ -75,7 +76,9 @@ std::string json_text(const SolveReport& report) {
 }
 
 void check_writable(const std::string& path) {
-    if (path == "-") return;
+    if (path == "-") {
+        return;
+    }
     std::error_code ignored;
     const fs::path file(path);
     const bool exists = fs::exists(file, ignored);
@@ -93,7 +96,9 @@ void write_json(const SolveReport& report, const std::string& path) {
     }
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << text << std::flush;
-    if (!file) throw std::runtime_error("cannot write " + path);
+    if (!file) {
+        throw std::runtime_error("cannot write " + path);
+    }
 }
 
 }  // namespace tidewell_cli

@@ -27,8 +27,9 @@ double usable(double number) {
 /// Scales to a sum of 1; uniform without any positive number.
 void normalise(std::vector<double>& shares) {
     double sum = 0;
-    for (double& share : shares)
+    for (double& share : shares) {
         sum += share = usable(share);
+    }
     for (double& share : shares) {
         share = sum > 0 ? share / sum : 1.0 / static_cast<double>(shares.size());
     }
@@ -43,11 +44,15 @@ std::vector<double> own_reach(const Game& game, const DiscountedCfr& solver, con
     std::vector<double> reach(weights.begin(), weights.end());
     const kestrel::CardMask dealt = kestrel::card_bit(node.turn) | kestrel::card_bit(node.river);
     for (std::size_t h = 0; h < reach.size(); ++h) {
-        if (kestrel::pocket_mask(game.cards.pockets[seat][h]) & dealt) reach[h] = 0;
+        if (kestrel::pocket_mask(game.cards.pockets[seat][h]) & dealt) {
+            reach[h] = 0;
+        }
     }
     for (const LineStep& step : path.steps) {
         const GameNode& passed = game.nodes[step.node];
-        if (passed.kind != NodeKind::Decision || passed.seat != node.seat) continue;
+        if (passed.kind != NodeKind::Decision || passed.seat != node.seat) {
+            continue;
+        }
         const std::vector<float> strategy = solver.average_strategy(step.node);
         const auto row = std::span(strategy).subspan(step.action * reach.size(), reach.size());
         for (std::size_t h = 0; h < reach.size(); ++h) {
@@ -58,7 +63,9 @@ std::vector<double> own_reach(const Game& game, const DiscountedCfr& solver, con
 }
 
 double median(std::vector<double> values) {
-    if (values.empty()) return 0;
+    if (values.empty()) {
+        return 0;
+    }
     std::ranges::sort(values);
     const std::size_t middle = values.size() / 2;
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
@@ -78,20 +85,33 @@ BuiltSpot build_spot(const kestrel_app::SolveConfig& config) {
     BuiltSpot spot;
     spot.config = config;
     spot.available_bytes = available_memory();
+    // What ran out, and how much of it there was at least.
+    std::string part = "the card tables";
+    std::uint64_t resident_before = peak_resident_bytes();
     try {
         kestrel_app::SpotInputs inputs = kestrel_app::parse_spot(config);
+        std::optional<AllocationLimit> limit;
+        if (spot.available_bytes) {
+            limit.emplace(*spot.available_bytes);
+        }
         const auto cards_start = Clock::now();
         kestrel::CardContext cards(inputs.board, inputs.ranges);
         spot.seconds.card_context = seconds_since(cards_start);
 
+        part = "the betting tree";
+        resident_before = peak_resident_bytes();
         const auto tree_start = Clock::now();
-        std::optional<AllocationLimit> limit;
-        if (spot.available_bytes != 0) limit.emplace(spot.available_bytes);
         spot.game = std::make_unique<Game>(std::move(inputs.options), std::move(cards));
         spot.seconds.tree = seconds_since(tree_start);
     } catch (const std::bad_alloc&) {
-        throw MemoryRefused("not enough memory: the betting tree alone needs more than the " +
-                            bytes(spot.available_bytes) + " available");
+        const std::uint64_t taken = peak_resident_bytes() - resident_before;
+        const std::string ran_out =
+            " ran out " + (taken > 0 ? "after " + bytes(taken) + " of " : "in ") + part;
+        throw MemoryRefused("not enough memory: " +
+                            (spot.available_bytes
+                                 ? "the solve needs more than the " + bytes(*spot.available_bytes) +
+                                       " available, which" + ran_out
+                                 : "it" + ran_out));
     } catch (const std::invalid_argument& error) {
         throw InputError(error.what());
     } catch (const std::out_of_range& error) {
@@ -120,7 +140,9 @@ NodeReport report_node(const Game& game, const DiscountedCfr& solver, const Node
                                   kestrel_app::action_type_name(node.actions[a], pot),
                                   frequencies[a], node.children[a]});
     }
-    if (node.kind != NodeKind::Decision) return report;
+    if (node.kind != NodeKind::Decision) {
+        return report;
+    }
 
     report.player = node.seat == kestrel::Seat::OOP ? "OOP" : "IP";
     const std::vector<kestrel::Pocket>& pockets = game.cards.pockets[index_of(node.seat)];
@@ -140,9 +162,9 @@ NodeReport report_node(const Game& game, const DiscountedCfr& solver, const Node
 SolveReport solve_spot(const BuiltSpot& spot, const NodePath& path, InterruptGuard& interrupt,
                        const IterationCallback& on_iteration) {
     const std::uint64_t need = spot.estimate.total_bytes;
-    if (spot.available_bytes != 0 && spot.available_bytes <= need) {
+    if (spot.available_bytes && *spot.available_bytes <= need) {
         throw MemoryRefused("not enough memory: the solve needs " + bytes(need) + ", " +
-                            bytes(spot.available_bytes) + " are available");
+                            bytes(*spot.available_bytes) + " are available");
     }
 
     SolveReport report;
@@ -163,15 +185,17 @@ SolveReport solve_spot(const BuiltSpot& spot, const NodePath& path, InterruptGua
     options.threads = spot.config.thread_count;
     options.should_stop = [&] {
         // First asked when the states are ready.
-        if (!std::exchange(prepared, true)) iterations_start = Clock::now();
+        if (!std::exchange(prepared, true)) {
+            iterations_start = Clock::now();
+        }
         return interrupt.interrupted();
     };
-    options.progress = [&](std::uint32_t iteration, float exploitability, double milliseconds) {
-        const bool measured =
-            iteration % measuring_interval == 0 || iteration == spot.config.max_iterations;
+    options.progress = [&, measuring = options](std::uint32_t iteration, float exploitability,
+                                                double milliseconds) {
+        const bool measured = kestrel::measures_at(measuring, iteration);
         const auto amount = static_cast<double>(exploitability);
         if (measured) {
-            report.trace.push_back({iteration, amount / 100.0});
+            report.trace.push_back({iteration, amount});
         } else {
             plain_iterations.push_back(milliseconds);
         }
@@ -195,8 +219,11 @@ SolveReport solve_spot(const BuiltSpot& spot, const NodePath& path, InterruptGua
     const std::array<float, 2> ev = solver.current_ev(*spot.game);
     report.ev = {static_cast<double>(ev[0]), static_cast<double>(ev[1])};
     report.node = report_node(*spot.game, solver, path);
-    if (interrupt.interrupted()) throw Interrupted("interrupted");
     report.peak_resident_bytes = peak_resident_bytes();
+    interrupt.stop_deferring();
+    if (interrupt.interrupted()) {
+        throw Interrupted("interrupted");
+    }
     return report;
 }
 

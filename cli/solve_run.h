@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -49,12 +50,12 @@ struct BuiltSpot {
     kestrel_app::SolveConfig config;
     std::unique_ptr<kestrel::Game> game;
     kestrel_app::SolveMemoryEstimate estimate;
-    std::uint64_t available_bytes = 0;  ///< before anything was built; 0 when unknown
+    std::optional<std::uint64_t> available_bytes;  ///< before anything was built; if known
     PhaseSeconds seconds;
 };
 
 /// Builds cards and tree. Throws InputError for a spot that the engine refuses, and MemoryRefused
-/// when the tree alone does not fit.
+/// when not even these fit.
 BuiltSpot build_spot(const kestrel_app::SolveConfig& config);
 
 struct ActionReport {
@@ -85,7 +86,7 @@ NodeReport report_node(const kestrel::Game& game, const kestrel::DiscountedCfr& 
 
 struct TracePoint {
     std::uint32_t iteration = 0;
-    double exploitability = 0;  ///< chips
+    double exploitability = 0;  ///< hundredths of a chip
 };
 
 /// Everything that is told about a finished solve. Money in hundredths of a chip where not said
@@ -99,7 +100,7 @@ struct SolveReport {
     std::array<double, 2> ev{};  ///< OOP first, against an even split of the pot
     double iteration_ms = 0;     ///< median of the iterations without a measurement; 0 if none
     std::vector<TracePoint> trace;
-    PhaseSeconds seconds;  ///< without the total
+    PhaseSeconds seconds;  ///< `solve_spot` leaves the total to its caller
     NodeReport node;
 
     double exploitability_percent() const;  ///< of the starting pot

@@ -1,7 +1,6 @@
 #include "cli/spot_file.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +12,8 @@
 #include "cli/format.h"
 #include "cli/input_error.h"
 #include "cli/options.h"
+#include "engine/poker/text.h"
+#include "session/solve_config.h"
 #include "session/text.h"
 
 namespace tidewell_cli {
@@ -26,6 +27,9 @@ using nlohmann::json;
 
 constexpr std::size_t max_spot_bytes = std::size_t{16} << 20;
 
+/// A spot needs one level. What is deeper is refused before recursion over it could fill the stack.
+constexpr int max_depth = 16;
+
 std::string line_of(std::string_view text, std::size_t position) {
     return std::to_string(1 + std::ranges::count(text.substr(0, position), '\n'));
 }
@@ -33,6 +37,9 @@ std::string line_of(std::string_view text, std::size_t position) {
 json parse_json(std::string_view text, std::vector<std::string>& warnings) {
     std::set<std::string> seen;
     const auto on_event = [&](int depth, json::parse_event_t event, json& parsed) {
+        if (depth > max_depth) {
+            throw InputError("lists and objects are nested too deeply");
+        }
         if (event == json::parse_event_t::key && depth == 1 &&
             !seen.insert(parsed.get<std::string>()).second) {
             warnings.push_back("key '" + parsed.get<std::string>() +
@@ -58,29 +65,45 @@ json parse_json(std::string_view text, std::vector<std::string>& warnings) {
     }
 }
 
+/// Not for lists and objects, which are written by recursion.
+std::string scalar_text(const json& value) {
+    return value.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
 [[noreturn]] void refuse(const std::string& key, const std::string& wanted, const json& value) {
-    std::string given = value.dump(-1, ' ', false, json::error_handler_t::replace);
-    if (value.is_structured()) given = value.is_array() ? "a list" : "an object";
-    if (given.size() > 60) given = given.substr(0, 57) + "...";
+    std::string given = value.is_array()    ? "a list"
+                        : value.is_object() ? "an object"
+                                            : scalar_text(value);
+    if (given.size() > 60) {
+        given = given.substr(0, 57) + "...";
+    }
     throw InputError(key + " must be " + wanted + ", not " + given);
 }
 
 std::optional<double> number_in(const json& value) {
-    if (value.is_number()) return value.get<double>();
-    if (!value.is_string()) return std::nullopt;
-    const std::string whole = value.get<std::string>();
-    const std::string_view text = kestrel_app::trimmed(whole);
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return number;
+    if (value.is_number()) {
+        return value.get<double>();
+    }
+    if (!value.is_string()) {
+        return std::nullopt;
+    }
+    return kestrel_app::parsed_number<double>(kestrel::trimmed(value.get<std::string>()));
 }
 
 std::optional<bool> flag_in(const json& value) {
-    if (value.is_boolean()) return value.get<bool>();
-    const std::string text = value.is_string() ? value.get<std::string>() : value.dump();
-    if (text == "true" || text == "1") return true;
-    if (text == "false" || text == "0") return false;
+    if (value.is_boolean()) {
+        return value.get<bool>();
+    }
+    if (value.is_structured()) {
+        return std::nullopt;
+    }
+    const std::string text = value.is_string() ? value.get<std::string>() : scalar_text(value);
+    if (text == "true" || text == "1") {
+        return true;
+    }
+    if (text == "false" || text == "0") {
+        return false;
+    }
     return std::nullopt;
 }
 
@@ -91,19 +114,31 @@ struct Limits {
 };
 
 Limits limits_of(const ConfigKey& key) {
-    constexpr double most_chips = 21474836.46;  // hundredths in 32 bits with a sign
-    if (key.name == "starting_pot" || key.name == "effective_stack") return {0.01, most_chips};
-    if (key.name == "max_iterations") return {1, 4294967295.0};
-    if (key.name == "thread_count") return {1, max_threads};
-    if (key.name == "rake_percent") return {0, 100};
-    if (key.kind == ConfigKind::percent) return {0, 1e9};
-    return {0, most_chips};
+    using kestrel_app::max_chips;
+    if (key.name == "starting_pot" || key.name == "effective_stack") {
+        return {0.01, max_chips};
+    }
+    if (key.name == "max_iterations") {
+        return {1, 4294967295.0};
+    }
+    if (key.name == "thread_count") {
+        return {1, max_threads};
+    }
+    if (key.name == "rake_percent") {
+        return {0, 100};
+    }
+    if (key.kind == ConfigKind::percent) {
+        return {0, 1e9};
+    }
+    return {0, max_chips};
 }
 
 ConfigValue checked_value(const ConfigKey& key, const json& value) {
     switch (key.kind) {
         case ConfigKind::flag:
-            if (const auto flag = flag_in(value)) return *flag;
+            if (const auto flag = flag_in(value)) {
+                return *flag;
+            }
             refuse(key.name, "true or false", value);
         case ConfigKind::chips:
         case ConfigKind::percent:
@@ -121,20 +156,26 @@ ConfigValue checked_value(const ConfigKey& key, const json& value) {
                    value);
         }
         case ConfigKind::sizing:
-            if (value.is_number()) return kestrel_app::to_text(value.get<double>());
+            if (value.is_number()) {
+                return kestrel_app::to_text(value.get<double>());
+            }
             [[fallthrough]];
         case ConfigKind::board:
         case ConfigKind::range:
         case ConfigKind::street:
             break;
     }
-    if (!value.is_string()) refuse(key.name, "text", value);
+    if (!value.is_string()) {
+        refuse(key.name, "text", value);
+    }
     return value.get<std::string>();
 }
 
 std::string text_of(const ConfigMap& map, const char* key) {
     const auto found = map.find(key);
-    if (found == map.end()) throw InputError(std::string(key) + " is missing");
+    if (found == map.end()) {
+        throw InputError(std::string(key) + " is missing");
+    }
     return kestrel_app::to_text(found->second);
 }
 
@@ -171,7 +212,9 @@ void check_spot(ConfigMap& map) {
 
 ConfigMap checked_map(std::string_view text, std::vector<std::string>& warnings) {
     const json spot = parse_json(text, warnings);
-    if (!spot.is_object()) throw InputError("a spot is one JSON object");
+    if (!spot.is_object()) {
+        throw InputError("a spot is one JSON object");
+    }
     ConfigMap map;
     for (const auto& [name, value] : spot.items()) {
         const auto key = std::ranges::find(kestrel_app::config_keys(), name, &ConfigKey::name);
@@ -210,15 +253,21 @@ ConfigMap read_spot_file(const std::string& path, std::vector<std::string>& warn
             throw InputError(name + " is a folder, not a spot");
         }
         file.open(path, std::ios::binary);
-        if (!file) throw InputError("cannot open " + name);
+        if (!file) {
+            throw InputError("cannot open " + name);
+        }
     }
     std::istream& in = from_standard_input ? std::cin : file;
     std::string text;
     for (char block[65536]; in.read(block, sizeof block), in.gcount() > 0;) {
         text.append(block, static_cast<std::size_t>(in.gcount()));
-        if (text.size() > max_spot_bytes) throw InputError(name + " is too large for a spot");
+        if (text.size() > max_spot_bytes) {
+            throw InputError(name + " is too large for a spot");
+        }
     }
-    if (in.bad()) throw InputError("cannot read " + name);
+    if (in.bad()) {
+        throw InputError("cannot read " + name);
+    }
     return parse_spot_text(text, name, warnings);
 }
 

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "engine/poker/text.h"
+
 namespace tidewell_cli {
 namespace {
 
@@ -76,17 +78,33 @@ Colour action_colour(std::string_view type) {
     const std::size_t blank = type.find(' ');
     const std::string_view kind = type.substr(0, blank);
     if (blank != std::string_view::npos) {
-        const double percent = std::strtod(std::string(type.substr(blank)).c_str(), nullptr);
+        const double percent = kestrel::read_double(type.substr(blank)).value;
         const double t = std::clamp(percent / 200.0, 0.0, 1.0);
-        if (kind == "bet") return from_hsl(0.72 + 0.12 * t, 0.70, 0.62 + 0.10 * t);
-        if (kind == "raise") return from_hsl(0.07 + 0.04 * t, 0.78, 0.60 + 0.12 * t);
+        if (kind == "bet") {
+            return from_hsl(0.72 + 0.12 * t, 0.70, 0.62 + 0.10 * t);
+        }
+        if (kind == "raise") {
+            return from_hsl(0.07 + 0.04 * t, 0.78, 0.60 + 0.12 * t);
+        }
     }
-    if (kind == "fold") return {0xE0, 0x6C, 0x75};
-    if (kind == "check") return palette::green;
-    if (kind == "call") return palette::blue;
-    if (kind == "bet") return {0xA3, 0x71, 0xF7};
-    if (kind == "raise") return {0xF0, 0x88, 0x3E};
-    if (kind == "allin") return {0xFF, 0x7B, 0x72};
+    if (kind == "fold") {
+        return {0xE0, 0x6C, 0x75};
+    }
+    if (kind == "check") {
+        return palette::green;
+    }
+    if (kind == "call") {
+        return palette::blue;
+    }
+    if (kind == "bet") {
+        return {0xA3, 0x71, 0xF7};
+    }
+    if (kind == "raise") {
+        return {0xF0, 0x88, 0x3E};
+    }
+    if (kind == "allin") {
+        return {0xFF, 0x7B, 0x72};
+    }
     return palette::muted;
 }
 
@@ -101,17 +119,26 @@ std::string TerminalStyle::background(Colour colour) const {
 TerminalStyle style_of(int descriptor) {
     TerminalStyle style;
     style.interactive = isatty(descriptor) == 1 && environment("TERM") != "dumb";
-    if (!style.interactive) return style;
+    if (!style.interactive) {
+        return style;
+    }
     style.colours = environment("NO_COLOR").empty();
     style.full_colours =
         environment("COLORTERM") == "truecolor" || environment("COLORTERM") == "24bit";
-    std::string_view locale = environment("LC_ALL");
-    if (locale.empty()) locale = environment("LC_CTYPE");
-    if (locale.empty()) locale = environment("LANG");
-    style.unicode = locale.find("UTF-8") != std::string_view::npos ||
-                    locale.find("utf8") != std::string_view::npos;
+    std::string locale(environment("LC_ALL"));
+    if (locale.empty()) {
+        locale = environment("LC_CTYPE");
+    }
+    if (locale.empty()) {
+        locale = environment("LANG");
+    }
+    locale = kestrel::lower_case(locale);
+    style.unicode =
+        locale.find("utf-8") != std::string::npos || locale.find("utf8") != std::string::npos;
     winsize size{};
-    if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) style.width = size.ws_col;
+    if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+        style.width = size.ws_col;
+    }
     return style;
 }
 

@@ -14,7 +14,6 @@
 namespace tidewell_cli {
 namespace {
 
-constexpr std::string_view matrix_ranks = "AKQJT98765432";
 constexpr std::size_t cell_width = 5;
 constexpr std::size_t bar_width = 40;
 
@@ -30,7 +29,9 @@ Matrix matrix_of(const NodeReport& node) {
     Matrix matrix;
     std::array<std::array<int, 13>, 13> counts{};
     for (const ComboReport& combo : node.combos) {
-        if (!(combo.weight > 0)) continue;
+        if (!(combo.weight > 0)) {
+            continue;
+        }
         const auto row = static_cast<std::size_t>(12 - kestrel::rank_of(combo.pocket.high));
         const auto column = static_cast<std::size_t>(12 - kestrel::rank_of(combo.pocket.low));
         const bool suited =
@@ -46,19 +47,29 @@ Matrix matrix_of(const NodeReport& node) {
     for (std::size_t r = 0; r < 13; ++r) {
         for (std::size_t c = 0; c < 13; ++c) {
             Cell& cell = matrix[r][c];
-            if (counts[r][c] == 0) continue;
-            for (double& prob : cell.probs)
+            if (counts[r][c] == 0) {
+                continue;
+            }
+            for (double& prob : cell.probs) {
                 prob /= cell.weight;
+            }
             cell.weight /= counts[r][c];
         }
     }
     return matrix;
 }
 
+/// The rank of a row or a column of the matrix, aces first.
+char rank_of_line(std::size_t line) {
+    return kestrel::rank_char(12 - static_cast<int>(line));
+}
+
 std::string label(std::size_t row, std::size_t column) {
-    const char high = matrix_ranks[std::min(row, column)];
-    const char low = matrix_ranks[std::max(row, column)];
-    if (row == column) return {high, low};
+    const char high = rank_of_line(std::min(row, column));
+    const char low = rank_of_line(std::max(row, column));
+    if (row == column) {
+        return {high, low};
+    }
     return {high, low, row < column ? 's' : 'o'};
 }
 
@@ -88,14 +99,17 @@ double luminance(Colour colour) {
 
 void print_colour_matrix(std::ostream& out, const TerminalStyle& style, const NodeReport& node) {
     std::vector<Colour> colours;
-    for (const ActionReport& action : node.actions)
+    for (const ActionReport& action : node.actions) {
         colours.push_back(action_colour(action.type));
+    }
     const Matrix matrix = matrix_of(node);
     const bool gaps = style.width >= 2 + 13 * (cell_width + 1);
     for (std::size_t r = 0; r < 13; ++r) {
         out << "  ";
         for (std::size_t c = 0; c < 13; ++c) {
-            if (gaps && c > 0) out << style.reset() << ' ';
+            if (gaps && c > 0) {
+                out << style.reset() << ' ';
+            }
             std::string text = " " + label(r, c);
             text.resize(cell_width, ' ');
             const Cell& cell = matrix[r][c];
@@ -120,11 +134,12 @@ void print_colour_matrix(std::ostream& out, const TerminalStyle& style, const No
 void print_plain_matrix(std::ostream& out, const NodeReport& node) {
     const Matrix matrix = matrix_of(node);
     out << "      ";
-    for (const char rank : matrix_ranks)
-        out << "    " << rank;
+    for (std::size_t c = 0; c < 13; ++c) {
+        out << "    " << rank_of_line(c);
+    }
     out << '\n';
     for (std::size_t r = 0; r < 13; ++r) {
-        out << "     " << matrix_ranks[r];
+        out << "     " << rank_of_line(r);
         for (std::size_t c = 0; c < 13; ++c) {
             const Cell& cell = matrix[r][c];
             char text[16] = "    .";
@@ -143,12 +158,15 @@ void print_plain_matrix(std::ostream& out, const NodeReport& node) {
 
 std::string bar(const TerminalStyle& style, double share) {
     const double length = share * static_cast<double>(bar_width);
-    if (!style.unicode) return std::string(static_cast<std::size_t>(std::lround(length)), '#');
+    if (!style.unicode) {
+        return std::string(static_cast<std::size_t>(std::lround(length)), '#');
+    }
     constexpr std::array<const char*, 8> eighths = {"", "▏", "▎", "▍", "▌", "▋", "▊", "▉"};
     const auto steps = static_cast<std::size_t>(std::lround(length * 8));
     std::string text;
-    for (std::size_t i = 0; i < steps / 8; ++i)
+    for (std::size_t i = 0; i < steps / 8; ++i) {
         text += "█";
+    }
     return text + eighths[steps % 8];
 }
 
@@ -206,7 +224,9 @@ void print_actions(std::ostream& out, const TerminalStyle& style, const NodeRepo
         char share[16];
         std::snprintf(share, sizeof share, "%6.2f %%", 100.0 * action.frequency);
         out << "  ";
-        if (!style.colours && !node.player.empty()) out << static_cast<char>('a' + a % 26) << "  ";
+        if (!style.colours && !node.player.empty()) {
+            out << static_cast<char>('a' + a % 26) << "  ";
+        }
         out << name << "  " << share << "  " << style.foreground(action_colour(action.type))
             << bar(style, action.frequency) << style.reset() << '\n';
     }
@@ -221,14 +241,21 @@ void print_spot(std::ostream& out, const TerminalStyle& style, const BuiltSpot& 
         chips(config.starting_pot) + ", stacks " + chips(config.effective_stack) + " chips";
     if (config.rake_percent > 0) {
         money += ", rake " + decimal(config.rake_percent, 2) + " %";
-        if (config.rake_cap > 0) money += " up to " + chips(config.rake_cap);
+        if (config.rake_cap > 0) {
+            money += " up to " + chips(config.rake_cap);
+        }
     }
     std::string memory = bytes(estimate.total_bytes) + " estimated";
-    if (spot.available_bytes > 0) memory += ", " + bytes(spot.available_bytes) + " available";
+    if (spot.available_bytes) {
+        memory += ", " + bytes(*spot.available_bytes) + " available";
+    }
 
     out << '\n';
     print_row(out, style, "Board", cards_text(style, config.board));
     print_row(out, style, "Pot", money);
+    if (config.exact_all_in) {
+        print_row(out, style, "All-ins", "exact run-outs");
+    }
     print_row(out, style, "Hands",
               std::to_string(estimate.oop_hand_count) + " OOP, " +
                   std::to_string(estimate.ip_hand_count) + " IP");
@@ -261,7 +288,9 @@ void print_report(std::ostream& out, const TerminalStyle& style, const SolveRepo
     out << "  " << style.bold() << heading(report.node) << style.reset() << "\n\n";
     print_actions(out, style, report.node);
     out << '\n';
-    if (report.node.player.empty()) return;
+    if (report.node.player.empty()) {
+        return;
+    }
     if (style.colours) {
         print_colour_matrix(out, style, report.node);
     } else {

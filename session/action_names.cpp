@@ -11,7 +11,9 @@ using kestrel::Action;
 using kestrel::ActionKind;
 
 std::string sized(const char* word, const Action& action, std::int32_t pot) {
-    if (pot < 1) return word;
+    if (pot < 1) {
+        return word;
+    }
     const double percent = static_cast<double>(action.amount) / pot * 100.0;
     char number[32];
     std::snprintf(number, sizeof number, " %.0f%%", percent);
@@ -67,7 +69,9 @@ std::string action_type_name(const Action& action, std::int32_t pot) {
 std::int32_t naming_pot(const kestrel::Game& game, std::uint64_t node) {
     const std::int32_t starting_pot = game.options.starting_pot;
     const std::int32_t pot = game.nodes[node].pot;
-    if (node == 0) return starting_pot >= 1 ? starting_pot : pot;
+    if (node == 0) {
+        return starting_pot >= 1 ? starting_pot : pot;
+    }
     return pot > 0 ? pot : starting_pot;
 }
 

@@ -4,88 +4,108 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
-#include <utility>
 #include <vector>
 
+#include "engine/poker/text.h"
 #include "session/text.h"
 
 namespace kestrel_app {
 namespace {
 
-/// So that the hundredths fit a signed 32-bit number.
-constexpr double max_chips = 21474836.46;
-
-constexpr std::string_view card_ranks = "AKQJT98765432";
-constexpr std::string_view card_suits = "shdc";
+using kestrel::lower_case;
+using kestrel::to_lower;
+using kestrel::to_upper;
+using kestrel::trimmed;
 
 constexpr std::array<std::string_view, 6> street_prefixes = {"oop_flop", "oop_turn", "oop_river",
                                                              "ip_flop",  "ip_turn",  "ip_river"};
 
 bool is_rank(char character) {
-    return card_ranks.find(to_upper(character)) != std::string_view::npos;
+    return kestrel::rank_characters.find(to_upper(character)) != std::string_view::npos;
 }
 
 /// White space around a number and a plus before it are allowed.
 std::string_view number_body(std::string_view text) {
     text = trimmed(text);
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    if (text.starts_with('+') && !text.starts_with("+-")) {
+        text.remove_prefix(1);
+    }
     return text;
 }
 
 double double_of(std::string_view text) {
     text = number_body(text);
-    std::string lower(text.substr(0, 5));
-    std::ranges::transform(lower, lower.begin(), to_lower);
-    if (lower == "nan") return std::numeric_limits<double>::quiet_NaN();
-    if (lower == "inf") return std::numeric_limits<double>::infinity();
-    if (lower == "-inf") return -std::numeric_limits<double>::infinity();
-    if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) return 0.0;
-    double number = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (end != text.data() + text.size()) return 0.0;
-    // Beyond the range of double: infinity or 0, which only strtod tells apart.
-    return error == std::errc() ? number : std::strtod(std::string(text).c_str(), nullptr);
+    const std::string lower = lower_case(text);
+    if (lower == "nan") {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    if (lower == "inf") {
+        return std::numeric_limits<double>::infinity();
+    }
+    if (lower == "-inf") {
+        return -std::numeric_limits<double>::infinity();
+    }
+    if (text.starts_with('+') ||
+        text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
+        return 0.0;
+    }
+    const kestrel::ReadNumber<double> number = kestrel::read_double(text);
+    return number.length == text.size() ? number.value : 0.0;
 }
 
 std::uint32_t unsigned_of(std::string_view text) {
     text = number_body(text);
-    std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool whole_text = error == std::errc() && end == text.data() + text.size();
-    return whole_text ? static_cast<std::uint32_t>(number) : 0;
+    return static_cast<std::uint32_t>(parsed_number<std::uint64_t>(text).value_or(0));
 }
 
 std::string shortest_text(double number) {
-    if (std::isnan(number)) return "nan";
+    if (std::isnan(number)) {
+        return "nan";
+    }
     std::array<char, 32> buffer{};
     const auto result =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), number == 0.0 ? 0.0 : number);
     return {buffer.data(), result.ptr};
 }
 
+constexpr char32_t replacement_character = 0xFFFD;
+
+/// Takes one character off a UTF-8 text. A byte that begins none counts as U+FFFD by itself.
+char32_t take_character(std::string_view& text) {
+    const auto byte = [&](std::size_t place) { return static_cast<unsigned char>(text[place]); };
+    const auto lead = byte(0);
+    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    // The least code that needs a sequence of this length.
+    constexpr std::array<char32_t, 5> least = {0, 0, 0x80, 0x800, 0x10000};
+    char32_t code = length == 1 ? lead : lead & (0xFFU >> (length + 1));
+    bool valid = lead < 0x80 || (lead >= 0xC0 && lead < 0xF8 && length <= text.size());
+    for (std::size_t k = 1; valid && k < length; ++k) {
+        valid = (byte(k) & 0xC0U) == 0x80;
+        code = code << 6 | (byte(k) & 0x3FU);
+    }
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    valid = valid && code >= least[length] && code <= 0x10FFFF && !surrogate;
+    text.remove_prefix(valid ? length : 1);
+    return valid ? code : replacement_character;
+}
+
+bool is_unicode_space(char32_t code) {
+    return code < 0x80 ? kestrel::is_space(static_cast<char>(code))
+                       : code == 0x85 || code == 0xA0 || code == 0x1680 ||
+                             (code >= 0x2000 && code <= 0x200A) || code == 0x2028 ||
+                             code == 0x2029 || code == 0x202F || code == 0x205F || code == 0x3000;
+}
+
 /// The text in UTF-16 units without white space: ASCII as it is, any other unit as 0, which is
 /// part of no card.
-std::vector<char> units_without_space(std::string_view text) {
-    std::vector<char> units;
-    for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        const std::size_t length = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        char32_t code = lead < 0x80 ? lead : lead & (0xFFU >> (length + 1));
-        for (std::size_t k = 1; k < length && i + k < text.size(); ++k) {
-            code = code << 6 | (static_cast<unsigned char>(text[i + k]) & 0x3FU);
+std::string units_without_space(std::string_view text) {
+    std::string units;
+    while (!text.empty()) {
+        const char32_t code = take_character(text);
+        if (!is_unicode_space(code)) {
+            units.append(code > 0xFFFF ? 2 : 1, code < 0x80 ? static_cast<char>(code) : '\0');
         }
-        i += length;
-        const bool space = white_space.find(static_cast<char>(code)) != std::string_view::npos
-                               ? code < 0x80
-                               : code == 0x85 || code == 0xA0 || code == 0x1680 ||
-                                     (code >= 0x2000 && code <= 0x200A) || code == 0x2028 ||
-                                     code == 0x2029 || code == 0x202F || code == 0x205F ||
-                                     code == 0x3000;
-        if (!space)
-            units.insert(units.end(), code > 0xFFFF ? 2 : 1,
-                         code < 0x80 ? static_cast<char>(code) : '\0');
     }
     return units;
 }
@@ -97,7 +117,9 @@ double clamped_hundredths(double chips, double not_finite) {
 
 bool has_hand(std::string_view range) {
     range = trimmed(range);
-    if (is_percent_range(range)) return true;
+    if (is_percent_range(range)) {
+        return true;
+    }
     return std::ranges::adjacent_find(
                range, [](char a, char b) { return is_rank(a) && is_rank(b); }) != range.end();
 }
@@ -129,7 +151,9 @@ class Reader {
     }
     std::optional<double> jam_threshold(const std::string& seat) const {
         const std::string key = seat + "_add_all_in_jam_threshold_";
-        if (!flag(key + "enabled")) return std::nullopt;
+        if (!flag(key + "enabled")) {
+            return std::nullopt;
+        }
         return number(key + "pct", 0.0);
     }
 
@@ -145,19 +169,29 @@ class Reader {
 }  // namespace
 
 std::string to_text(const ConfigValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    if (const auto* number = std::get_if<double>(&value)) return shortest_text(*number);
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        return *text;
+    }
+    if (const auto* number = std::get_if<double>(&value)) {
+        return shortest_text(*number);
+    }
     return std::get<bool>(value) ? "true" : "false";
 }
 
 double to_double(const ConfigValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return double_of(*text);
-    if (const auto* number = std::get_if<double>(&value)) return *number;
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        return double_of(*text);
+    }
+    if (const auto* number = std::get_if<double>(&value)) {
+        return *number;
+    }
     return std::get<bool>(value) ? 1.0 : 0.0;
 }
 
 std::uint32_t to_unsigned(const ConfigValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) return unsigned_of(*text);
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        return unsigned_of(*text);
+    }
     if (const auto* number = std::get_if<double>(&value)) {
         constexpr double limit = 9.2e18;  // of a signed 64-bit number
         return std::abs(*number) < limit ? static_cast<std::uint32_t>(std::llround(*number)) : 0;
@@ -167,11 +201,12 @@ std::uint32_t to_unsigned(const ConfigValue& value) {
 
 bool to_bool(const ConfigValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) {
-        std::string lower = *text;
-        std::ranges::transform(lower, lower.begin(), to_lower);
+        const std::string lower = lower_case(*text);
         return !lower.empty() && lower != "0" && lower != "false";
     }
-    if (const auto* number = std::get_if<double>(&value)) return !(std::abs(*number) < 0.5);
+    if (const auto* number = std::get_if<double>(&value)) {
+        return !(std::abs(*number) < 0.5);
+    }
     return std::get<bool>(value);
 }
 
@@ -193,6 +228,7 @@ std::span<const ConfigKey> config_keys() {
             {"oop_add_all_in_jam_threshold_pct", ConfigKind::percent},
             {"ip_add_all_in_jam_threshold_enabled", ConfigKind::flag},
             {"ip_add_all_in_jam_threshold_pct", ConfigKind::percent},
+            {"exact_all_in", ConfigKind::flag},
             {"apply_node_locks", ConfigKind::flag},
         };
         for (const std::string_view street_prefix : street_prefixes) {
@@ -212,12 +248,12 @@ std::uint32_t to_hundredths(double chips, std::uint32_t fallback) {
 }
 
 std::string normalize_board_text(std::string_view text) {
-    const std::vector<char> units = units_without_space(text);
+    const std::string units = units_without_space(text);
     std::string board;
     for (std::size_t i = 0; i + 1 < units.size(); i += 2) {
         const char rank = to_upper(units[i]);
         const char suit = to_lower(units[i + 1]);
-        if (is_rank(rank) && card_suits.find(suit) != std::string_view::npos) {
+        if (is_rank(rank) && kestrel::suit_characters.find(suit) != std::string_view::npos) {
             board += {rank, suit};
         }
     }
@@ -238,6 +274,7 @@ SolveConfig config_from_map(const ConfigMap& map) {
     config.target_exploitability =
         static_cast<float>(clamped_hundredths(read.number("target_exploitability", 0.1), 0.001));
     config.thread_count = read.whole("thread_count", 1);
+    config.exact_all_in = read.flag("exact_all_in");
     config.oop_range = read.text("oop_range");
     config.ip_range = read.text("ip_range");
     config.oop_flop = read.sizing("oop_flop");

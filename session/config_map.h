@@ -34,8 +34,13 @@ struct ConfigKey {
     ConfigKind kind;
 };
 
-/// Every key that a solve reads. Others are ignored.
+/// Every key that a map may hold; others are ignored. Two kinds have no effect: a front end keeps
+/// "apply_node_locks" with its settings and applies the locks itself, and "ip_STREET_dont_donk"
+/// stands there so that both seats have the same keys.
 std::span<const ConfigKey> config_keys();
+
+/// The largest amount of money, in chips: its hundredths fit a signed 32-bit number.
+inline constexpr double max_chips = 21474836.46;
 
 /// Chips to whole hundredths, to the nearest, clamped to what 32 bits with a sign hold.
 /// `fallback` (hundredths) replaces a value that is not finite.

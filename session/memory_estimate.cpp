@@ -29,7 +29,9 @@ SolveMemoryEstimate estimate_solve_memory(const kestrel::CardContext& cards,
     estimate.oop_hand_count = cards.pockets[0].size();
     estimate.ip_hand_count = cards.pockets[1].size();
     for (const kestrel::PlanNode& node : plan.nodes) {
-        if (node.kind != kestrel::NodeKind::Decision || node.actions.empty()) continue;
+        if (node.kind != kestrel::NodeKind::Decision || node.actions.empty()) {
+            continue;
+        }
         ++estimate.decision_node_count;
         estimate.solver_bytes +=
             cards.pockets[index_of(node.seat)].size() * node.actions.size() * entry_bytes;

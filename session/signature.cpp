@@ -101,7 +101,9 @@ void apply_lock(Game& game, const Lock& lock) {
     std::size_t decisions = 0;
     for (std::size_t i = 0; i < game.nodes.size(); ++i) {
         const kestrel::GameNode& node = game.nodes[i];
-        if (node.kind != NodeKind::Decision || decisions++ != lock.nth) continue;
+        if (node.kind != NodeKind::Decision || decisions++ != lock.nth) {
+            continue;
+        }
         const std::size_t hands = game.cards.pockets[index_of(node.seat)].size();
         const std::size_t actions = node.actions.size();
         std::vector<float> table(actions * hands, -1.0F);
@@ -118,7 +120,9 @@ void apply_lock(Game& game, const Lock& lock) {
 void add_states(Fnv1a& hash, const kestrel::StateTable& states) {
     for (std::size_t i = 0; i < states.size(); ++i) {
         const kestrel::NodeState& state = states[i];
-        if (!state.active) continue;
+        if (!state.active) {
+            continue;
+        }
         if (state.packed) {
             hash.add(state.regrets_packed());
             hash.add(state.strategy_sum_packed());
@@ -138,8 +142,9 @@ std::uint64_t solver_signature(std::size_t threads) {
     for (const Spot& spot : suite()) {
         SpotInputs inputs = parse_spot(spot.config);
         Game game(std::move(inputs.options), kestrel::CardContext(inputs.board, inputs.ranges));
-        for (const Lock& lock : spot.locks)
+        for (const Lock& lock : spot.locks) {
             apply_lock(game, lock);
+        }
         kestrel::CfrOptions options;
         options.max_iterations = spot.config.max_iterations;
         options.compress = spot.config.compress;

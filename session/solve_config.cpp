@@ -1,8 +1,6 @@
 #include "session/solve_config.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 #include <tuple>
@@ -10,7 +8,7 @@
 #include <vector>
 
 #include "engine/poker/bet_size.h"
-#include "session/text.h"
+#include "engine/poker/text.h"
 
 namespace kestrel_app {
 namespace {
@@ -20,8 +18,10 @@ using kestrel::SizeToken;
 
 /// "33" is a percentage; "2.5x", "1e", "500c", "500c3r" and "a" say what they are.
 bool needs_percent_sign(std::string_view token) {
-    const char last = to_lower(token.back());
-    if (std::string_view("%acex").find(last) != std::string_view::npos) return false;
+    const char last = kestrel::to_lower(token.back());
+    if (std::string_view("%acex").find(last) != std::string_view::npos) {
+        return false;
+    }
     return last != 'r' || token.find_first_of("cC") == std::string_view::npos;
 }
 
@@ -91,20 +91,24 @@ std::string normalize_sizing_text(std::string_view text, bool add_all_in) {
     std::string result;
     bool has_all_in = false;
     const auto append = [&](std::string_view token) {
-        if (!result.empty()) result += ',';
+        if (!result.empty()) {
+            result += ',';
+        }
         result += token;
     };
     for (std::size_t begin = 0; begin <= kept.size();) {
         const std::size_t end = std::min(kept.find(',', begin), kept.size());
         const std::string token = kept.substr(begin, end - begin);
         begin = end + 1;
-        if (token.empty()) continue;
+        if (token.empty()) {
+            continue;
+        }
         if (token == "%") {
             throw std::invalid_argument(
                 "Sizing: invalid token '%'. Use numbers like '33, 75' or '33%, 75%'");
         }
         if (token.size() == 1) {
-            const char letter = to_lower(token.front());
+            const char letter = kestrel::to_lower(token.front());
             if (letter == 'c' || letter == 'e' || letter == 'x') {
                 throw std::invalid_argument("Sizing: invalid token '" + token + "'");
             }
@@ -112,7 +116,9 @@ std::string normalize_sizing_text(std::string_view text, bool add_all_in) {
         }
         append(needs_percent_sign(token) ? token + "%" : token);
     }
-    if (add_all_in && !has_all_in) append("a");
+    if (add_all_in && !has_all_in) {
+        append("a");
+    }
     return result;
 }
 
@@ -133,28 +139,33 @@ bool is_percent_range(std::string_view trimmed_text) {
 }
 
 kestrel::Range parse_range_or_percent(std::string_view text) {
-    const std::string_view percent = trimmed(text);
-    if (!is_percent_range(percent)) return kestrel::parse_range(text);
+    const std::string_view percent = kestrel::trimmed(text);
+    if (!is_percent_range(percent)) {
+        return kestrel::parse_range(text);
+    }
 
-    const std::string number(percent.substr(0, percent.size() - 1));
-    char* end = nullptr;
-    errno = 0;
-    const double value = std::strtod(number.c_str(), &end);
-    const auto weight = static_cast<float>(value / 100.0);
-    const bool underflow = value > 0.0 && weight < std::numeric_limits<float>::min();
-    if (end != number.c_str() + number.size() || errno == ERANGE || underflow) {
+    const auto number = kestrel::read_double(percent);
+    const auto weight = static_cast<float>(number.value / 100.0);
+    const bool underflow = number.value > 0.0 && weight < std::numeric_limits<float>::min();
+    if (number.length + 1 != percent.size() || number.out_of_range || underflow) {
         throw std::invalid_argument("Invalid percent range '" + std::string(text) +
                                     "' (expected like '50%')");
     }
-    if (!(weight <= 1.0F)) throw std::invalid_argument("Weight must be within [0, 1]");
+    if (!(weight <= 1.0F)) {
+        throw std::invalid_argument("Weight must be within [0, 1]");
+    }
     kestrel::Range range;
     range.fill(weight);
     return range;
 }
 
 kestrel::Street parse_street(std::string_view text) {
-    if (text == "turn") return kestrel::Street::Turn;
-    if (text == "river") return kestrel::Street::River;
+    if (text == "turn") {
+        return kestrel::Street::Turn;
+    }
+    if (text == "river") {
+        return kestrel::Street::River;
+    }
     return kestrel::Street::Flop;
 }
 
@@ -182,6 +193,7 @@ SpotInputs parse_spot(const SolveConfig& config, SizingErrors errors) {
     options.effective_stack = static_cast<std::int32_t>(config.effective_stack);
     options.rake_fraction = config.rake_percent / 100.0;
     options.rake_cap = config.rake_cap;
+    options.exact_all_in = config.exact_all_in;
     options.jam_threshold = {jam_threshold(config.oop_add_all_in_jam_threshold_pct),
                              jam_threshold(config.ip_add_all_in_jam_threshold_pct)};
     const auto sizing = [&](const StreetSizingText& oop, const StreetSizingText& ip,

@@ -34,6 +34,7 @@ struct SolveConfig {
     float target_exploitability = 10.0F;  ///< hundredths of a chip
     std::uint64_t thread_count = 1;
     bool compress = false;
+    bool exact_all_in = false;  ///< `kestrel::PlanOptions::exact_all_in`
     std::string oop_range;
     std::string ip_range;
     StreetSizingText oop_flop;

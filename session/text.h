@@ -1,26 +1,22 @@
 #pragma once
 
-#include <cctype>
+#include <charconv>
+#include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace kestrel_app {
 
-inline constexpr std::string_view white_space = " \t\n\v\f\r";
-
-/// ASCII letters only; other characters stay.
-inline char to_upper(char character) {
-    return static_cast<char>(std::toupper(static_cast<unsigned char>(character)));
-}
-
-inline char to_lower(char character) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-}
-
-/// Without white space at both ends.
-inline std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(white_space);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(white_space) - first + 1);
+/// The number that a text consists of, as std::from_chars reads it: no white space, no plus, a
+/// point in every locale. Nothing for any other text and for a number that is out of range.
+template <class Number>
+std::optional<Number> parsed_number(std::string_view text) {
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return number;
 }
 
 }  // namespace kestrel_app

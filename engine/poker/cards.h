@@ -86,7 +86,8 @@ Pocket pocket_from_index(std::size_t index);
 /// "Invalid rank character".
 int parse_rank(char character);
 
-/// Suit number of a character, in either case. Throws std::invalid_argument "Invalid suit character".
+/// Suit number of a character, in either case. Throws std::invalid_argument "Invalid suit
+/// character".
 int parse_suit(char character);
 
 /// Upper-case character of a rank number. Throws std::out_of_range "Rank is out of range" outside

@@ -48,21 +48,18 @@ std::string without_white_space(std::string_view text) {
 }
 
 ReadNumber<double> read_double(std::string_view text) {
-    return read_number<double>(text, [](const char* begin, char** end) {
-        return strtod_l(begin, end, c_locale());
-    });
+    return read_number<double>(
+        text, [](const char* begin, char** end) { return strtod_l(begin, end, c_locale()); });
 }
 
 ReadNumber<float> read_float(std::string_view text) {
-    return read_number<float>(text, [](const char* begin, char** end) {
-        return strtof_l(begin, end, c_locale());
-    });
+    return read_number<float>(
+        text, [](const char* begin, char** end) { return strtof_l(begin, end, c_locale()); });
 }
 
 ReadNumber<long long> read_integer(std::string_view text) {
-    return read_number<long long>(text, [](const char* begin, char** end) {
-        return strtoll_l(begin, end, 10, c_locale());
-    });
+    return read_number<long long>(
+        text, [](const char* begin, char** end) { return strtoll_l(begin, end, 10, c_locale()); });
 }
 
 }  // namespace kestrel

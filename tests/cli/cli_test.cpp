@@ -1,8 +1,6 @@
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <new>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -19,11 +18,11 @@
 #include <vector>
 
 #include "cli/input_error.h"
+#include "cli/interrupt.h"
 #include "cli/line_walk.h"
 #include "cli/memory_info.h"
 #include "cli/options.h"
 #include "cli/spot_file.h"
-#include "engine/game/game.h"
 #include "session/solve_config.h"
 
 namespace tidewell_cli {
@@ -31,9 +30,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using nlohmann::json;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
@@ -77,20 +76,16 @@ struct RunResult {
 /// The program as a child process with files for its output.
 class Child {
   public:
-    explicit Child(std::vector<std::string> arguments, rlim_t data_limit = RLIM_INFINITY) {
+    explicit Child(const std::vector<std::string>& arguments,
+                   const std::string& data_kilobytes = "unlimited") {
+        std::string command = "ulimit -d " + data_kilobytes + "; exec " TIDEWELL_SOLVE_PATH;
+        for (const std::string& argument : arguments) {
+            command += " '" + argument + "'";
+        }
+        command += " >" + (folder_ / "out") + " 2>" + (folder_ / "err");
         pid_ = fork();
         if (pid_ != 0) return;
-        for (const auto& [descriptor, name] : {std::pair(1, "out"), std::pair(2, "err")}) {
-            dup2(open((folder_ / name).c_str(), O_WRONLY | O_CREAT, 0600), descriptor);
-        }
-        const rlimit limit = {data_limit, data_limit};
-        setrlimit(RLIMIT_DATA, &limit);
-        std::string program = TIDEWELL_SOLVE_PATH;
-        std::vector<char*> argv = {program.data()};
-        for (std::string& argument : arguments)
-            argv.push_back(argument.data());
-        argv.push_back(nullptr);
-        execv(program.c_str(), argv.data());
+        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
         _exit(127);
     }
 
@@ -109,8 +104,8 @@ class Child {
     pid_t pid_ = -1;
 };
 
-RunResult run(std::vector<std::string> arguments) {
-    return Child(std::move(arguments)).wait();
+RunResult run(const std::vector<std::string>& arguments) {
+    return Child(arguments).wait();
 }
 
 const char* const river_spot = R"({
@@ -127,45 +122,52 @@ json river_with(const std::string& key, const json& value) {
     return spot;
 }
 
-TEST(Options, Read) {
-    const std::vector<const char*> arguments = {
-        "--threads", "3",     "--iterations=70", "--target", "0.25", "--json=-",
-        "--node",    "Check", "--list-nodes",    "2",        "--",   "-spot.json"};
-    const Options options = parse_options(arguments);
+/// The message of the InputError that a call throws.
+template <class Call>
+std::string refusal_of(const Call& call) {
+    try {
+        call();
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+TEST(Options, ReadOrRefused) {
+    const std::vector<const char*> good = {
+        "--threads", "3",     "--iterations=70", "--target", "0.25",      "--json=-",
+        "--node",    "Check", "--exact-all-in",  "--",       "-spot.json"};
+    const Options options = parse_options(good);
     EXPECT_EQ(options.threads, 3U);
     EXPECT_EQ(options.iterations, 70U);
     EXPECT_EQ(options.target_percent, 0.25);
     EXPECT_EQ(options.json_path, "-");
     EXPECT_EQ(options.node_line, "Check");
-    EXPECT_EQ(options.list_depth, 2U);
+    EXPECT_TRUE(options.exact_all_in);
     EXPECT_EQ(options.spot_path, "-spot.json");
-}
 
-TEST(Options, Refused) {
-    const std::vector<std::vector<const char*>> cases = {
-        {"--threads", "0"},
-        {"--threads", "2x"},
-        {"--threads", "-1"},
-        {"--threads"},
-        {"--threads", "5000"},
-        {"--iterations", "0"},
-        {"--iterations=1.5"},
-        {"--iterations", "4294967296"},
-        {"--target", "nan"},
-        {"--target", "-1"},
-        {"--target", "101"},
-        {"--target="},
-        {"--json="},
-        {"--list-nodes", "-1"},
-        {"--verbose"},
-        {"-x"},
-        {"--help=yes"},
-        {"a.json", "b.json"},
-        {"--signature", "a.json"},
-        {""},
-    };
-    for (const auto& arguments : cases) {
-        EXPECT_THROW(parse_options(arguments), InputError) << arguments.front();
+    const char* refused[] = {"--threads 2x",
+                             "--threads",
+                             "--threads 5000",
+                             "--iterations 0",
+                             "--iterations 4294967296",
+                             "--target nan",
+                             "--target 101",
+                             "--target=",
+                             "--json=",
+                             "--list-nodes -1",
+                             "--list-nodes 1 --json -",
+                             "--node Check --list-nodes 1",
+                             "-x",
+                             "--help=yes",
+                             "a.json b.json",
+                             "--signature a.json"};
+    for (const char* line : refused) {
+        std::istringstream in(line);
+        const std::vector<std::string> words{std::istream_iterator<std::string>(in), {}};
+        std::vector<const char*> arguments;
+        std::ranges::transform(words, std::back_inserter(arguments), &std::string::c_str);
+        EXPECT_THROW(parse_options(arguments), InputError) << line;
     }
 }
 
@@ -174,22 +176,18 @@ TEST(SpotFile, ReadsLooselyTypedValues) {
     const auto map = parse_spot_text(
         R"({"board": "ah kd 7c", "oop_range": "AA", "ip_range": "50%", "starting_pot": "12.5",
             "oop_flop_bet_sizes": 33.5, "ip_flop_add_all_in": "true", "effective_stack": 3,
-            "effective_stack": 4, "bord": 1, "apply_node_locks": 0})",
+            "effective_stack": 4, "bord": 1, "exact_all_in": 1})",
         "spot", warnings);
     const auto config = kestrel_app::config_from_map(map);
-    EXPECT_EQ(config.board, "AhKd7c");
     EXPECT_EQ(config.starting_pot, 1250U);
     EXPECT_EQ(config.effective_stack, 400U);
     EXPECT_EQ(config.oop_flop.bet_sizes, "33.5");
     EXPECT_TRUE(config.ip_flop.add_all_in);
+    EXPECT_TRUE(config.exact_all_in);
     EXPECT_EQ(config.starting_street, "flop");
     EXPECT_THAT(warnings,
                 ElementsAre("spot: key 'effective_stack' stands there twice; the last one counts",
                             "spot: unknown key 'bord' is ignored"));
-
-    // The street follows from the board where it is left out.
-    EXPECT_EQ(kestrel_app::to_text(parse_spot_text(river_spot, "", warnings)["starting_street"]),
-              "river");
 }
 
 TEST(SpotFile, RefusesWhatCannotBeMeant) {
@@ -199,120 +197,84 @@ TEST(SpotFile, RefusesWhatCannotBeMeant) {
         const char* message;
     } cases[] = {
         {"board", "AhKd7c4s2hQs", "board must be three to five cards such as AdJd8s, not"},
-        {"board", "AhKd7x", "board must be three to five cards"},
-        {"board", 5, "board must be text, not 5"},
-        {"starting_pot", -5, "starting_pot must be a number from 0.01 to 21474836.46, not -5"},
-        {"starting_pot", 0, "starting_pot must be"},
+        {"starting_pot", 0, "starting_pot must be a number from 0.01 to 21474836.46, not 0"},
         {"starting_pot", "nan", "starting_pot must be"},
-        {"starting_pot", nullptr, "not null"},
-        {"starting_pot", true, "not true"},
-        {"effective_stack", 3e7, "effective_stack must be"},
         {"effective_stack", json::array({1}), "not a list"},
         {"effective_stack", json::object(), "not an object"},
         {"rake_percent", 100.5, "rake_percent must be a number from 0 to 100, not 100.5"},
-        {"rake_cap", -1, "rake_cap must be"},
-        {"max_iterations", 0, "max_iterations must be a whole number from 1 to 4294967295"},
-        {"max_iterations", 1.5, "max_iterations must be"},
+        {"max_iterations", 1.5, "max_iterations must be a whole number from 1 to 4294967295"},
         {"thread_count", 0, "thread_count must be a whole number from 1 to 1024, not 0"},
         {"oop_river_add_all_in", "yes", "oop_river_add_all_in must be true or false, not \"yes\""},
-        {"oop_river_add_all_in", 2, "must be true or false"},
+        {"oop_river_add_all_in", json::array({1}), "must be true or false, not a list"},
         {"oop_range", "AA:2", "oop_range: Weight must be within [0, 1]"},
-        {"ip_range", "AK+s", "ip_range: "},
         {"starting_street", "preflop", "starting_street must be flop, turn or river"},
     };
     const auto message_of = [](const std::string& text) {
         std::vector<std::string> warnings;
-        try {
-            parse_spot_text(text, "a.json", warnings);
-        } catch (const InputError& error) {
-            return std::string(error.what());
-        }
-        return std::string("accepted");
+        return refusal_of([&] { parse_spot_text(text, "a.json", warnings); });
     };
     for (const auto& [key, value, message] : cases) {
-        const std::string told = message_of(river_with(key, value).dump());
-        EXPECT_THAT(told, StartsWith("a.json: ")) << key;
-        EXPECT_THAT(told, HasSubstr(message)) << key;
+        EXPECT_THAT(message_of(river_with(key, value).dump()),
+                    AllOf(StartsWith("a.json: "), HasSubstr(message)))
+            << key;
     }
-    const std::pair<const char*, const char*> texts[] = {
+    const std::string deep = std::string(200000, '[') + std::string(200000, ']');
+    const std::pair<std::string, const char*> texts[] = {
         {"", "a.json: line 1"},
         {"{\n\"board\": \"AhKd7c\",\n}", "a.json: line 3"},
         {"{\n\n\"starting_pot\": 1e999}", "a.json: line 3: the number 1e999 is too large"},
         {"[1]", "a.json: a spot is one JSON object"},
         {"{\"board\": \"AhKd7c\", \"ip_range\": \"AA\"}", "a.json: oop_range is missing"},
         {"{\"board\": \"\xff\"}", "a.json: line 1"},
+        {deep, "a.json: lists and objects are nested too deeply"},
+        {"{\"starting_pot\": " + deep + "}", "a.json: lists and objects are nested too deeply"},
+        {"{\"unknown\": {\"a\": " + deep + "}}", "a.json: lists and objects are nested too"},
     };
     for (const auto& [text, message] : texts) {
-        EXPECT_THAT(message_of(text), StartsWith(message));
+        EXPECT_THAT(message_of(text), StartsWith(message)) << text.substr(0, 30);
     }
-    EXPECT_THAT(message_of(std::string(100000, '[')), StartsWith("a.json: line 1"));
 }
 
-class LineWalk : public testing::Test {
-  protected:
-    // Diamonds and spades play alike until one of them is dealt. Two bets share a name.
-    static kestrel_app::SolveConfig config() {
-        kestrel_app::SolveConfig config;
-        config.board = "9h8h2c";
-        config.oop_range = "AA,KK";
-        config.ip_range = "QQ,JJ";
-        config.starting_pot = 1000;
-        config.effective_stack = 3000;
-        config.oop_flop = {"50, 50.2", ""};
-        config.ip_flop = {"75", "60", true, false};
-        return config;
-    }
-    std::string message_of(const char* line) const {
-        try {
-            walk_line(game_, line);
-        } catch (const InputError& error) {
-            return error.what();
-        }
-        return "accepted";
-    }
+// Diamonds and spades play alike until one of them is dealt. Two bets share a name.
+TEST(LineWalk, FollowsNamesCardsAndNumbersOrTellsTheChoices) {
+    kestrel_app::SolveConfig config;
+    config.board = "9h8h2c";
+    config.oop_range = "AA,KK";
+    config.ip_range = "QQ,JJ";
+    config.starting_pot = 1000;
+    config.effective_stack = 3000;
+    config.oop_flop = {"50, 50.2", ""};
+    config.ip_flop = {"75", "60", true, false};
+    const kestrel_app::SpotInputs spot = kestrel_app::parse_spot(config);
+    const kestrel::Game game{spot.options, kestrel::CardContext(spot.board, spot.ranges)};
 
-    const kestrel_app::SpotInputs spot_ = kestrel_app::parse_spot(config());
-    const kestrel::Game game_{spot_.options, kestrel::CardContext(spot_.board, spot_.ranges)};
-};
-
-TEST_F(LineWalk, FollowsNamesCardsAndNumbers) {
     const std::pair<const char*, const char*> lines[] = {
         {"", "root"},
-        {"root", "root"},
-        {"Check/Bet 75%/Call/2d", "Check/Bet 75%/Call/2d"},
-        {" check / BET75% /call/ aS/CHECK", ""},
+        {" check / BET75% /call/ 2D/CHECK", "Check/Bet 75%/Call/2d/Check"},
         {"check/all-in/call/kd", "Check/All-In/Call/Kd"},
         {"#2/#1", "Bet 50%/Fold"},
-        {"#3/fold", "Bet 50%/Fold"},
     };
     for (const auto& [line, canonical] : lines) {
-        if (*canonical == '\0') {
-            EXPECT_THAT(message_of(line), HasSubstr("name Ad instead")) << line;
-            continue;
-        }
-        const NodePath path = walk_line(game_, line);
-        EXPECT_EQ(line_of(game_, path), canonical) << line;
+        const NodePath path = walk_line(game, line);
+        EXPECT_EQ(line_of(game, path), canonical) << line;
         std::uint64_t node = 0;
         for (const LineStep& step : path.steps) {
             EXPECT_EQ(step.node, node);
-            node = game_.nodes[node].children[step.action];
+            node = game.nodes[node].children[step.action];
         }
         EXPECT_EQ(path.node, node);
     }
-    EXPECT_NE(walk_line(game_, "#2").node, walk_line(game_, "#3").node);
-}
+    EXPECT_NE(walk_line(game, "#2").node, walk_line(game, "#3").node);
 
-TEST_F(LineWalk, RefusesWithTheChoices) {
-    const std::pair<const char*, const char*> lines[] = {
+    const std::pair<const char*, const char*> refused[] = {
         {"Chek", "there is no 'Chek' behind root; choices: Check, Bet 50%, Bet 50%"},
         {"Bet 50%", "'Bet 50%' behind root has several meanings: #2 to 5 chips, #3 to 5.02 chips"},
         {"Check/Check/2s", "'2s' behind Check/Check plays like another suit: name 2d instead"},
         {"Check/Check/9h", "'9h' behind Check/Check is on the board already"},
         {"#2/Fold/Check", "the hand is over behind Bet 50%/Fold, 'Check' cannot follow"},
-        {"#4", "there is no '#4' behind root"},
     };
-    for (const auto& [line, message] : lines) {
-        EXPECT_THAT(message_of(line), StartsWith(message)) << line;
+    for (const auto& [line, message] : refused) {
+        EXPECT_THAT(refusal_of([&, text = line] { walk_line(game, text); }), StartsWith(message));
     }
 }
 
@@ -320,8 +282,6 @@ TEST(MemoryInfo, TakesTheTightestLimit) {
     const auto kilo = [](std::uint64_t count) { return count * 1024; };
     Folder root;
     root.write("proc/meminfo", "MemTotal: 900 kB\nMemAvailable:   500 kB\n");
-    EXPECT_EQ(available_memory(root.path()), kilo(500));
-
     root.write("proc/self/cgroup", "0::/batch/job\n");
     root.write("sys/fs/cgroup/batch/job/memory.max", "max\n");
     root.write("sys/fs/cgroup/batch/job/memory.current", "1024\n");
@@ -334,8 +294,8 @@ TEST(MemoryInfo, TakesTheTightestLimit) {
 
     root.write("proc/self/cgroup", "5:cpu:/x\n4:pids,memory:/job\n");
     root.write("sys/fs/cgroup/memory/job/memory.limit_in_bytes", std::to_string(kilo(90)));
-    root.write("sys/fs/cgroup/memory/job/memory.usage_in_bytes", std::to_string(kilo(20)));
-    EXPECT_EQ(available_memory(root.path()), kilo(70));
+    root.write("sys/fs/cgroup/memory/job/memory.usage_in_bytes", std::to_string(kilo(90)));
+    EXPECT_EQ(available_memory(root.path()), 0U);  // which is not the same as unknown
     EXPECT_GT(available_memory(), kilo(1024));
     EXPECT_GT(peak_resident_bytes(), kilo(1024));
 }
@@ -349,23 +309,49 @@ TEST(MemoryInfo, AllocationLimitTurnsExcessIntoAnException) {
     EXPECT_EQ(std::vector<char>(size, 'x').back(), 'x');
 }
 
-TEST(Program, WritesTheWholeResult) {
-    Folder folder;
-    const std::string spot = folder.write("river.json", river_spot);
-    const std::string file = folder / "result.json";
+TEST(InterruptDeathTest, IsDeferredOnlyForATime) {
+    {
+        InterruptGuard guard;
+        guard.defer();
+        EXPECT_FALSE(guard.interrupted());
+        raise(SIGINT);
+        EXPECT_TRUE(guard.interrupted());
+    }
+    const auto interrupted_behind_the_solve = [] {
+        InterruptGuard guard;
+        guard.defer();
+        guard.stop_deferring();
+        raise(SIGINT);
+    };
+    EXPECT_EXIT(interrupted_behind_the_solve(), testing::ExitedWithCode(130), "interrupted");
+}
+
+/// Runs of the program on the river spot.
+class Program : public testing::Test {
+  protected:
+    json report_of(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {spot_, "--json", file_});
+        const RunResult result = run(arguments);
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        return json::parse(contents(file_));
+    }
+
+    const Folder folder_;
+    const std::string spot_ = folder_.write("river.json", river_spot);
+    const std::string file_ = folder_ / "result.json";
+};
+
+TEST_F(Program, WritesTheWholeResult) {
     const RunResult result =
-        run({spot, "--json", file, "--node", "check/bet 75%", "--threads", "2"});
+        run({spot_, "--json", file_, "--node", "check/bet 75%", "--threads", "2"});
     EXPECT_EQ(result.exit_code, 0);
-    EXPECT_THAT(result.err, IsEmpty());
+    EXPECT_EQ(result.err, "");
     EXPECT_THAT(result.out, HasSubstr("iteration 50  exploitability"));
     EXPECT_THAT(result.out, HasSubstr("Check/Bet 75%: River, OOP to act, pot 35"));
+    EXPECT_THAT(result.out, Not(HasSubstr("exact")));
     EXPECT_THAT(result.out, Not(HasSubstr("\x1b")));  // no terminal, no colours
 
-    const json report = json::parse(contents(file));
-    EXPECT_EQ(report["board"], "AhKd7c4s2h");
-    EXPECT_EQ(report["starting_pot"], 20.0);
-    EXPECT_EQ(report["effective_stack"], 90.0);
-    EXPECT_EQ(report["iterations"], 130);
+    const json report = json::parse(contents(file_));
     const double exploitability = report["exploitability"];
     EXPECT_GT(exploitability, 0.0);
     EXPECT_LT(exploitability, 0.2);
@@ -375,15 +361,12 @@ TEST(Program, WritesTheWholeResult) {
     EXPECT_LT(both, -0.99);
     EXPECT_GT(both, -3.01);
     EXPECT_GT(report["nodes"], report["decision_nodes"]);
-    EXPECT_GT(report["estimate_bytes"], 1000);
     EXPECT_GT(report["peak_rss_bytes"], report["estimate_bytes"]);
     EXPECT_GT(report["iteration_ms"], 0.0);
-    double phases = 0;
     for (const char* phase : {"card_context", "tree", "prepare", "solve"}) {
         EXPECT_GT(report["seconds"][phase], 0.0) << phase;
-        phases += report["seconds"][phase].get<double>();
+        EXPECT_GT(report["seconds"]["total"], report["seconds"][phase]) << phase;
     }
-    EXPECT_GE(report["seconds"]["total"], phases);
     ASSERT_EQ(report["trace"].size(), 3U);
     EXPECT_EQ(report["trace"][0]["iteration"], 50);
     EXPECT_EQ(report["trace"][2], (json{{"iteration", 130}, {"exploitability", exploitability}}));
@@ -391,121 +374,90 @@ TEST(Program, WritesTheWholeResult) {
     const json& node = report["node"];
     EXPECT_EQ(node["player"], "OOP");
     EXPECT_EQ(node["pot"], 35.0);
-    double sum = 0;
-    std::vector<std::string> names;
+    std::string names;
     for (const json& action : node["actions"]) {
-        names.push_back(action["name"].get<std::string>() + "|" +
-                        action["type"].get<std::string>());
-        sum += action["frequency"].get<double>();
-        EXPECT_GT(action["child"], node["index"]);
+        names += action["name"].get<std::string>() + "|" + action["type"].get<std::string>() + " ";
     }
-    EXPECT_THAT(names,
-                ElementsAre("Fold|fold", "Call|call", "Raise 129%|raise 129%", "All-In|allin"));
-    EXPECT_NEAR(sum, 1.0, 1e-12);
-    EXPECT_EQ(node["combos"].size(), report["hands_oop"]);
-    for (const json& combo : node["combos"]) {
-        EXPECT_THAT(combo["combo"].get<std::string>(), MatchesRegex("[2-9TJQKA][cdhs]"
-                                                                    "[2-9TJQKA][cdhs]"));
-        double total = 0;
-        for (const double prob : combo["probs"])
-            total += prob;
-        EXPECT_NEAR(total, 1.0, 1e-12);
-    }
+    EXPECT_EQ(names, "Fold|fold Call|call Raise 129%|raise 129% All-In|allin ");
     // Behind a check the weights are what the player checks at the root.
-    const RunResult root = run({spot, "--json", "-", "--threads", "1"});
+    const RunResult root = run({spot_, "--json", "-", "--threads", "1", "--exact-all-in"});
     const json at_root = json::parse(root.out)["node"];
-    EXPECT_THAT(root.err, HasSubstr("Exploitability"));
+    EXPECT_THAT(root.err, AllOf(HasSubstr("Exploitability"), HasSubstr("exact run-outs")));
+    ASSERT_EQ(node["combos"].size(), report["hands_oop"]);
     for (std::size_t i = 0; i < node["combos"].size(); ++i) {
+        const json& combo = node["combos"][i];
         const json& before = at_root["combos"][i];
-        EXPECT_EQ(node["combos"][i]["combo"], before["combo"]);
-        EXPECT_NEAR(node["combos"][i]["weight"],
+        EXPECT_THAT(combo["combo"].get<std::string>(), MatchesRegex("([2-9TJQKA][cdhs]){2}"));
+        EXPECT_EQ(combo["combo"], before["combo"]);
+        EXPECT_NEAR(combo["weight"],
                     before["weight"].get<double>() * before["probs"][0].get<double>(), 1e-7);
     }
 }
 
-TEST(Program, StopsAtTheTargetInPercentOfThePot) {
-    Folder folder;
-    const std::string spot = folder.write("river.json", river_spot);
-    const RunResult result =
-        run({spot, "--target", "5", "--iterations", "1000", "--json", folder / "r.json"});
-    EXPECT_EQ(result.exit_code, 0);
-    const json report = json::parse(contents(folder / "r.json"));
+TEST_F(Program, StopsAtTheTargetInPercentOfThePot) {
+    const json report = report_of({"--target", "5", "--iterations", "1000"});
     EXPECT_LE(report["exploitability_pct"], 5.0);
     EXPECT_EQ(report["iterations"].get<int>() % 50, 0);
     EXPECT_LT(report["iterations"], 1000);
 }
 
-TEST(Program, ListsNodesThatNodeUnderstands) {
-    Folder folder;
-    const std::string spot = folder.write("river.json", river_spot);
-    const RunResult list = run({spot, "--list-nodes", "2"});
+TEST_F(Program, ListsNodesThatNodeUnderstands) {
+    const RunResult list = run({spot_, "--list-nodes", "2"});
     EXPECT_EQ(list.exit_code, 0);
     std::istringstream lines(list.out);
     std::string line;
     std::getline(lines, line);
     int count = 0;
-    while (std::getline(lines, line)) {
-        const std::size_t place = line.rfind("  ");
-        const RunResult node = run({spot, "--iterations", "1", "--json", folder / "n.json",
-                                    "--node", line.substr(place + 2)});
-        ASSERT_EQ(node.exit_code, 0) << line;
-        EXPECT_EQ(json::parse(contents(folder / "n.json"))["node"]["index"], std::stoi(line));
-        ++count;
+    for (; std::getline(lines, line); ++count) {
+        const std::string path = line.substr(line.rfind("  ") + 2);
+        EXPECT_EQ(report_of({"--iterations", "1", "--node", path})["node"]["index"],
+                  std::stoi(line));
     }
     EXPECT_GT(count, 10);
 }
 
-TEST(Program, TellsBadInputInOneLineWithCodeTwo) {
-    Folder folder;
+TEST_F(Program, TellsBadInputInOneLineWithCodeTwo) {
     int files = 0;
     const auto spot = [&](const std::string& key, const json& value) {
-        return folder.write(std::to_string(++files) + ".json", river_with(key, value).dump());
+        return folder_.write(std::to_string(++files) + ".json", river_with(key, value).dump());
     };
-    const std::string good = folder.write("good.json", river_spot);
     const std::pair<std::vector<std::string>, const char*> cases[] = {
-        {{"--threads=0"}, "--threads takes a whole number from 1 to 1024, not '0'"},
-        {{folder / "nowhere.json"}, "cannot open "},
-        {{folder.path().string()}, "is a folder"},
-        {{folder.write("bad.json", "{\n1")}, "line 2"},
+        {{folder_ / "nowhere.json"}, "cannot open "},
+        {{folder_.path().string()}, "is a folder"},
+        {{folder_.write("bad.json", "{\n1")}, "line 2"},
         {{spot("starting_street", "a\nb")}, "not 'a?b'"},
-        {{spot("board", "AhAh7c4s2h")}, "Flop cards must be unique"},
         {{spot("board", "AhKd7cAh2s")}, "Turn conflicts with flop"},
         {{spot("ip_range", "AhKd")}, "Player range empty after filtering board cards"},
         {{spot("ip_river_bet_sizes", "2x")}, "IP river sizing (bet='2x'"},
-        {{spot("starting_street", "turn")}, "Starting street does not match the board"},
         {{spot("effective_stack", 21474836)}, "Pot and stack are too large"},
-        {{good, "--node", "Chek"}, "choices: Check, Bet 50%, Bet 100%, All-In"},
-        {{good, "--json", folder / "no/such.json"}, "cannot write "},
+        {{spot_, "--node", "Chek"}, "choices: Check, Bet 50%, Bet 100%, All-In"},
+        {{spot_, "--json", folder_ / "no/such.json"}, "cannot write "},
     };
     for (const auto& [arguments, message] : cases) {
         const RunResult result = run(arguments);
         EXPECT_EQ(result.exit_code, 2) << message;
-        EXPECT_THAT(result.err, HasSubstr(message));
-        EXPECT_THAT(result.err, StartsWith("tidewell-solve: "));
+        EXPECT_THAT(result.err, AllOf(StartsWith("tidewell-solve: "), HasSubstr(message)));
         EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
     }
-    const RunResult warned = run({spot("bet_size", 1), "--iterations", "1"});
-    EXPECT_EQ(warned.exit_code, 0);
-    EXPECT_THAT(warned.err, HasSubstr("warning: "));
-    EXPECT_THAT(warned.err, HasSubstr("unknown key 'bet_size' is ignored"));
 }
 
-TEST(Program, RefusesWhatDoesNotFitInMemory) {
-    const std::pair<rlim_t, const char*> cases[] = {
-        {rlim_t{700} << 20, "not enough memory: the solve needs 1.1"},
-        {rlim_t{40} << 20, "not enough memory: the betting tree alone needs more than the "},
+TEST(Memory, RefusesWhatDoesNotFit) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"700000", "the solve needs 1.1[0-9] GB, [0-9]+ MB are available"},
+        {"40000",
+         "the solve needs more than the [0-9]+ MB available, which ran out after "
+         "[0-9]+ [KM]B of the betting tree"},
     };
     for (const auto& [limit, message] : cases) {
         const RunResult result = Child({}, limit).wait();
         EXPECT_EQ(result.exit_code, 1);
-        EXPECT_THAT(result.err, HasSubstr(message));
-        EXPECT_THAT(result.err, HasSubstr("available"));
+        EXPECT_THAT(result.err, MatchesRegex(std::string("tidewell-solve: not enough memory: ") +
+                                             message + "\n"));
     }
 }
 
-TEST(Program, CtrlCEndsASolve) {
-    Folder folder;
-    Child child({folder.write("river.json", river_spot), "--iterations", "4000000000"});
+TEST_F(Program, CtrlCEndsASolve) {
+    Child child({spot_, "--iterations", "4000000000"});
     for (int i = 0; i < 1000 && child.out().find("iteration 50 ") == std::string::npos; ++i) {
         usleep(10000);
     }
@@ -513,16 +465,6 @@ TEST(Program, CtrlCEndsASolve) {
     const RunResult result = child.wait();
     EXPECT_EQ(result.exit_code, 130);
     EXPECT_THAT(result.err, HasSubstr("interrupted after "));
-}
-
-TEST(Program, TellsVersionAndHelp) {
-    EXPECT_THAT(run({"--version"}).out, MatchesRegex("tidewell-solve [0-9.]+\n"));
-    const RunResult help = run({"--help"});
-    EXPECT_EQ(help.exit_code, 0);
-    for (const char* option : {"--threads", "--iterations", "--target", "--json", "--node",
-                               "--signature", "--list-nodes", "--version"}) {
-        EXPECT_THAT(help.out, HasSubstr(option));
-    }
 }
 
 }  // namespace

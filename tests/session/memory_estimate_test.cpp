@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/game/game.h"
 #include "engine/solver/discounted_cfr.h"
 #include "session/signature.h"
 #include "tests/engine/failure.h"
@@ -23,10 +22,14 @@ SolveConfig turn_config() {
     return config;
 }
 
+kestrel::Game game_of(const SolveConfig& config) {
+    SpotInputs spot = parse_spot(config);
+    return {std::move(spot.options), kestrel::CardContext(spot.board, spot.ranges)};
+}
+
 TEST(MemoryEstimate, CountsWhatASolveHolds) {
     SolveConfig config = turn_config();
-    SpotInputs spot = parse_spot(config);
-    const kestrel::Game game(spot.options, kestrel::CardContext(spot.board, spot.ranges));
+    const kestrel::Game game = game_of(config);
     for (const bool compress : {false, true}) {
         config.compress = compress;
         const SolveMemoryEstimate estimate = estimate_solve_memory(config);
@@ -45,26 +48,38 @@ TEST(MemoryEstimate, CountsWhatASolveHolds) {
         EXPECT_EQ(estimate.solver_bytes, state_bytes);
         EXPECT_EQ(estimate.decision_node_count, decisions);
         EXPECT_EQ(estimate.node_count, game.nodes.size());
-        EXPECT_EQ(estimate.card_context_bytes, game.cards.memory_bytes());
-        EXPECT_EQ(estimate.tree_bytes, game.plan.memory_bytes());
         EXPECT_EQ(estimate.oop_hand_count, game.cards.pockets[0].size());
         EXPECT_EQ(estimate.ip_hand_count, game.cards.pockets[1].size());
-        const auto parts = static_cast<double>(estimate.card_context_bytes + estimate.tree_bytes +
-                                               estimate.solver_bytes);
+        const auto parts =
+            static_cast<double>(game.cards.memory_bytes() + game.plan.memory_bytes() + state_bytes);
         EXPECT_EQ(estimate.total_bytes, static_cast<std::uint64_t>(parts * 1.1));
-        EXPECT_EQ(estimate_solve_memory(game.cards, game.plan, compress).total_bytes,
-                  estimate.total_bytes);
     }
-}
-
-TEST(MemoryEstimate, FailsLikeASolveButWithPlainSizingMessages) {
-    SolveConfig config = turn_config();
+    // A size that does not parse is told without the seat's texts.
     config.oop_turn.bet_sizes = "2x";
     EXPECT_EQ(kestrel::failure_of([&] { estimate_solve_memory(config); }),
               "invalid argument: Relative raise (x) is not allowed in this context");
-    config.board = "QsJs";
-    EXPECT_EQ(kestrel::failure_of([&] { estimate_solve_memory(config); }),
-              "invalid argument: Board must include at least a flop (6 chars, e.g. AhKsQd)");
+}
+
+// Aces against kings, all-in on the turn at the first bet or not at all: kings hit 2 of 44 rivers.
+TEST(SolveConfig, ExactAllInsReachTheSolve) {
+    SolveConfig config = turn_config();
+    config.oop_range = "AA";
+    config.ip_range = "KK";
+    config.starting_pot = 10000;
+    config.effective_stack = 1;
+    config.oop_turn = config.ip_turn = {"a", "", true, false};
+    double all_in[2] = {};
+    for (const bool exact : {false, true}) {
+        config.exact_all_in = exact;
+        const kestrel::Game game = game_of(config);
+        kestrel::CfrOptions options;
+        options.max_iterations = 20;
+        kestrel::DiscountedCfr solver(options);
+        solver.run(game);
+        all_in[exact] = static_cast<double>(solver.current_ev(game)[0]);
+    }
+    EXPECT_NEAR(all_in[1], 5000.0 * (42 - 2) / 44, 5.0);
+    EXPECT_LT(all_in[0], all_in[1] - 100.0);
 }
 
 TEST(Signature, ParallelSolvesGiveTheSameBits) {
