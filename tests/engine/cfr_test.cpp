@@ -4,13 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "engine/solver/best_response.h"
-#include "engine/solver/traversal.h"
 #include "tests/engine/support.h"
 
 namespace kestrel {
@@ -22,25 +19,10 @@ namespace {
 
 constexpr double frequency_bound = 0.002;
 
-/// OOP: quads or nothing, IP: a better two pair than the board's. Nobody but OOP may bet.
-Spot polar_river(std::string_view bet) {
-    Spot spot{.board = "KsKd7c4h2s", .oop = "KcKh,6c5d", .ip = "AcAd"};
-    spot.river.oop_bets = bet;
-    return spot;
-}
-
 /// "b500" to "b500 c500".
 std::string bet_and_call(std::string_view bet) {
     return std::string(bet).append(" c").append(bet.substr(1));
 }
-
-struct PolarCase {
-    std::string_view size;
-    std::string_view bet;
-    double amount;
-    double fraction = 0;
-    double cap = 0;
-};
 
 // With pot P, bet b, and rake r(P) of a pot that is not called and r(P + 2b) of one that is:
 // a bluff gains P - r(P) when IP folds and loses b when called, against 0 for a check, so IP calls
@@ -49,7 +31,11 @@ struct PolarCase {
 //     b / (P + 2b - r(P + 2b))
 // are bluffs. Without rake: P / (P + b) and b / (P + 2b).
 TEST(DiscountedCfr, PolarisedRangeOnTheRiver) {
-    const PolarCase cases[] = {
+    struct Case {
+        std::string_view size, bet;
+        double amount, fraction = 0, cap = 0;
+    };
+    const Case cases[] = {
         {"33%", "b330", 330},
         {"75%", "b750", 750},
         {"100%", "b1000", 1000},
@@ -59,9 +45,11 @@ TEST(DiscountedCfr, PolarisedRangeOnTheRiver) {
         {"100%", "b1000", 1000, 0.05, 80},
         {"50%", "b500", 500, 0.1, 30},
     };
-    for (const PolarCase& c : cases) {
+    for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.size << ", rake " << c.fraction << " to " << c.cap);
-        Spot spot = polar_river(c.size);
+        // OOP: quads or nothing, IP: a better two pair than the board's. Nobody but OOP may bet.
+        Spot spot{.board = "KsKd7c4h2s", .oop = "KcKh,6c5d", .ip = "AcAd"};
+        spot.river.oop_bets = c.size;
         spot.rake = c.fraction;
         spot.rake_cap = c.cap;
         const Solved solved(spot, iterations(4000));
@@ -127,21 +115,16 @@ TEST(DiscountedCfr, DiscountSchedule) {
         std::uint32_t t;
         double alpha, gamma;
     };
-    const auto gamma = [](double g) { return std::pow(g / (g + 1), 3); };
     const Case cases[] = {
         {0, 0, 0},
         {1, 0, 0},
         {2, 0.5, 0.125},
         {3, 0.738796, 0.296296},
         {4, 0.838610, 0},
-        {5, 0.888889, 0.125},
         {15, 0.981268, 0.770255},
         {16, 0.983078, 0},
-        {63, 0.997956, gamma(47)},
-        {64, 0.998004, 0},
         {100, 0.998986, 0.921091},
-        {1U << 30, 1, 0},
-        {0xFFFFFFFF, 1, gamma(0xFFFFFFFF - 1073741824.0)},
+        {0xFFFFFFFF, 1, std::pow(1 - 1 / (0xFFFFFFFF - 1073741823.0), 3)},
     };
     for (const Case& c : cases) {
         const Discounts discounts = discounts_of(c.t);
@@ -161,12 +144,8 @@ TEST(DiscountedCfr, TheAverageRestartsAtPowersOfFour) {
     for (const std::uint32_t count : {1U, 2U, 5U, 17U, 6U}) {
         const Solved solved(small_river(), iterations(count));
         const NodeState& root = solved.cfr.states[0];
-        const auto sums = root.strategy_sum();
         for (std::size_t h = 0; h < root.num_hands; ++h) {
-            float sum = 0;
-            for (std::size_t a = 0; a < root.num_actions; ++a) {
-                sum += sums[a * root.num_hands + h];
-            }
+            const float sum = root.strategy_sum()[h] + root.strategy_sum()[root.num_hands + h];
             EXPECT_NEAR(sum, count == 6 ? 1.125F : 1.0F, 1e-6F) << count;
         }
     }
@@ -198,11 +177,11 @@ TEST(DiscountedCfr, WhenARunEnds) {
         options.target_exploitability = c.target;
         std::uint32_t asked = 0;
         options.should_stop = [&] { return ++asked == c.stop_at; };
-        std::vector<std::uint32_t> reports;
+        std::uint32_t reports = 0;
         std::vector<std::uint32_t> measured;
         float last = 0;
         options.progress = [&](std::uint32_t iteration, float exploitability, double ms) {
-            reports.push_back(iteration);
+            EXPECT_EQ(iteration, ++reports);
             EXPECT_GE(ms, 0.0);
             if (exploitability != last) {
                 measured.push_back(iteration);
@@ -213,11 +192,7 @@ TEST(DiscountedCfr, WhenARunEnds) {
         EXPECT_EQ(solved.cfr.iterations_completed, c.completed);
         EXPECT_EQ(solved.cfr.exploitability, last);
         EXPECT_EQ(measured, c.measured);
-        ASSERT_EQ(reports.size(), c.completed);
-        for (std::uint32_t i = 0; i < c.completed; ++i) {
-            EXPECT_EQ(reports[i], i + 1);
-        }
-        EXPECT_EQ(solved.cfr.states.size(), solved.game.nodes.size());
+        EXPECT_EQ(reports, c.completed);
     }
     // A measured value that equals the target is good enough.
     CfrOptions options = iterations(100);
@@ -226,134 +201,73 @@ TEST(DiscountedCfr, WhenARunEnds) {
     EXPECT_EQ(Solved(small_river(), options).cfr.iterations_completed, 10U);
 }
 
-TEST(DiscountedCfr, FailuresOfCallbacksLeaveTheRun) {
-    const Game game = game_from(small_river());
-    CfrOptions options = iterations(10);
-    options.progress = [](std::uint32_t, float, double) { throw std::runtime_error("progress"); };
-    DiscountedCfr progress(options);
-    EXPECT_THROW(progress.run(game), std::runtime_error);
-    EXPECT_EQ(progress.iterations_completed, 1U);
-    options.should_stop = []() -> bool { throw std::invalid_argument("stop"); };
-    DiscountedCfr stop(options);
-    EXPECT_THROW(stop.run(game), std::invalid_argument);
-    EXPECT_EQ(stop.iterations_completed, 0U);
-}
-
-/// The average strategies as a policy of the plain evaluation, with one seat's decisions replaced
-/// by a number that holds a choice for each of its nodes.
-class AveragePolicy {
-  public:
-    explicit AveragePolicy(const Solved& solved) : solved_(solved) {
-        for (std::size_t i = 0; i < solved.game.nodes.size(); ++i) {
-            strategies_.push_back(solved.cfr.average_strategy(i));
-        }
-    }
-
-    /// Number of pure strategies of a seat.
-    std::size_t pure_strategies(Seat seat) {
-        pure_seat_ = seat;
-        radix_.assign(solved_.game.nodes.size(), 0);
-        std::size_t count = 1;
-        for (std::size_t i = 0; i < solved_.game.nodes.size(); ++i) {
-            const GameNode& node = solved_.game.nodes[i];
-            if (node.kind == NodeKind::Decision && node.seat == seat) {
-                radix_[i] = count;
-                count *= node.actions.size();
-            }
-        }
-        return count;
-    }
-    void play_pure(std::size_t number) { pure_ = number; }
-
-    double operator()(std::size_t node, std::size_t hand, std::size_t action) const {
-        const GameNode& n = solved_.game.nodes[node];
-        if (!radix_.empty() && n.seat == pure_seat_) {
-            return pure_ / radix_[node] % n.actions.size() == action ? 1.0 : 0.0;
-        }
-        const std::size_t hands = solved_.game.cards.pockets[index_of(n.seat)].size();
-        return strategies_[node][action * hands + hand];
-    }
-
-  private:
-    const Solved& solved_;
-    std::vector<std::vector<float>> strategies_;
-    Seat pure_seat_ = Seat::OOP;
-    std::vector<std::size_t> radix_;
-    std::size_t pure_ = 0;
-};
-
-/// The value of one hand against the other range, per unit of combination mass.
-double plain_value(const Game& game, Seat seat, std::size_t hand, const AveragePolicy& policy) {
-    const auto& own = game.cards.pockets[index_of(seat)];
-    const auto& theirs = game.cards.pockets[index_of(other(seat))];
-    double value = 0;
-    for (std::size_t j = 0; j < theirs.size(); ++j) {
-        if ((pocket_mask(own[hand]) & pocket_mask(theirs[j])) == 0) {
-            value += static_cast<double>(game.cards.pocket_weights[index_of(other(seat))][j]) *
-                     plain_pair_value(game, 0, seat, hand, j, policy);
-        }
-    }
-    return value / plain_mass(game.cards);
-}
-
-TEST(DiscountedCfr, BestResponseAndCurrentValuesByEnumeration) {
-    for (const double rake : {0.0, 0.05}) {
-        Spot spot{.board = "Td9d6h6c2s", .oop = "TcTh,8c7c:0.5,KcQd", .ip = "9c9h:0.75,AsJs,KcQd"};
-        spot.river = {"50%", "3x", "50%", "", std::nullopt};
-        spot.rake = rake;
+// Best responses, values and the rake by brute force: every hand against every other, every run-out
+// that neither of two hands rules out. A value is off by the roundings of its sums to f32, up to
+// 990 of 6e-8 where an all-in's run-outs are added up, of which most cancel: 1e-5 of the largest
+// pot bounds them.
+TEST(DiscountedCfr, ValuesAgainstBruteForce) {
+    Spot river{.board = "Td9d6h6c2s", .oop = "TcTh,8c7c:0.5,KcQd", .ip = "9c9h:0.75,AsJs,KcQd"};
+    river.stack = 600;
+    river.river = both("50%", "3x");
+    Spot raked_river = river;
+    raked_river.rake = 0.05;
+    raked_river.rake_cap = 60;
+    Spot turn = river;
+    turn.board = "Td9d6h6c";
+    turn.rake = 0.05;
+    turn.turn = both("a");
+    turn.exact_all_in = true;
+    Spot flop = turn;
+    flop.board = "Td9h6c";
+    flop.oop = "TcTh,8c7c:0.5,AcAd";
+    flop.ip = "9c9d:0.75,JsTs,AhKd";
+    flop.flop = turn.turn;
+    flop.turn = flop.river = {};
+    Spot averaged_turn = turn;
+    averaged_turn.exact_all_in = false;
+    Spot averaged_flop = flop;
+    averaged_flop.exact_all_in = false;
+    for (const Spot& spot : {river, raked_river, turn, flop, averaged_turn, averaged_flop}) {
+        SCOPED_TRACE(testing::Message() << spot.board << spot.rake << spot.exact_all_in);
         Solved solved(spot, iterations(9));
-        AveragePolicy policy(solved);
-        const auto best = solved.cfr.mes_ev(solved.game);
-        const auto best_rows = solved.cfr.measure_values;
-        const auto current = solved.cfr.current_ev(solved.game);
-        for (const Seat seat : {Seat::OOP, Seat::IP}) {
-            const std::size_t s = index_of(seat);
-            const auto& weights = solved.game.cards.pocket_weights[s];
-            double total = 0;
-            double best_total = 0;
-            for (std::size_t h = 0; h < weights.size(); ++h) {
-                AveragePolicy pure = policy;
-                double highest = -1e9;
-                for (std::size_t n = pure.pure_strategies(seat); n-- > 0;) {
-                    pure.play_pure(n);
-                    highest = std::max(highest, plain_value(solved.game, seat, h, pure));
-                }
-                EXPECT_NEAR(best_rows[s][h], highest, 1e-3);
-                best_total += highest * static_cast<double>(weights[h]);
-                total +=
-                    plain_value(solved.game, seat, h, policy) * static_cast<double>(weights[h]);
-            }
-            EXPECT_NEAR(best[s], best_total, 1e-3);
-            EXPECT_NEAR(current[s], total, 1e-3);
-        }
-        const double gains = best[0] + best[1] - (rake > 0 ? current[0] + current[1] : 0.0F);
-        EXPECT_NEAR(solved.cfr.exploitability, gains / 2, 1e-3);
-    }
-}
-
-TEST(DiscountedCfr, ValuesAddUpToTheRake) {
-    for (const auto& [fraction, cap] : {std::pair(0.0, 0.0), {0.05, 0.0}, {0.05, 60.0}}) {
-        Spot spot = small_river();
-        spot.rake = fraction;
-        spot.rake_cap = cap;
-        Solved solved(spot, iterations(30));
-        const auto values = solved.cfr.current_ev(solved.game);
-        // The expected rake is what the values of the two seats lack at every terminal.
-        const AveragePolicy policy(solved);
-        double lost = 0;
-        for (const Seat seat : {Seat::OOP, Seat::IP}) {
-            for (std::size_t h = 0; h < solved.game.cards.pockets[index_of(seat)].size(); ++h) {
-                lost -= static_cast<double>(solved.game.cards.pocket_weights[index_of(seat)][h]) *
-                        plain_value(solved.game, seat, h, policy);
-            }
-        }
-        EXPECT_NEAR(values[0] + values[1], -lost, 1e-3);
-        // At least the rake of the pot that stands at the start, at most that of both stacks.
-        const auto rake = [f = fraction, c = cap](double pot) {
-            return c > 0 ? std::min(f * pot, c) : f * pot;
+        const double bound = 1e-5 * (spot.pot + 2 * spot.stack);
+        const auto exact = [](const Game& game, const GameNode& node, Seat seat,
+                              const std::vector<double>& reach) {
+            return plain_terminal(game, node, seat, reach, true);
         };
-        EXPECT_GE(lost, rake(spot.pot) - 1e-3);
-        EXPECT_LE(lost, rake(spot.pot + 2.0 * spot.stack) + 1e-3);
+        const auto current = solved.cfr.current_ev(solved.game);
+        const auto best = solved.cfr.mes_ev(solved.game);
+        std::array<double, 2> plain_current{};
+        std::array<double, 2> plain_best{};
+        double rake = 0;
+        double furthest = 0;
+        for (const Seat seat : {Seat::OOP, Seat::IP}) {
+            const auto& weights = solved.game.cards.pocket_weights;
+            const std::size_t s = index_of(seat);
+            const std::vector<double> reach(weights[1 - s].begin(), weights[1 - s].end());
+            const auto played = plain_walk(solved, 0, seat, false, reach, exact);
+            const auto answered = plain_walk(solved, 0, seat, true, reach, exact);
+            const auto raked = plain_walk(solved, 0, seat, false, reach, plain_rake_terminal);
+            for (std::size_t h = 0; h < played.size(); ++h) {
+                const double weight = weights[s][h];
+                plain_current[s] += weight * played[h];
+                plain_best[s] += weight * answered[h];
+                rake += weight * raked[h] / 2;
+                const double row = solved.cfr.measure_values[s][h];
+                furthest = std::max(furthest, std::abs(row - answered[h]));
+            }
+        }
+        const double gains = plain_best[0] + plain_best[1] - (plain_current[0] + plain_current[1]);
+        const bool right = spot.exact_all_in || spot.board.size() == 10;
+        const auto expect_near = [&](double value, double expected) {
+            const double off = std::abs(value - expected);
+            EXPECT_TRUE(right ? off <= bound : off > 10 * bound) << value << " for " << expected;
+        };
+        expect_near(current[0] + current[1], -rake);
+        expect_near(furthest, 0);
+        expect_near(best[0] + best[1], plain_best[0] + plain_best[1]);
+        expect_near(solved.cfr.exploitability, gains / 2);
+        EXPECT_NEAR(plain_current[0] + plain_current[1], -rake, 1e-6) << "of the brute force";
     }
 }
 
@@ -361,60 +275,37 @@ TEST(DiscountedCfr, Queries) {
     Solved solved(small_river(), iterations(25));
     const Game& game = solved.game;
     for (std::size_t i = 0; i < game.nodes.size(); ++i) {
-        const GameNode& node = game.nodes[i];
         const auto strategy = solved.cfr.average_strategy(i);
         const auto frequencies = solved.cfr.action_frequencies(i);
-        if (node.kind != NodeKind::Decision) {
-            EXPECT_TRUE(strategy.empty() && frequencies.empty());
-            continue;
-        }
-        const std::size_t hands = game.cards.pockets[index_of(node.seat)].size();
-        const std::size_t actions = node.actions.size();
-        ASSERT_EQ(strategy.size(), actions * hands);
-        ASSERT_EQ(frequencies.size(), actions);
-        const auto sums = solved.cfr.states[i].strategy_sum();
-        for (std::size_t a = 0; a < actions; ++a) {
-            double mean = 0;
+        const NodeState& state = solved.cfr.states[i];
+        const std::size_t hands = state.num_hands;
+        ASSERT_EQ(strategy.size(), state.size());
+        ASSERT_EQ(frequencies.size(), state.num_actions);
+        for (std::size_t a = 0; a < frequencies.size(); ++a) {
+            float mean = 0;
             for (std::size_t h = 0; h < hands; ++h) {
                 float sum = 0;
-                for (std::size_t b = 0; b < actions; ++b) {
-                    sum += sums[b * hands + h];
-                }
-                ASSERT_EQ(strategy[a * hands + h], sums[a * hands + h] / sum);
-                mean += strategy[a * hands + h];
+                for (std::size_t j = h; j < strategy.size(); j += hands)
+                    sum += state.strategy_sum()[j];
+                ASSERT_EQ(strategy[a * hands + h], state.strategy_sum()[a * hands + h] / sum);
+                mean += strategy[a * hands + h] / static_cast<float>(hands);
             }
-            EXPECT_FLOAT_EQ(frequencies[a], static_cast<float>(mean / static_cast<double>(hands)));
+            EXPECT_NEAR(frequencies[a], mean, 1e-6F);
         }
     }
     EXPECT_TRUE(solved.cfr.average_strategy(game.nodes.size()).empty());
-    EXPECT_TRUE(solved.cfr.action_frequencies(game.nodes.size()).empty());
     EXPECT_TRUE(solved.cfr.node_values(game, game.nodes.size(), Seat::OOP).empty());
 
-    // The values at the root, weighted by the range, are the seats' values; a reach of half the
-    // weight is worth half.
-    const auto current = solved.cfr.current_ev(game);
+    solved.cfr.current_ev(game);
     for (const Seat seat : {Seat::OOP, Seat::IP}) {
         const std::size_t s = index_of(seat);
         const auto values = solved.cfr.node_values(game, 0, seat);
-        std::vector<float> half = game.cards.pocket_weights[1 - s];
-        for (float& weight : half) {
-            weight /= 2;
-        }
-        const auto halved = solved.cfr.node_values(game, 0, seat, half);
-        double total = 0;
-        for (std::size_t h = 0; h < values.size(); ++h) {
-            total += static_cast<double>(game.cards.pocket_weights[s][h]) *
-                     static_cast<double>(values[h]);
-            EXPECT_NEAR(halved[h], values[h] / 2, 1e-4F);
-        }
-        EXPECT_NEAR(current[s], total, 1e-3);
+        EXPECT_TRUE(same_bits(values, solved.cfr.measure_values[s]));
     }
 
-    DiscountedCfr untrained(iterations(0));
-    untrained.run(game);
-    for (const float share : untrained.average_strategy(0)) {
+    const Solved untrained(small_river(), iterations(0));
+    for (const float share : untrained.cfr.average_strategy(0))
         EXPECT_EQ(share, 0.5F);
-    }
 }
 
 // A packed value is off by at most half a step, 1 / 65534 of the largest of its row, at each visit,
@@ -435,81 +326,6 @@ TEST(DiscountedCfr, CompressionCostsLittle) {
         EXPECT_NEAR(a[0], b[0], bound);
         EXPECT_NEAR(a[1], b[1], bound);
         EXPECT_TRUE(packed.cfr.states[0].regrets().empty());
-    }
-}
-
-Spot flop_spot() {
-    Spot spot{.board = "AdJd8s",
-              .oop = "TT-66,KQs,KTs,T9s,98s,AQo,QJs,54s,A4s-A2s",
-              .ip = "QQ,TT-99:0.5,A9s-A2s,K9s+,76s,54s"};
-    spot.turn = both("75%");
-    spot.rake = 0.05;
-    return spot;
-}
-
-// The walk that works through many nodes at a time against the one that takes them one by one.
-TEST(DiscountedCfr, BatchedAndPlainWalksGiveTheSameBits) {
-    Spot raked_turn{.board = "Td9d6h6c", .oop = "TT,87s:0.5,KQo", .ip = "99:0.75,AJs,A6s,54s"};
-    raked_turn.turn = raked_turn.river = both("50%,a", "3x,a");
-    raked_turn.rake = 0.05;
-    raked_turn.rake_cap = 60;
-    Spot turn = raked_turn;
-    turn.rake = 0;
-    Spot flop = flop_spot();
-    flop.oop = "TT,KQs:0.5,98s";
-    flop.ip = "88:0.5,KQs,A2s";
-    flop.flop = both("a");
-    flop.river = both("50%");
-    for (const Spot& spot : {small_river(), turn, raked_turn, flop}) {
-        for (const bool compress : {false, true}) {
-            SCOPED_TRACE(testing::Message() << spot.board << spot.rake << compress);
-            Game game = game_from(spot);
-            const auto lock = [&](std::string_view path, std::size_t size, std::size_t locked) {
-                std::vector<float> table(size, -1.0F);
-                std::fill_n(table.begin(), locked, 0.5F);
-                game.set_node_lock(descend(game.nodes, path), table);
-            };
-            lock("", 2 * game.cards.pockets[0].size(), 3);
-            lock("x", 4, 4);
-            CfrOptions options = iterations(6);
-            options.compress = compress;
-            DiscountedCfr batched(options);
-            options.plain_walk = true;
-            DiscountedCfr plain(options);
-            batched.run(game);
-            plain.run(game);
-            EXPECT_TRUE(same_states(batched.states, plain.states));
-            for (const bool best : {false, true}) {
-                const auto values = best ? batched.mes_ev(game) : batched.current_ev(game);
-                EXPECT_EQ(values, best ? plain.mes_ev(game) : plain.current_ev(game));
-                for (std::size_t s = 0; s < 2; ++s) {
-                    EXPECT_TRUE(same_bits(batched.root_values[s], plain.root_values[s]));
-                    EXPECT_TRUE(same_bits(batched.measure_values[s], plain.measure_values[s]));
-                }
-            }
-        }
-    }
-}
-
-// Two deals, so that a fan-out stands inside another; hands enough for both to be worth it.
-TEST(DiscountedCfrParallel, TheSameBitsAtEveryThreadCount) {
-    for (const auto& [compress, plain] : {std::pair(false, false), {true, false}, {false, true}}) {
-        CfrOptions options = iterations(2);
-        options.compress = compress;
-        options.plain_walk = plain;
-        const Solved one(flop_spot(), options);
-        ASSERT_GE(one.cfr.root_values[0].size(), 64U);
-        ASSERT_GE(one.cfr.root_values[1].size(), 64U);
-        for (const std::size_t threads : {2U, 5U}) {
-            options.threads = threads;
-            const Solved many(flop_spot(), options);
-            EXPECT_TRUE(same_states(one.cfr.states, many.cfr.states)) << threads;
-            for (std::size_t s = 0; s < 2; ++s) {
-                EXPECT_TRUE(same_bits(one.cfr.root_values[s], many.cfr.root_values[s]));
-                EXPECT_TRUE(same_bits(one.cfr.measure_values[s], many.cfr.measure_values[s]));
-            }
-            EXPECT_EQ(one.cfr.exploitability, many.cfr.exploitability);
-        }
     }
 }
 

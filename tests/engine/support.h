@@ -49,17 +49,13 @@ struct Spot {
     Sizes river = {};
     double rake = 0;
     double rake_cap = 0;
+    bool exact_all_in = false;
 };
 
-/// Ranges of the preset spot on AdJd8s.
-inline constexpr std::string_view preset_oop =
-    "88+,A8s+,A5s,A4s,A3s-A2s:0.5,AJo+,ATo,K9s+,KQo,KJo:0.75,KTo:0.25,Q9s+,QJo:0.5,J8s+,JTo:0.25,"
-    "T8s+,T7s:0.45,97s+,96s:0.45,87s,86s:0.75,85s:0.45,75s+:0.75,65s:0.75,64s:0.5,54s:0.75,53s:0.5,"
-    "43s:0.5,32s:0.45,A9o:0.5,K8s:0.5,Q8s:0.5,77:0.5,66:0.5,55:0.25";
-inline constexpr std::string_view preset_ip =
-    "AA:0.25,99-22,AJs-A6s,A5s-A4s:0.5,A3s-A2s,AQo-A7o,K2s+,K9o+,Q4s+,Q3s-Q2s:0.5,Q9o+,J6s+,J9o+,"
-    "T6s+,T9o,96s+,95s:0.5,98o,86s+,85s:0.5,75s+,74s:0.5,64s+,63s:0.5,54s,53s:0.5,43s,QQ:0.25,"
-    "JJ:0.25,TT:0.5,A5o:0.5,A4o:0.5,J5s:0.5,T5s:0.5";
+/// A range of all hands.
+inline constexpr std::string_view all_hands =
+    "22+,A2s+,A2o+,K2s+,K2o+,Q2s+,Q2o+,J2s+,J2o+,T2s+,T2o+,92s+,92o+,82s+,82o+,72s+,72o+,62s+,62o+,"
+    "52s+,52o+,42s+,42o+,32s,32o";
 
 inline CardMask mask_of(std::span<const Card> cards) {
     CardMask mask = 0;
@@ -75,11 +71,6 @@ inline Board board_from(std::string_view text) {
         board.at(i) = parse_card(text.substr(2 * i, 2));
     }
     return board;
-}
-
-inline Pocket pocket_from(std::string_view text) {
-    return pocket_from_index(
-        pocket_index(parse_card(text.substr(0, 2)), parse_card(text.substr(2))));
 }
 
 inline StreetSizing sizing_from(const Sizes& sizes) {
@@ -103,6 +94,7 @@ inline PlanOptions options_from(const Spot& spot) {
     options.effective_stack = spot.stack;
     options.rake_fraction = spot.rake;
     options.rake_cap = spot.rake_cap;
+    options.exact_all_in = spot.exact_all_in;
     options.flop = sizing_from(spot.flop);
     options.turn = sizing_from(spot.turn);
     options.river = sizing_from(spot.river);
@@ -165,20 +157,19 @@ inline std::size_t descend(std::span<const GameNode> nodes, std::string_view pat
         while (step != "d" && a < n.actions.size() && text_of(n.actions[a]) != step)
             ++a;
         if (a == n.actions.size()) {
-            throw std::runtime_error(
-                std::string(step).append(" is not in ").append(text_of(n.actions)));
+            throw std::runtime_error("no such action");
         }
         node = n.children[a];
     }
     return node;
 }
 
-inline std::size_t position_of(const Game& game, Seat seat, std::string_view pocket) {
+inline std::size_t position_of(const Game& game, Seat seat, std::string_view text) {
+    const Card a = parse_card(text.substr(0, 2));
+    const Card b = parse_card(text.substr(2));
     const auto& pockets = game.cards.pockets[index_of(seat)];
-    const auto found = std::ranges::find(pockets, pocket_from(pocket));
-    if (found == pockets.end()) {
-        throw std::runtime_error(std::string(pocket).append(" is not in the range"));
-    }
+    const auto found = std::ranges::find(pockets, pocket_from_index(pocket_index(a, b)));
+    if (found == pockets.end()) throw std::runtime_error("not in the range");
     return static_cast<std::size_t>(found - pockets.begin());
 }
 
@@ -238,11 +229,15 @@ class ScopedVariable {
 
 // The plain form of every value: hand against hand, run-out by run-out, in double.
 
+inline bool share_cards(const Pocket& a, const Pocket& b) {
+    return (pocket_mask(a) & pocket_mask(b)) != 0;
+}
+
 inline double plain_mass(const CardContext& cards) {
     double mass = 0;
     for (std::size_t i = 0; i < cards.pockets[0].size(); ++i) {
         for (std::size_t j = 0; j < cards.pockets[1].size(); ++j) {
-            if ((pocket_mask(cards.pockets[0][i]) & pocket_mask(cards.pockets[1][j])) == 0) {
+            if (!share_cards(cards.pockets[0][i], cards.pockets[1][j])) {
                 mass += static_cast<double>(cards.pocket_weights[0][i]) *
                         static_cast<double>(cards.pocket_weights[1][j]);
             }
@@ -251,80 +246,133 @@ inline double plain_mass(const CardContext& cards) {
     return mass;
 }
 
-/// Values of a seat's hands at a terminal, each showdown with cards to come the mean over all
-/// undealt run-outs, of which those that hit a hand count as 0.
+inline double plain_pot(const Game& game, const GameNode& node) {
+    return game.options.starting_pot + 2.0 * node.matched;
+}
+
+inline double plain_rake(const Game& game, const GameNode& node) {
+    const double rake = game.options.rake_fraction * plain_pot(game, node);
+    return game.options.rake_cap > 0 ? std::min(rake, game.options.rake_cap) : rake;
+}
+
+/// All boards that a node's board can still become; of a fold, its own.
+inline std::vector<Board> plain_boards(const Game& game, const GameNode& node) {
+    Board board = game.cards.board;
+    board[3] = node.turn;
+    board[4] = node.river;
+    if (node.last_action == ActionKind::fold || node.river != NO_CARD) {
+        return {board};
+    }
+    std::vector<Board> boards;
+    const CardMask flop = mask_of(std::span(board).first(3));
+    for (std::size_t index = 0; index < pocket_count; ++index) {
+        const Pocket pair = pocket_from_index(index);
+        if ((pocket_mask(pair) & (flop | card_bit(node.turn))) == card_bit(node.turn)) {
+            boards.push_back({board[0], board[1], board[2], pair.low, pair.high});
+        }
+    }
+    return boards;
+}
+
+/// Values of a seat's hands at a terminal. With cards to come, the mean over all undealt run-outs,
+/// of which those that hit a hand count as 0, or with `exact` over those that hit neither of two.
 inline std::vector<double> plain_terminal(const Game& game, const GameNode& node, Seat seat,
-                                          std::span<const float> reach) {
+                                          const std::vector<double>& reach, bool exact) {
     const auto& own = game.cards.pockets[index_of(seat)];
     const auto& theirs = game.cards.pockets[index_of(other(seat))];
-    const double pot = game.options.starting_pot + 2.0 * node.matched;
-    const double cap = game.options.rake_cap > 0 ? game.options.rake_cap : pot;
-    const double rake = std::min(game.options.rake_fraction * pot, cap);
+    const double half = plain_pot(game, node) / 2;
+    const double rake = plain_rake(game, node);
     const bool fold = node.last_action == ActionKind::fold;
-
-    std::vector<Board> boards;
-    const Board& flop = game.cards.board;
-    const auto add_board = [&](Card turn, Card river) {
-        boards.push_back({flop[0], flop[1], flop[2], turn, river});
+    const std::vector<Board> boards = plain_boards(game, node);
+    const auto strengths_of = [&](const std::vector<Pocket>& pockets) {
+        std::vector<std::uint32_t> result;  // by board and pocket; 0: hit by the board
+        for (const Board& board : boards) {
+            for (const Pocket& pocket : pockets) {
+                const bool hit = (pocket_mask(pocket) & mask_of(board)) != 0;
+                result.push_back(hit ? 0 : fold ? 1 : evaluate_hand(pocket, board));
+            }
+        }
+        return result;
     };
-    if (fold || node.river != NO_CARD) {
-        add_board(node.turn, node.river);
-    } else {
-        for (std::size_t index = 0; index < pocket_count; ++index) {
-            const Pocket pair = pocket_from_index(index);
-            const CardMask hit = pocket_mask(pair) & (mask_of(flop) | card_bit(node.turn));
-            if (hit == card_bit(node.turn)) add_board(pair.low, pair.high);
-        }
-    }
+    const auto mine = strengths_of(own);
+    const auto yours = strengths_of(theirs);
     std::vector<double> values(own.size());
-    for (const Board& board : boards) {
-        const auto strengths_of = [&](const std::vector<Pocket>& pockets) {
-            std::vector<std::uint32_t> result(pockets.size(), 0);  // 0: hit by the board
-            for (std::size_t i = 0; i < pockets.size(); ++i) {
-                if ((pocket_mask(pockets[i]) & mask_of(board)) == 0) {
-                    result[i] = fold ? 1 : evaluate_hand(pockets[i], board);
-                }
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        for (std::size_t j = 0; j < theirs.size(); ++j) {
+            if (share_cards(own[i], theirs[j])) continue;
+            double sum = 0;
+            std::size_t met = 0;
+            for (std::size_t b = 0; b < boards.size(); ++b) {
+                const std::uint32_t me = mine[b * own.size() + i];
+                const std::uint32_t you = yours[b * theirs.size() + j];
+                if (me == 0 || you == 0) continue;
+                const bool wins = fold ? node.last_actor != seat : me > you;
+                sum += !fold && me == you ? -rake / 2 : wins ? half - rake : -half;
+                ++met;
             }
-            return result;
-        };
-        const auto mine = strengths_of(own);
-        const auto yours = strengths_of(theirs);
-        for (std::size_t i = 0; i < own.size(); ++i) {
-            for (std::size_t j = 0; j < theirs.size(); ++j) {
-                const bool meet = (pocket_mask(own[i]) & pocket_mask(theirs[j])) == 0;
-                if (!meet || mine[i] == 0 || yours[j] == 0) continue;
-                const bool wins = fold ? node.last_actor != seat : mine[i] > yours[j];
-                const bool ties = !fold && mine[i] == yours[j];
-                values[i] += static_cast<double>(reach[j]) *
-                             (ties ? -rake / 2 : (wins ? pot / 2 - rake : -pot / 2));
-            }
+            const std::size_t count = exact ? met : boards.size();
+            values[i] += met == 0 ? 0 : reach[j] * sum / static_cast<double>(count);
         }
     }
-    const double mass = plain_mass(game.cards) * static_cast<double>(boards.size());
+    const double mass = plain_mass(game.cards);
     for (double& value : values)
         value /= mass;
     return values;
 }
 
-/// The value of one pocket against one other in a game without deals, when `policy(node, position,
-/// action)` is the probability of each action; per deal of the two, hundredths of a chip.
-template <class Policy>
-double plain_pair_value(const Game& game, std::size_t node, Seat seat, std::size_t own,
-                        std::size_t theirs, const Policy& policy) {
-    const GameNode& n = game.nodes[node];
-    if (n.kind == NodeKind::Terminal) {
-        std::vector<float> reach(game.cards.pockets[index_of(other(seat))].size());
-        reach[theirs] = 1;
-        return plain_terminal(game, n, seat, reach)[own] * plain_mass(game.cards);
+/// The rake that a seat's hands meet at a terminal.
+inline std::vector<double> plain_rake_terminal(const Game& game, const GameNode& node, Seat seat,
+                                               const std::vector<double>& reach) {
+    const auto& theirs = game.cards.pockets[index_of(other(seat))];
+    std::vector<double> values;
+    for (const Pocket& own : game.cards.pockets[index_of(seat)]) {
+        double met = 0;
+        for (std::size_t j = 0; j < theirs.size(); ++j)
+            met += share_cards(own, theirs[j]) ? 0 : reach[j];
+        values.push_back(met * plain_rake(game, node) / plain_mass(game.cards));
     }
-    double value = 0;
-    for (std::size_t a = 0; a < n.actions.size(); ++a) {
-        const double share = policy(node, n.seat == seat ? own : theirs, a);
-        if (share > 0) {
-            value += share * plain_pair_value(game, n.children[a], seat, own, theirs, policy);
+    return values;
+}
+
+/// Values of a seat's hands when both seats play their average strategies or, with `best`, the seat
+/// its best response. For trees that deal every card.
+template <class Terminal>
+std::vector<double> plain_walk(const Solved& solved, std::size_t index, Seat seat, bool best,
+                               const std::vector<double>& reach, const Terminal& terminal) {
+    const GameNode& node = solved.game.nodes[index];
+    if (node.kind == NodeKind::Terminal) return terminal(solved.game, node, seat, reach);
+    const auto& own = solved.game.cards.pockets[index_of(seat)];
+    const auto& theirs = solved.game.cards.pockets[index_of(other(seat))];
+    const bool deals = node.kind == NodeKind::Chance;
+    const bool acts = !deals && node.seat == seat;
+    const auto strategy = solved.cfr.average_strategy(index);
+    if (deals && !solved.game.references(node).empty()) {
+        throw std::logic_error("a card is left out");
+    }
+    std::vector<double> values(own.size(), acts && best ? -1e30 : 0);
+    for (std::size_t a = 0; a < node.actions.size(); ++a) {
+        const CardMask dealt = deals ? card_bit(static_cast<Card>(node.actions[a].amount)) : 0;
+        std::vector<double> next = reach;
+        for (std::size_t j = 0; j < next.size(); ++j) {
+            if (deals) {  // 45 or 44 cards are left when two hands are known
+                const bool hit = (pocket_mask(theirs[j]) & dealt) != 0;
+                next[j] *= hit ? 0 : node.turn == NO_CARD ? 1.0 / 45 : 1.0 / 44;
+            } else if (!acts) {
+                next[j] *= static_cast<double>(strategy[a * theirs.size() + j]);
+            }
+        }
+        const auto child = plain_walk(solved, node.children[a], seat, best, next, terminal);
+        for (std::size_t h = 0; h < own.size(); ++h) {
+            if (acts && best) {
+                values[h] = std::max(values[h], child[h]);
+            } else if (acts) {
+                values[h] += static_cast<double>(strategy[a * own.size() + h]) * child[h];
+            } else if ((pocket_mask(own[h]) & dealt) == 0) {
+                values[h] += child[h];
+            }
         }
     }
-    return value;
+    return values;
 }
 
 }  // namespace kestrel

