@@ -37,7 +37,9 @@ BENCHMARK(BM_EvaluateSeven);
 /// On one core, as the builders see it.
 void BM_CardContext(benchmark::State& state) {
     setenv("KESTREL_CARDCTX_MAX_WORKERS", "1", 1);
-    const auto spot = bench::quick_solve();
+    auto spot = bench::quick_solve();
+    // Another benchmark's game of the same cards may be alive, whose tables would be shared.
+    spot.ranges[0][pocket_index(parse_card("Ks"), parse_card("Kh"))] = 0.5F;
     for (auto _ : state) {
         benchmark::DoNotOptimize(CardContext(spot.board, spot.ranges).combination_mass);
     }

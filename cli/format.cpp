@@ -2,13 +2,16 @@
 
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 
 namespace tidewell_cli {
 
 std::string fixed(double number, int digits) {
     char text[400];  // the largest double has 309 digits before the point
     std::snprintf(text, sizeof text, "%.*f", digits, number);
-    return text;
+    const std::string_view shown(text);
+    const bool zero = shown.find_first_not_of("-0.") == std::string_view::npos;
+    return std::string(shown.substr(zero && shown.starts_with('-') ? 1 : 0));
 }
 
 std::string decimal(double number, int most_digits) {
@@ -20,7 +23,7 @@ std::string decimal(double number, int most_digits) {
     if (text.back() == '.') {
         text.pop_back();
     }
-    return text == "-0" ? "0" : text;
+    return text;
 }
 
 std::string chips(double hundredths) {

@@ -93,7 +93,8 @@ std::size_t find_step(const Game& game, const NodePath& path, std::string_view s
             list += (list.empty() ? "" : ", ") + numbered(a) + " to " +
                     chips(node.actions[a].amount) + " chips";
         }
-        throw InputError("'" + std::string(step) + "'" + place + " has several meanings: " + list);
+        throw InputError("'" + std::string(step) + "'" + place + " has several meanings: " + list +
+                         "; write the number for the one you mean");
     }
     if (const auto card = card_in(wanted); card && is_deal(node)) {
         if (const auto other = representative(game, node, *card)) {

@@ -122,16 +122,21 @@ Options:
   --version           print the version
   --help              print this text
 
-SPOT.json ("-": standard input) is one JSON object. Amounts are in chips.
+SPOT.json ("-": standard input) is one JSON object; docs/spot-files.md tells more.
+Amounts are in chips. Board, pot, stack and both ranges are needed.
   board                  "AdJd8s": three to five cards
-  starting_pot, effective_stack, rake_cap, target_exploitability
-  rake_percent           5 for 5 % of the pot; a rake_cap of 0 is none
+  starting_pot, effective_stack
+  rake_percent, rake_cap 5 for 5 % of the pot, up to the cap; 0: no rake, no cap
   starting_street        "flop", "turn" or "river" (default: what the board says)
-  max_iterations, thread_count
-  oop_range, ip_range    "QQ+,AKs,A5s-A2s:0.5" or "50%"
-  SEAT_STREET_bet_sizes, SEAT_STREET_raise_sizes
-                         "33, 75%, 2.5x, 500c, 3e, a" for SEAT oop or ip and
-                         STREET flop, turn or river; left out: none
+  max_iterations         default 2000
+  target_exploitability  in chips, default 0.1
+  thread_count           default all
+  oop_range, ip_range    "QQ+,AKs,A5s-A2s:0.5", or "50%": every hand at half weight
+  SEAT_STREET_bet_sizes  for SEAT oop or ip, STREET flop, turn or river; left out:
+                         none. "33, 75%" of the pot; "500c": 500 hundredths of a
+                         chip; "2e": the stack in over two streets; "a": all-in
+  SEAT_STREET_raise_sizes
+                         the same on top of the call, and "2.5x" of the bet
   SEAT_STREET_add_all_in, oop_STREET_dont_donk
                          true or false
   SEAT_add_all_in_jam_threshold_enabled, SEAT_add_all_in_jam_threshold_pct
@@ -139,7 +144,7 @@ SPOT.json ("-": standard input) is one JSON object. Amounts are in chips.
   exact_all_in           true or false, as --exact-all-in
 
 Exit code: 0 solved, 1 the solve failed or does not fit in memory, 2 bad input,
-130 interrupted.
+130 interrupted: nothing is written then.
 )";
 
 }  // namespace tidewell_cli

@@ -291,7 +291,9 @@ void print_report(std::ostream& out, const TerminalStyle& style, const SolveRepo
     if (report.node.player.empty()) {
         return;
     }
-    if (style.colours) {
+    if (style.colours && style.width < 2 + 13 * cell_width) {
+        out << "  The matrix of hands needs a terminal of " << 2 + 13 * cell_width << " columns.\n";
+    } else if (style.colours) {
         print_colour_matrix(out, style, report.node);
     } else {
         print_plain_matrix(out, report.node);
