@@ -256,7 +256,8 @@ void LaneTerminals::list_live(const BoardOrder& board, std::size_t theirs) {
 }
 
 // Bound by the loads and stores of the card sums, and by the branches where levels end; sixteen
-// lanes share these. About 0.7 ns a hand and terminal at 2.7 GHz, against 3.5 for the plain form.
+// lanes share these. On the rows of a running solve about 1 ns a hand and terminal at 2.7 GHz,
+// against 4 for the plain form.
 template <std::size_t vectors, bool add>
 void LaneTerminals::walk_raked(const BoardOrder& board, std::size_t own,
                                std::span<const LaneTerminal> terminals) {

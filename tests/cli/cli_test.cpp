@@ -268,8 +268,9 @@ TEST(LineWalk, FollowsNamesCardsAndNumbersOrTellsTheChoices) {
 
     const std::pair<const char*, const char*> refused[] = {
         {"Chek", "there is no 'Chek' behind root; choices: Check, Bet 50%, Bet 50%"},
-        {"Bet 50%", "'Bet 50%' behind root has several meanings: #2 to 5 chips, #3 to 5.02 chips; "
-                    "write the number for the one you mean"},
+        {"Bet 50%",
+         "'Bet 50%' behind root has several meanings: #2 to 5 chips, #3 to 5.02 chips; "
+         "write the number for the one you mean"},
         {"Check/Check/2s", "'2s' behind Check/Check plays like another suit: name 2d instead"},
         {"Check/Check/9h", "'9h' behind Check/Check is on the board already"},
         {"#2/Fold/Check", "the hand is over behind Bet 50%/Fold, 'Check' cannot follow"},
