@@ -230,10 +230,10 @@ class BatchedWalks::Walk {
             }
             const NodeState& state = states_[work.decisions[k].node];
             if (rule_ == WalkRule::iterate) {
-                fetcher.add(state.regrets().data(), state.regrets().size_bytes());
+                fetcher.add(state.regrets());
             }
             if (rule_ != WalkRule::best) {
-                fetcher.add(state.strategy_sum().data(), state.strategy_sum().size_bytes());
+                fetcher.add(state.strategy_sum());
             }
         }
         const auto theirs = std::ranges::find(work.decisions, false, &Decision::own);
@@ -246,9 +246,7 @@ class BatchedWalks::Walk {
         for (const Decision& decision : work.decisions) {
             if (!decision.own) {
                 const std::span<const float> row = way_down_row(decision.node);
-                fetcher.add(reinterpret_cast<const void*>(
-                                reinterpret_cast<std::uintptr_t>(row.data()) + step),
-                            row.size_bytes());
+                fetcher.add(reinterpret_cast<std::uintptr_t>(row.data()) + step, row.size_bytes());
             }
         }
     }

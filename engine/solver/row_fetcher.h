@@ -3,6 +3,7 @@
 #include <immintrin.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -16,13 +17,13 @@ class RowFetcher {
     void clear() {
         ranges_.clear();
         range_ = 0;
-        next_ = end_ = nullptr;
+        next_ = end_ = 0;
     }
 
-    /// The addresses need not be valid: a fetch of a bad one does nothing.
-    void add(const void* first, std::size_t bytes) {
-        const char* const begin = static_cast<const char*>(first);
-        ranges_.push_back({begin, begin + bytes});
+    /// An address is a number here, as a predicted one need not be valid: to fetch it does nothing.
+    void add(std::uintptr_t first, std::size_t bytes) { ranges_.push_back({first, first + bytes}); }
+    void add(std::span<const float> row) {
+        add(reinterpret_cast<std::uintptr_t>(row.data()), row.size_bytes());
     }
 
     /// Fetches the next few lines, if there are any left.
@@ -36,7 +37,7 @@ class RowFetcher {
             ++range_;
         }
         for (std::size_t i = 0; i < lines_per_step; ++i) {
-            _mm_prefetch(next_ + i * line, _MM_HINT_T1);
+            _mm_prefetch(reinterpret_cast<const char*>(next_ + i * line), _MM_HINT_T1);
         }
         next_ = next_ + lines_per_step * line < end_ ? next_ + lines_per_step * line : end_;
     }
@@ -46,13 +47,13 @@ class RowFetcher {
     static constexpr std::size_t lines_per_step = 2;
 
     struct Range {
-        const char* begin;
-        const char* end;
+        std::uintptr_t begin;
+        std::uintptr_t end;
     };
     std::vector<Range> ranges_;
     std::size_t range_ = 0;
-    const char* next_ = nullptr;
-    const char* end_ = nullptr;
+    std::uintptr_t next_ = 0;
+    std::uintptr_t end_ = 0;
 };
 
 }  // namespace kestrel
