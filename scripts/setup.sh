@@ -3,8 +3,12 @@
 # Asks only the local package database when nothing is missing.
 
 packages_for() {
-    local run=(g++ cmake ninja-build nlohmann-json3-dev)
-    local test=(libgtest-dev libgmock-dev libbenchmark-dev clang-format-14)
+    local run=(g++ cmake ninja-build nlohmann-json3-dev
+        qt6-base-dev qt6-declarative-dev libgl1-mesa-dev
+        qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
+        qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-window)
+    local test=(libgtest-dev libgmock-dev libbenchmark-dev clang-format-14
+        xvfb xauth libgl1-mesa-dri)
     case $1 in
         run) printf '%s\n' "${run[@]}" ;;
         test) printf '%s\n' "${run[@]}" "${test[@]}" ;;
