@@ -33,12 +33,15 @@ void add_row(float* to, const float* row, std::size_t floats) {
 
 class BatchedWalks::Walk {
   public:
-    Walk(WorkspacePool& spaces, WalkRule rule, const Game& game, StateTable& states,
-         const Discounts& discounts, Seat seat, WorkerPool* pool, std::size_t threads)
+    /// `written`: the table itself under `WalkRule::iterate`, otherwise null.
+    Walk(WorkspacePool& spaces, WalkRule rule, const Game& game, const StateTable& states,
+         StateTable* written, const Discounts& discounts, Seat seat, WorkerPool* pool,
+         std::size_t threads)
         : spaces_(spaces),
           rule_(rule),
           game_(game),
           states_(states),
+          written_(written),
           discounts_(discounts),
           seat_(seat),
           pool_(pool),
@@ -48,16 +51,22 @@ class BatchedWalks::Walk {
           own_row_(padded_row(own_hands_)),
           their_row_(padded_row(their_hands_)) {}
 
-    void run(std::span<const float> reach, std::span<float> out) {
+    /// `out`: a tight row for each of the nodes, which share a board.
+    void run(std::span<const std::uint64_t> nodes, std::span<const float> reach,
+             std::span<float> out) {
         const WorkspacePool::Lease lease(spaces_);
         RowArena rows;
-        float* const root_reach = rows.take(their_row_);
-        float* const root_value = rows.take(own_row_);
-        std::fill_n(root_reach, their_row_, 0.0F);
-        std::ranges::copy(reach, root_reach);
-        const Visit root{0, root_reach, root_value};
-        solve_street(*lease, 0, {&root, 1}, true);
-        std::copy_n(root_value, out.size(), out.begin());
+        float* const padded_reach = rows.take(their_row_);
+        std::fill_n(padded_reach, their_row_, 0.0F);
+        std::ranges::copy(reach, padded_reach);
+        std::vector<Visit> visits;
+        for (const std::uint64_t node : nodes) {
+            visits.push_back({node, padded_reach, rows.take(own_row_)});
+        }
+        solve_street(*lease, 0, visits, true);
+        for (std::size_t i = 0; i < visits.size(); ++i) {
+            std::copy_n(visits[i].value, own_hands_, out.data() + i * own_hands_);
+        }
     }
 
   private:
@@ -171,7 +180,7 @@ class BatchedWalks::Walk {
     }
 
     void finish(BatchWorkspace& space, const Decision& decision) {
-        NodeState& state = states_[decision.node];
+        const NodeState& state = states_[decision.node];
         const std::size_t actions = state.num_actions;
         if (!decision.own) {
             sum_padded_rows(decision.value, decision.values, actions, own_hands_);
@@ -204,7 +213,8 @@ class BatchedWalks::Walk {
         }
         const std::span out(decision.value, own_hands_);
         if (rule_ == WalkRule::iterate) {
-            update_decision(game_, decision.node, state, discounts_, frame, out);
+            update_decision(game_, decision.node, (*written_)[decision.node], discounts_, frame,
+                            out);
         } else if (rule_ == WalkRule::average) {
             average_decision_value(state, frame, out);
         } else {
@@ -365,7 +375,8 @@ class BatchedWalks::Walk {
     WorkspacePool& spaces_;
     const WalkRule rule_;
     const Game& game_;
-    StateTable& states_;
+    const StateTable& states_;
+    StateTable* const written_;
     const Discounts discounts_;
     const Seat seat_;
     WorkerPool* const pool_;
@@ -405,7 +416,16 @@ bool BatchedWalks::prepare(const Game& game, const StateTable& states, WorkerPoo
 void BatchedWalks::run(WalkRule rule, const Game& game, StateTable& states,
                        const Discounts& discounts, Seat seat, std::span<const float> reach,
                        std::span<float> out, WorkerPool* pool, std::size_t threads) {
-    Walk(*spaces_, rule, game, states, discounts, seat, pool, threads).run(reach, out);
+    const std::uint64_t root = 0;
+    Walk(*spaces_, rule, game, states, &states, discounts, seat, pool, threads)
+        .run({&root, 1}, reach, out);
+}
+
+void BatchedWalks::values(const Game& game, const StateTable& states, Seat seat,
+                          std::span<const float> reach, std::span<const std::uint64_t> nodes,
+                          std::span<float> out, WorkerPool* pool, std::size_t threads) const {
+    Walk(*spaces_, WalkRule::average, game, states, nullptr, {}, seat, pool, threads)
+        .run(nodes, reach, out);
 }
 
 }  // namespace kestrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 
@@ -44,6 +45,13 @@ class BatchedWalks {
     void run(WalkRule rule, const Game& game, StateTable& states, const Discounts& discounts,
              Seat seat, std::span<const float> reach, std::span<float> out, WorkerPool* pool,
              std::size_t threads);
+
+    /// Values of `seat` at nodes of one board, both seats playing their average strategies against
+    /// the same reach. `out`: a tight row for each node. Any number of threads may ask at once
+    /// while nobody writes to `states`.
+    void values(const Game& game, const StateTable& states, Seat seat, std::span<const float> reach,
+                std::span<const std::uint64_t> nodes, std::span<float> out, WorkerPool* pool,
+                std::size_t threads) const;
 
   private:
     class Walk;

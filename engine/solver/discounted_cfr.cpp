@@ -1,12 +1,14 @@
 #include "engine/solver/discounted_cfr.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <iostream>
 #include <utility>
 
 #include "engine/solver/best_response.h"
+#include "engine/solver/node_passes.h"
 #include "engine/solver/node_rules.h"
 #include "engine/solver/profile.h"
 #include "engine/solver/traversal.h"
@@ -226,20 +228,57 @@ std::vector<float> DiscountedCfr::average_strategy(std::size_t node) const {
 }
 
 std::vector<float> DiscountedCfr::action_frequencies(std::size_t node) const {
-    const std::vector<float> strategy = average_strategy(node);
-    if (strategy.empty()) {
+    if (node >= states.size() || !states[node].active || states[node].num_hands == 0) {
         return {};
     }
-    const std::size_t hands = states[node].num_hands;
-    std::vector<float> result;
-    for (std::size_t a = 0; a < states[node].num_actions; ++a) {
-        double sum = 0.0;
-        for (std::size_t h = 0; h < hands; ++h) {
-            sum += static_cast<double>(strategy[a * hands + h]);
+    const NodeState& state = states[node];
+    const std::size_t hands = state.num_hands;
+    std::vector<double> totals(state.num_actions);
+    if (!state.packed && state.num_actions <= most_fused_actions) {
+        average_totals(totals.data(), state.strategy_sum().data(), state.num_actions, hands);
+    } else {
+        const std::vector<float> strategy = average_strategy(node);
+        for (std::size_t i = 0; i < strategy.size(); ++i) {
+            totals[i / hands] += static_cast<double>(strategy[i]);
         }
-        result.push_back(static_cast<float>(sum / static_cast<double>(hands)));
+    }
+    std::vector<float> result;
+    for (const double total : totals) {
+        result.push_back(static_cast<float>(total / static_cast<double>(hands)));
     }
     return result;
+}
+
+void DiscountedCfr::all_action_frequencies(std::span<const std::size_t> first_action,
+                                           std::span<float> out) const {
+    // Many small chunks, since decisions may stand close together in one part of the tree.
+    constexpr std::size_t nodes_at_once = 4096;
+    const std::size_t chunks = (states.size() + nodes_at_once - 1) / nodes_at_once;
+    std::atomic<std::size_t> next{0};
+    parallel_for(pool_.get(), threads_, std::min(threads_, chunks), [&](std::size_t, std::size_t) {
+        for (std::size_t chunk = next++; chunk < chunks; chunk = next++) {
+            const std::size_t end = std::min((chunk + 1) * nodes_at_once, states.size());
+            for (std::size_t node = chunk * nodes_at_once; node < end; ++node) {
+                if (states[node].active) {
+                    std::ranges::copy(action_frequencies(node), out.data() + first_action[node]);
+                }
+            }
+        }
+    });
+}
+
+void DiscountedCfr::values_at(const Game& game, Seat seat, std::span<const float> reach,
+                              std::span<const std::uint64_t> nodes, std::span<float> out) const {
+    const std::size_t hands = game.cards.pockets[index_of(seat)].size();
+    if (batches_ && reach.size() == game.cards.pockets[index_of(other(seat))].size()) {
+        batched_.values(game, states, seat, reach, nodes, out, pool_.get(), threads_);
+        return;
+    }
+    ScratchStack scratch;
+    const MeasuringWalk walk(game, states, seat, pool_.get(), threads_);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        walk.compute_cfvalue_recursive(nodes[i], reach, out.subspan(i * hands, hands), 0, scratch);
+    }
 }
 
 std::vector<float> DiscountedCfr::node_values(const Game& game, std::size_t node, Seat seat) const {
@@ -248,13 +287,35 @@ std::vector<float> DiscountedCfr::node_values(const Game& game, std::size_t node
 
 std::vector<float> DiscountedCfr::node_values(const Game& game, std::size_t node, Seat seat,
                                               std::span<const float> reach) const {
-    std::vector<float> out(game.cards.pockets[index_of(seat)].size(), 0.0F);
     if (node >= game.nodes.size() || node >= states.size()) {
         return {};
     }
-    ScratchStack scratch;
-    MeasuringWalk(game, states, seat, pool_.get(), threads_)
-        .compute_cfvalue_recursive(node, reach, out, 0, scratch);
+    std::vector<float> out(game.cards.pockets[index_of(seat)].size());
+    const std::uint64_t index = node;
+    values_at(game, seat, reach, {&index, 1}, out);
+    return out;
+}
+
+std::vector<float> DiscountedCfr::action_values(const Game& game, std::size_t node,
+                                                std::span<const float> reach) const {
+    if (node >= game.nodes.size() || node >= states.size() || !states[node].active) {
+        return {};
+    }
+    std::vector<float> out(states[node].size());
+    values_at(game, states[node].seat, reach, game.nodes[node].children, out);
+    return out;
+}
+
+std::vector<float> DiscountedCfr::decision_values(std::size_t node,
+                                                  std::span<const float> action_values) const {
+    if (node >= states.size() || !states[node].active ||
+        action_values.size() != states[node].size()) {
+        return {};
+    }
+    ScratchFrame frame;
+    frame.action_values.assign(action_values.begin(), action_values.end());
+    std::vector<float> out(states[node].num_hands);
+    average_decision_value(states[node], frame, out);
     return out;
 }
 

@@ -38,8 +38,9 @@ bool measures_at(const CfrOptions& options, std::uint32_t iteration);
 
 /// Discounted counterfactual regret minimisation over a finished game, all hands of a seat at once.
 /// Deterministic: the same game gives the same bits at every thread count. Strategy sums stay raw
-/// after a run; the queries normalise on reading. The game must outlive the solver, and every call
-/// that takes one takes the game that was prepared last. Source: Brown and Sandholm, "Solving
+/// after a run; the queries normalise on reading. Any number of threads may ask constant members at
+/// once while none runs an iteration or a measurement. The game must outlive the solver, and every
+/// call that takes one takes the game that was prepared last. Source: Brown and Sandholm, "Solving
 /// Imperfect-Information Games via Discounted Regret Minimization" (2019).
 class DiscountedCfr {
   public:
@@ -78,11 +79,26 @@ class DiscountedCfr {
     /// The average strategy of a decision node, A x H, action-major. Empty for any other node.
     std::vector<float> average_strategy(std::size_t node) const;
 
+    /// `action_frequencies` of all nodes in one pass, on the solver's threads: the frequency of
+    /// action a of a decision node at out[first_action[node] + a]; other entries are left alone.
+    void all_action_frequencies(std::span<const std::size_t> first_action,
+                                std::span<float> out) const;
+
     /// One value for each pocket of `seat` at a node, both seats playing their average strategies,
-    /// against the other seat's range weights or the given reach.
+    /// against the other seat's range weights or the given reach. Empty for a node out of range.
     std::vector<float> node_values(const Game& game, std::size_t node, Seat seat) const;
     std::vector<float> node_values(const Game& game, std::size_t node, Seat seat,
                                    std::span<const float> reach) const;
+
+    /// The values of a decision node's children for its own seat, A x H, action-major, in one walk.
+    /// Empty for any other node.
+    std::vector<float> action_values(const Game& game, std::size_t node,
+                                     std::span<const float> reach) const;
+
+    /// The values of a decision node for its own seat from those of its children, to the bit what
+    /// `node_values` gives.
+    std::vector<float> decision_values(std::size_t node,
+                                       std::span<const float> action_values) const;
 
     const CfrOptions options;
     float exploitability = 0;                ///< last measured; 0 before
@@ -100,6 +116,8 @@ class DiscountedCfr {
 
     enum class Measure { best_response, current };
     std::array<float, 2> measure(const Game& game, Measure what);
+    void values_at(const Game& game, Seat seat, std::span<const float> reach,
+                   std::span<const std::uint64_t> nodes, std::span<float> out) const;
 
     std::size_t threads_;
     BatchedWalks batched_;

@@ -241,6 +241,31 @@ void average_reach(float* next, const float* sums, const float* reach, std::size
     });
 }
 
+void average_totals(double* totals, const float* sums, std::size_t actions, std::size_t hands) {
+    // One chain of additions for each action: bound by their latency where a row is in the caches.
+    with_constant_actions(actions, [&]<std::size_t n>() {
+        const NodeRows<n> rows(sums, hands);
+        double total[n] = {};
+        std::size_t next = 0;  // the first hand that is not counted yet
+        for_each_block(hands, [&](std::size_t h) {
+            __m256 row[n];
+            rows.load(h, row);
+            const Shares<n> shares = Shares<n>::by_division(row);
+            alignas(32) float share[n * vector_floats];
+            for (std::size_t a = 0; a < n; ++a) {
+                _mm256_store_ps(share + a * vector_floats, shares.of[a]);
+            }
+            const std::size_t end = std::min(h + vector_floats, hands);
+            for (; next < end; ++next) {
+                for (std::size_t a = 0; a < n; ++a) {
+                    total[a] += static_cast<double>(share[a * vector_floats + next - h]);
+                }
+            }
+        });
+        std::copy_n(total, n, totals);
+    });
+}
+
 void average_value(float* out, const float* sums, const float* values, std::size_t actions,
                    std::size_t hands) {
     with_constant_actions(actions, [&]<std::size_t n>() {

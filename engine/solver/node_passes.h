@@ -32,6 +32,9 @@ void current_reach(float* next, const float* regrets, const float* reach, std::s
 void average_reach(float* next, const float* sums, const float* reach, std::size_t actions,
                    std::size_t hands, const float* ahead);
 
+/// totals (A) = the sum of each action's average probabilities over the hands, in hand order.
+void average_totals(double* totals, const float* sums, std::size_t actions, std::size_t hands);
+
 /// out = expectation of `values` under the average strategy, in double precision, rounded once.
 void average_value(float* out, const float* sums, const float* values, std::size_t actions,
                    std::size_t hands);
