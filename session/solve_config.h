@@ -5,10 +5,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/game/action_plan.h"
 #include "engine/poker/cards.h"
 #include "engine/poker/range.h"
+#include "session/node_locks.h"
 
 namespace kestrel_app {
 
@@ -46,6 +48,7 @@ struct SolveConfig {
     /// Percent of the pot; absent while switched off.
     std::optional<double> oop_add_all_in_jam_threshold_pct;
     std::optional<double> ip_add_all_in_jam_threshold_pct;
+    std::vector<NodeLockEntry> node_locks;  ///< play that is fixed, by the node index of this tree
 
     bool operator==(const SolveConfig&) const = default;
 };

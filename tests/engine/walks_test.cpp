@@ -3,9 +3,12 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "engine/solver/batched_walk.h"
+#include "engine/solver/best_response.h"
 #include "tests/engine/support.h"
 
 // The walk that works through many nodes at a time against the one that takes them one by one.
@@ -152,6 +155,95 @@ TEST(WalksParallel, TheSameBitsAtEveryThreadCount) {
             expect_same(one.cfr, Solved(spot, options).cfr);
         }
     }
+}
+
+/// The values of a seat at every node by the plain walk against those of the queries.
+void expect_values_of_plain_walk(const Game& game, const DiscountedCfr& cfr, std::size_t step) {
+    for (const Seat seat : {Seat::OOP, Seat::IP}) {
+        const std::size_t hands = game.cards.pockets[index_of(seat)].size();
+        const auto reach = random_row(game.cards.pockets[index_of(other(seat))].size(), 7);
+        const MeasuringWalk plain(game, cfr.states, seat, nullptr, 1);
+        const auto value = [&](std::size_t node) {
+            std::vector<float> row(hands);
+            ScratchStack scratch;
+            plain.compute_cfvalue_recursive(node, reach, row, 0, scratch);
+            return row;
+        };
+        for (std::size_t node = 0; node < game.nodes.size(); node += step) {
+            EXPECT_TRUE(same_bits(cfr.node_values(game, node, seat, reach), value(node))) << node;
+            const GameNode& n = game.nodes[node];
+            const auto of_actions = cfr.action_values(game, node, reach);
+            EXPECT_EQ(of_actions.empty(), n.kind != NodeKind::Decision);
+            if (of_actions.empty() || n.seat != seat) continue;
+            for (std::size_t a = 0; a < n.actions.size(); ++a) {
+                EXPECT_TRUE(same_bits(std::span(of_actions).subspan(a * hands, hands),
+                                      value(n.children[a])));
+            }
+            EXPECT_TRUE(same_bits(cfr.decision_values(node, of_actions), value(node)));
+        }
+    }
+}
+
+TEST(Walks, QueriesGiveTheBitsOfThePlainWalk) {
+    for (const WalkCase& c : walk_cases()) {
+        for (const bool compress : {false, true}) {
+            SCOPED_TRACE(testing::Message() << c.name << compress);
+            Game game = game_from(c.spot);
+            if (c.locked) lock_some(game);
+            CfrOptions options = iterations(2);
+            options.compress = compress;
+            DiscountedCfr cfr(options);
+            cfr.run(game);
+            expect_values_of_plain_walk(game, cfr, game.nodes.size() / 40 + 1);
+
+            std::vector<std::size_t> first;
+            std::size_t count = 0;
+            for (const GameNode& node : game.nodes)
+                first.push_back(std::exchange(count, count + node.actions.size()));
+            std::vector<float> all(count, -1.0F);
+            cfr.all_action_frequencies(first, all);
+            for (std::size_t i = 0; i < game.nodes.size(); ++i) {
+                const auto strategy = cfr.average_strategy(i);
+                const auto frequencies = cfr.action_frequencies(i);
+                const std::size_t actions = strategy.empty() ? 0 : game.nodes[i].actions.size();
+                ASSERT_EQ(frequencies.size(), actions);
+                for (std::size_t a = 0; a < actions; ++a) {
+                    const std::size_t hands = strategy.size() / actions;
+                    double sum = 0;
+                    for (std::size_t h = 0; h < hands; ++h)
+                        sum += static_cast<double>(strategy[a * hands + h]);
+                    const auto mean = static_cast<float>(sum / static_cast<double>(hands));
+                    EXPECT_EQ(frequencies[a], mean) << i;
+                    EXPECT_EQ(all[first[i] + a], mean) << i;
+                }
+            }
+        }
+    }
+    const Solved solved(walk_cases().front().spot, iterations(1));
+    EXPECT_TRUE(solved.cfr.node_values(solved.game, solved.game.nodes.size(), Seat::OOP).empty());
+    const std::vector<float> short_row(1, 1.0F);
+    const auto zeros = solved.cfr.node_values(solved.game, 0, Seat::IP, short_row);
+    EXPECT_TRUE(std::ranges::all_of(zeros, [](float x) { return x == 0.0F; }));
+}
+
+// Several threads ask the same solve at once, each with a fan-out of its own.
+TEST(WalksParallel, QueriesMayBeAskedTogether) {
+    Spot spot{.board = "AdJd8s", .oop = "TT-66,KQs,T9s,AQo,54s", .ip = "QQ,A9s-A2s,K9s+,54s"};
+    spot.turn = both("75%");
+    CfrOptions options = iterations(1);
+    options.threads = 2;
+    const Solved solved(spot, options);
+    const auto expected = solved.cfr.node_values(solved.game, 0, Seat::OOP);
+    std::vector<std::vector<float>> answers(4);
+    {
+        std::vector<std::jthread> threads;
+        for (std::vector<float>& answer : answers) {
+            threads.emplace_back(
+                [&] { answer = solved.cfr.node_values(solved.game, 0, Seat::OOP); });
+        }
+    }
+    for (const std::vector<float>& answer : answers)
+        EXPECT_TRUE(same_bits(answer, expected));
 }
 
 }  // namespace

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "engine/game/game.h"
+#include "engine/solver/discounted_cfr.h"
+
+namespace kestrel_app {
+
+/// How an action is shown. Texts live as long as the snapshot that they come from.
+struct SolveActionInfo {
+    std::string_view name;         ///< "Bet 50%"
+    std::string_view action_type;  ///< "bet 50%"
+    float frequency = 0;           ///< those of a node add up to 1
+    std::uint32_t child_index = 0;
+};
+
+/// What is shown of a node. Money in hundredths of a chip.
+struct SolveNodeMeta {
+    std::string_view node_type;    ///< "decision", "chance" or "terminal"
+    std::string_view chance_deal;  ///< "turn" or "river" at a chance node, otherwise empty
+    std::string_view player;       ///< "OOP" or "IP" at a decision, otherwise empty
+    std::int32_t pot = 0;
+    std::int32_t invested_oop = 0;
+    std::int32_t invested_ip = 0;
+    std::vector<SolveActionInfo> actions;
+};
+
+/// A finished tree as it is shown, by node index, without the game and the solver. Nodes are kept
+/// in compact records, about 30 bytes each with their actions, and told on demand. Immutable.
+class TreeSnapshot {
+  public:
+    TreeSnapshot(const kestrel::Game& game, const kestrel::DiscountedCfr& solver);
+
+    std::size_t size() const { return nodes_.size(); }
+
+    /// Throws std::out_of_range for an index at or past `size`.
+    SolveNodeMeta node(std::size_t index) const;
+
+    std::size_t memory_bytes() const;
+
+  private:
+    enum class Deal : std::uint8_t { none, turn, river };
+
+    struct Node {
+        std::int32_t pot;
+        std::int32_t invested[2];
+        std::uint32_t first_action;  // its actions end where the next node's begin
+        kestrel::NodeKind kind;
+        kestrel::Seat seat;
+        Deal deal;
+    };
+    struct Action {
+        float frequency;
+        std::uint32_t child;
+        std::uint32_t label;
+    };
+
+    std::vector<Node> nodes_;
+    std::vector<Action> actions_;
+    std::vector<std::pair<std::string, std::string>> labels_;  // name and type, each pair once
+};
+
+/// The frequencies of a node's actions as they are shown: values that are not finite and above 0
+/// count as 0, and all are scaled to a sum of 1; uniform without any.
+void normalise_frequencies(std::span<float> frequencies);
+
+/// What is told of a finished solve. Money in hundredths of a chip.
+struct SolveResult {
+    bool ok = false;
+    std::string error;  ///< "Cancelled", what failed, or empty
+    std::string board;
+    std::uint32_t starting_pot = 0;
+    std::uint32_t effective_stack = 0;
+    std::uint32_t iterations = 0;
+    float exploitability = 0;
+    float ev_oop = 0;  ///< against an even split of the pot, as `ev_ip`
+    float ev_ip = 0;
+    std::vector<std::string> root_action_names;
+    std::vector<std::string> root_action_types;
+    std::vector<float> root_action_frequencies;
+    std::shared_ptr<const TreeSnapshot> nodes;  ///< null unless `ok`
+};
+
+/// Fills the root actions of a result.
+void add_root_actions(SolveResult& result, const kestrel::Game& game,
+                      const kestrel::DiscountedCfr& solver);
+
+}  // namespace kestrel_app

@@ -1,0 +1,199 @@
+#include "session/solve_session.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <utility>
+
+namespace kestrel_app {
+namespace {
+
+using kestrel::DiscountedCfr;
+using kestrel::Game;
+
+/// Leaves a solve that is to be thrown away.
+struct Cancelled {};
+
+std::string iteration_status(std::uint32_t iteration, float exploitability) {
+    char text[96];
+    std::snprintf(text, sizeof text, "Iter %u | exploitability≈%.4f", iteration,
+                  static_cast<double>(exploitability));
+    return text;
+}
+
+}  // namespace
+
+SolveSession::~SolveSession() {
+    cancel();
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+}
+
+bool SolveSession::start(const SolveConfig& config, ProgressCallback on_progress) {
+    if (running_.exchange(true)) {
+        return false;
+    }
+    if (thread_.joinable()) {
+        thread_.join();  // has told its last
+    }
+    cancel_requested_ = false;
+    clearResults();
+    try {
+        thread_ = std::thread(
+            [this, config, on_progress = std::move(on_progress)] { run(config, on_progress); });
+    } catch (...) {
+        running_ = false;
+        throw;
+    }
+    return true;
+}
+
+void SolveSession::clearResults() {
+    std::shared_ptr<const FinishedSolve> given_up;
+    const std::scoped_lock lock(mutex_);
+    given_up.swap(finished_);
+}
+
+void SolveSession::run(const SolveConfig& config, const ProgressCallback& on_progress) {
+    SolveProgress last;
+    const auto fail = [&](std::string error, std::string status) {
+        last = {.fraction = 0, .status = std::move(status), .result = SolveResult{}};
+        last.result->board = config.board;
+        last.result->starting_pot = config.starting_pot;
+        last.result->effective_stack = config.effective_stack;
+        last.result->error = std::move(error);
+    };
+    try {
+        double fraction = 0;
+        last.result = solve(config, on_progress, fraction);
+        last.fraction = 1.0;
+        last.status = "Done";
+    } catch (const Cancelled&) {
+        fail("Cancelled", "Cancelled");
+    } catch (const std::exception& error) {
+        fail(error.what(), std::string("Error: ") + error.what());
+    } catch (...) {
+        fail("Unknown error", "Error: Unknown error");
+    }
+    try {
+        on_progress(last);
+    } catch (...) {
+        // Nobody is left to be told.
+    }
+    running_ = false;
+}
+
+SolveResult SolveSession::solve(const SolveConfig& config, const ProgressCallback& on_progress,
+                                double& fraction) {
+    const auto report = [&](const char* status) {
+        on_progress({.fraction = fraction, .status = status});
+    };
+    SpotInputs spot = parse_spot(config);
+    report("Init: building game object...");
+    const auto game = std::make_shared<Game>(std::move(spot.options),
+                                             kestrel::CardContext(spot.board, spot.ranges));
+    apply_node_locks(*game, config.node_locks);
+
+    kestrel::CfrOptions options;
+    options.max_iterations = config.max_iterations;
+    options.target_exploitability = config.target_exploitability;
+    options.exploitability_interval = measuring_interval;
+    options.compress = config.compress;
+    options.threads = config.thread_count;
+    options.should_stop = [this] { return cancel_requested_.load(); };
+    options.progress = [&](std::uint32_t iteration, float exploitability, double milliseconds) {
+        constexpr double most_before_the_end = 0.999;
+        fraction =
+            std::min(static_cast<double>(iteration) / config.max_iterations, most_before_the_end);
+        on_progress({.fraction = fraction,
+                     .status = iteration_status(iteration, exploitability),
+                     .iteration = iteration,
+                     .exploitability = exploitability,
+                     .iteration_ms = milliseconds});
+    };
+    report("Init: building game tree structures...");
+    const auto solver = std::make_shared<DiscountedCfr>(std::move(options));
+    report("Init: starting solver...");
+    solver->run(*game);
+    if (cancel_requested_) {
+        throw Cancelled();
+    }
+
+    report("Finalizing: computing results...");
+    SolveResult result;
+    result.ok = true;
+    result.board = config.board;
+    result.starting_pot = config.starting_pot;
+    result.effective_stack = config.effective_stack;
+    result.iterations = solver->iterations_completed;
+    result.exploitability = solver->exploitability;
+    const std::array<float, 2> ev = solver->current_ev(*game);
+    result.ev_oop = ev[0];
+    result.ev_ip = ev[1];
+    add_root_actions(result, *game, *solver);
+    report("Finalizing: building result snapshot...");
+    result.nodes = std::make_shared<TreeSnapshot>(*game, *solver);
+
+    auto finished = std::make_shared<const FinishedSolve>(game, solver);
+    const std::scoped_lock lock(mutex_);
+    finished_ = std::move(finished);
+    return result;
+}
+
+std::shared_ptr<const FinishedSolve> SolveSession::finished() const {
+    const std::scoped_lock lock(mutex_);
+    return finished_;
+}
+
+std::shared_ptr<const Game> SolveSession::game() const {
+    const auto solve = finished();
+    return solve ? solve->game : nullptr;
+}
+
+std::shared_ptr<const DiscountedCfr> SolveSession::solver() const {
+    const auto solve = finished();
+    return solve ? solve->solver : nullptr;
+}
+
+std::optional<NodeActionStats> SolveSession::node_action_stats(std::uint64_t node) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::node_action_stats(*solve, node) : std::nullopt;
+}
+
+std::optional<HandStrategy> SolveSession::hand_strategy(std::uint64_t node) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::hand_strategy(*solve, node) : std::nullopt;
+}
+
+std::optional<std::vector<HandCombo>> SolveSession::hand_combos(std::uint64_t node) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::hand_combos(*solve, node) : std::nullopt;
+}
+
+std::optional<std::vector<SeatCombo>> SolveSession::seat_hand_combos(std::uint64_t node,
+                                                                     kestrel::Seat seat) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::seat_hand_combos(*solve, node, seat) : std::nullopt;
+}
+
+std::optional<std::vector<double>> SolveSession::pocket_action_evs(std::uint64_t node,
+                                                                   kestrel::Seat seat,
+                                                                   std::string_view c1,
+                                                                   std::string_view c2) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::pocket_action_evs(*solve, node, seat, c1, c2) : std::nullopt;
+}
+
+std::optional<std::vector<HandBucket>> SolveSession::hand_buckets(std::uint64_t node) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::hand_buckets(*solve, node) : std::nullopt;
+}
+
+std::optional<HandDistributions> SolveSession::hand_distributions(std::uint64_t node) const {
+    const auto solve = finished();
+    return solve ? kestrel_app::hand_distributions(*solve, node) : std::nullopt;
+}
+
+}  // namespace kestrel_app

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "session/finished_solve.h"
+#include "session/hand_distributions.h"
+#include "session/node_queries.h"
+#include "session/result_snapshot.h"
+#include "session/solve_config.h"
+
+namespace kestrel_app {
+
+/// Iterations between two measurements of the exploitability.
+inline constexpr std::uint32_t measuring_interval = 50;
+
+/// How far a solve is, told on the solve's own thread.
+struct SolveProgress {
+    double fraction = 0;  ///< 0 to 1
+    std::string status;   ///< for people; pages read iteration and exploitability out of it
+    /// In the last report of a solve, and only there.
+    std::optional<SolveResult> result = std::nullopt;
+
+    // Of an iteration that has just ended; 0 in other reports.
+    std::uint32_t iteration = 0;  ///< from 1
+    float exploitability = 0;     ///< last measured, hundredths of a chip
+    double iteration_ms = 0;      ///< a measurement included
+};
+
+using ProgressCallback = std::function<void(const SolveProgress&)>;
+
+/// Runs one solve at a time on a thread of its own and keeps the finished one for questions. All
+/// members may be called from any thread, `start` and the destructor from one at a time. The
+/// destructor cancels a running solve and waits for its end.
+///
+/// Reports, in order: building of the cards and the tree, of the solver, each iteration, results
+/// and snapshot, and one with the result: done, cancelled or failed. A solve that does not end well
+/// leaves nothing to ask.
+class SolveSession {
+  public:
+    SolveSession() = default;
+    ~SolveSession();
+
+    SolveSession(const SolveSession&) = delete;
+    SolveSession& operator=(const SolveSession&) = delete;
+
+    /// False, and nothing else happens, while a solve runs. The former solve is given up first.
+    /// `on_progress` must neither block for long nor call `start`; its last call may come before
+    /// `isRunning` turns false.
+    bool start(const SolveConfig& config, ProgressCallback on_progress);
+
+    /// Ends the running solve at its next iteration. A solve that is all but finished is thrown
+    /// away as well.
+    void cancel() { cancel_requested_ = true; }
+
+    /// Gives the finished solve up. Its memory goes with the last handle.
+    void clearResults();
+
+    bool isRunning() const { return running_; }
+
+    // Handles of the last solve that ended well; null without.
+    std::shared_ptr<const FinishedSolve> finished() const;
+    std::shared_ptr<const kestrel::Game> game() const;
+    std::shared_ptr<const kestrel::DiscountedCfr> solver() const;
+
+    // Questions to the finished solve; nothing without one. See node_queries.h.
+    std::optional<NodeActionStats> node_action_stats(std::uint64_t node) const;
+    std::optional<HandStrategy> hand_strategy(std::uint64_t node) const;
+    std::optional<std::vector<HandCombo>> hand_combos(std::uint64_t node) const;
+    std::optional<std::vector<SeatCombo>> seat_hand_combos(std::uint64_t node,
+                                                           kestrel::Seat seat) const;
+    std::optional<std::vector<double>> pocket_action_evs(std::uint64_t node, kestrel::Seat seat,
+                                                         std::string_view c1,
+                                                         std::string_view c2) const;
+    std::optional<std::vector<HandBucket>> hand_buckets(std::uint64_t node) const;
+    std::optional<HandDistributions> hand_distributions(std::uint64_t node) const;
+
+  private:
+    void run(const SolveConfig& config, const ProgressCallback& on_progress);
+    SolveResult solve(const SolveConfig& config, const ProgressCallback& on_progress,
+                      double& fraction);
+
+    std::atomic<bool> running_ = false;
+    std::atomic<bool> cancel_requested_ = false;
+    mutable std::mutex mutex_;  // guards finished_, for as long as a handle is copied or swapped
+    std::shared_ptr<const FinishedSolve> finished_;
+    std::thread thread_;  // of the last solve
+};
+
+}  // namespace kestrel_app

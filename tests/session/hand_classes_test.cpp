@@ -1,0 +1,131 @@
+#include "session/hand_classes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/poker/evaluator.h"
+#include "session/hand_labels.h"
+
+namespace kestrel_app {
+namespace {
+
+using kestrel::Card;
+using kestrel::Pocket;
+
+std::vector<Card> cards_of(std::string_view text) {
+    std::vector<Card> cards;
+    for (std::size_t i = 0; i < text.size(); i += 2)
+        cards.push_back(kestrel::parse_card(text.substr(i, 2)));
+    return cards;
+}
+
+Pocket pocket_of(std::string_view text) {
+    const auto cards = cards_of(text);
+    return {std::min(cards[0], cards[1]), std::max(cards[0], cards[1])};
+}
+
+TEST(HandLabels, GridFromTheAces) {
+    const std::pair<const char*, std::size_t> cases[] = {
+        {"AcAd", 0}, {"KhAh", 1}, {"AhKd", 13}, {"2c2s", 168}, {"3d2d", 155}, {"2s3d", 167}};
+    for (const auto& [pocket, index] : cases)
+        EXPECT_EQ(label_index(pocket_of(pocket)), index) << pocket;
+    EXPECT_EQ(hand_label(1), "AKs");
+    EXPECT_EQ(hand_label(13), "AKo");
+    EXPECT_EQ(hand_label(167), "32o");
+
+    std::vector<std::size_t> pockets(label_count);
+    for (std::size_t i = 0; i < kestrel::pocket_count; ++i)
+        ++pockets[label_index(kestrel::pocket_from_index(i))];
+    for (std::size_t i = 0; i < label_count; ++i) {
+        const std::string& label = hand_label(i);
+        EXPECT_EQ(label_index(label), i);
+        EXPECT_EQ(pockets[i], label.size() == 2 ? 6U : label[2] == 's' ? 4U : 12U) << label;
+    }
+    for (const char* none : {"", "KAs", "AK", "AAs", "aks", "AKs "})
+        EXPECT_EQ(label_index(std::string_view(none)), label_count) << none;
+}
+
+TEST(HandCategory, AgreesWithTheEvaluator) {
+    // Seven cards of a fixed stride through the deck, over all strides and starts.
+    for (unsigned start = 0; start < 52; ++start) {
+        for (unsigned stride = 1; stride < 52; ++stride) {
+            std::set<Card> cards;
+            for (unsigned i = 0; cards.size() < 7 && i < 52; ++i)
+                cards.insert(static_cast<Card>((start + i * stride + i * i) % 52));
+            if (cards.size() < 7) continue;
+            std::array<Card, 7> seven{};
+            std::ranges::copy(cards, seven.begin());
+            EXPECT_EQ(static_cast<unsigned>(hand_category(seven)),
+                      kestrel::evaluate_seven(seven) >> 26);
+        }
+    }
+    EXPECT_EQ(hand_category(cards_of("AhAdAsAc")), HandCategory::high_card) << "four cards";
+    EXPECT_EQ(hand_category(cards_of("Ah2d3s4c5h")), HandCategory::straight);
+    EXPECT_EQ(hand_category(cards_of("Ah2h3h4h5hKh")), HandCategory::straight_flush);
+}
+
+TEST(HandClasses, TagsOfHands) {
+    using Tags = std::vector<std::string>;
+    struct Case {
+        const char* pocket;
+        const char* board;
+        Tags tags;
+    };
+    const Case cases[] = {
+        // Made hands.
+        {"7s7d", "7c2h2d", {"full house"}},
+        {"7s7d", "7c2h5d", {"set"}},
+        {"7s2d", "7c7h5d", {"trips"}},
+        {"KcQc", "Kd8h8s2c7d", {"two pair"}},
+        {"AhKd", "AcKh5s", {"two pair"}},
+        {"9c8c", "7d6h5s", {"straight"}},
+        {"Ac2c", "3d4h5s", {"straight"}},
+        {"9h8h", "7h6h5h", {"straight flush"}},
+        {"AcAd", "AhAs5d", {"quads"}},
+        // One pair, by its place on the board.
+        {"AcAd", "KdTh7c", {"overpair"}},
+        {"5c5d", "KdTh7c", {"dry pair"}},
+        {"KcQd", "KdTh7c", {"top pair"}},
+        {"Tc2s", "KdTh7c", {"middle pair"}},
+        {"7d2s", "KdTh7c", {"bottom pair"}},
+        {"Tc2s", "KdKhTs", {"two pair"}},
+        {"AdKc", "9c5h3d7sKs", {"top pair"}},
+        {"Ac9d", "KdJh9s5c3h", {"pair"}},
+        {"Ac5d", "KdJh9s5c3h", {"pair"}},
+        {"Ac3d", "KdJh9s5c3h", {"bottom pair"}},
+        {"Ac4d", "KdKh9s5c2h", {"air"}},
+        {"Ac4d", "8c8d8h", {"trips"}},
+        // Draws.
+        {"AhKh", "Qh7h2c", {"flush draw"}},
+        {"9c8c", "7d6h2s", {"open ended straight draw"}},
+        {"Tc8c", "9d7h6s", {"straight"}},
+        {"9c7c", "6d5h2s", {"gutter"}},
+        {"9cJc", "5d7h8s2d", {"open ended straight draw"}},
+        {"JdTd", "9d8d2c", {"flush draw", "open ended straight draw"}},
+        {"JdTd", "9d3c2c", {"back door flush draw"}},
+        {"JdTd", "9d3c2c2h", {"air"}},
+        {"KcQd", "Th8h2h", {"air"}},
+        {"QhJh", "Kh9h2c3h", {"flush", "gutter"}},
+        {"KcQs", "9d8d7d2d", {"air"}},
+        // What was missed on the river.
+        {"JcTc", "8d7h2sAd3s", {"missed gutter"}},
+        {"JcTc", "9d8h2sAd3s", {"missed OESD"}},
+        {"JdTd", "9d8h2dAc3s", {"missed FD", "missed OESD"}},
+        {"JdTd", "9d8h2dAc9s", {"missed FD", "missed OESD"}},
+        {"JdTd", "9d8h2dAcTs", {"middle pair"}},
+        // No board, or none that the classes know.
+        {"JdTd", "", {}},
+        {"JdTd", "9d8h", {}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(classify(cards_of(c.board), pocket_of(c.pocket)).names(), c.tags)
+            << c.pocket << " on " << c.board;
+}
+
+}  // namespace
+}  // namespace kestrel_app

@@ -1,0 +1,333 @@
+#include "session/solve_session.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <condition_variable>
+#include <limits>
+#include <mutex>
+#include <regex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "session/action_names.h"
+#include "tests/session/failing_allocation.h"
+
+namespace kestrel_app {
+namespace {
+
+SolveConfig river_config(std::uint32_t iterations = 120) {
+    SolveConfig config;
+    config.board = "Td9c6h6c2s";
+    config.starting_street = "river";
+    config.oop_range = "TT,87s,KQo";
+    config.ip_range = "99,AJs,A6s,54s";
+    config.oop_river = config.ip_river = {"50", "60", true, false};
+    config.starting_pot = 1000;
+    config.effective_stack = 4000;
+    config.max_iterations = iterations;
+    config.target_exploitability = 0;
+    config.thread_count = 2;
+    return config;
+}
+
+SolveConfig turn_config(std::uint32_t iterations) {
+    SolveConfig config = river_config(iterations);
+    config.board = "Td9c6h6c";
+    config.starting_street = "turn";
+    config.oop_turn = config.ip_turn = {"75", "", false, false};
+    return config;
+}
+
+/// Listens to a session: remembers every report and waits for the one that bears the result.
+class Listener {
+  public:
+    ProgressCallback callback(std::function<void(const SolveProgress&)> also = nullptr) {
+        return [this, also](const SolveProgress& progress) {
+            if (also) also(progress);
+            const std::scoped_lock lock(mutex_);
+            reports_.push_back(progress);
+            ended_.notify_all();
+        };
+    }
+
+    std::vector<SolveProgress> wait() {
+        std::unique_lock lock(mutex_);
+        ended_.wait(lock, [this] { return !reports_.empty() && reports_.back().result; });
+        return std::exchange(reports_, {});
+    }
+
+  private:
+    std::mutex mutex_;
+    std::condition_variable ended_;
+    std::vector<SolveProgress> reports_;
+};
+
+void wait_until_idle(const SolveSession& session) {
+    while (session.isRunning())
+        std::this_thread::yield();
+}
+
+SolveProgress solve(SolveSession& session, const SolveConfig& config,
+                    std::function<void(const SolveProgress&)> also = nullptr) {
+    Listener listener;
+    EXPECT_TRUE(session.start(config, listener.callback(std::move(also))));
+    SolveProgress last = listener.wait().back();
+    wait_until_idle(session);
+    return last;
+}
+
+void expect_nothing_to_ask(const SolveSession& session) {
+    EXPECT_FALSE(session.isRunning());
+    EXPECT_EQ(session.game(), nullptr);
+    EXPECT_EQ(session.solver(), nullptr);
+    EXPECT_FALSE(session.hand_strategy(0));
+    EXPECT_FALSE(session.hand_distributions(0));
+}
+
+TEST(SolveSessionParallel, ReportsInOrderAndKeepsTheSolve) {
+    SolveSession session;
+    expect_nothing_to_ask(session);
+    Listener listener;
+    ASSERT_TRUE(session.start(river_config(), listener.callback()));
+    const std::vector<SolveProgress> reports = listener.wait();
+
+    std::vector<std::pair<double, std::string>> phases;
+    std::uint32_t iteration = 0;
+    for (const SolveProgress& report : reports) {
+        std::smatch match;
+        const std::regex form(R"(Iter (\d+) \| exploitability≈(\d+\.\d{4}))");
+        if (!std::regex_match(report.status, match, form)) {
+            phases.emplace_back(report.fraction, report.status);
+            continue;
+        }
+        EXPECT_EQ(std::stoul(match[1]), ++iteration);
+        EXPECT_EQ(report.iteration, iteration);
+        EXPECT_DOUBLE_EQ(report.fraction, std::min(iteration / 120.0, 0.999));
+        EXPECT_EQ(match[2] == "0.0000", iteration < measuring_interval);
+        EXPECT_FALSE(report.result);
+    }
+    EXPECT_EQ(iteration, 120U);
+    const std::vector<std::pair<double, std::string>> expected = {
+        {0, "Init: building game object..."},
+        {0, "Init: building game tree structures..."},
+        {0, "Init: starting solver..."},
+        {0.999, "Finalizing: computing results..."},
+        {0.999, "Finalizing: building result snapshot..."},
+        {1, "Done"}};
+    EXPECT_EQ(phases, expected);
+
+    const SolveResult& result = *reports.back().result;
+    const auto solver = session.solver();
+    ASSERT_TRUE(result.ok && solver);
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.board, "Td9c6h6c2s");
+    EXPECT_EQ(std::pair(result.starting_pot, result.effective_stack), std::pair(1000U, 4000U));
+    EXPECT_EQ(result.iterations, 120U);
+    EXPECT_EQ(result.exploitability, solver->exploitability);
+    EXPECT_NEAR(result.ev_oop, -result.ev_ip, 0.01);
+    EXPECT_EQ(result.root_action_names, (std::vector<std::string>{"Check", "Bet 50%", "All-In"}));
+    EXPECT_EQ(result.root_action_types, (std::vector<std::string>{"check", "bet 50%", "allin"}));
+    EXPECT_EQ(result.nodes->size(), session.game()->nodes.size());
+
+    // Handles outlive what the session gives up.
+    const auto finished = session.finished();
+    session.clearResults();
+    wait_until_idle(session);
+    expect_nothing_to_ask(session);
+    EXPECT_TRUE(hand_combos(*finished, 0));
+}
+
+TEST(SolveSessionParallel, CancelAtEveryPhase) {
+    const std::pair<const char*, bool> phases[] = {{"Init: building game object...", true},
+                                                   {"Init: building game tree structures...", true},
+                                                   {"Init: starting solver...", true},
+                                                   {"Iter 1 |", true},
+                                                   {"Iter 120 |", true},
+                                                   {"Finalizing: computing results...", false},
+                                                   {"Done", false}};
+    SolveSession session;
+    for (const auto& [phase, cancels] : phases) {
+        SCOPED_TRACE(phase);
+        const SolveProgress last = solve(session, river_config(), [&](const SolveProgress& report) {
+            if (report.status.starts_with(phase)) session.cancel();
+        });
+        EXPECT_EQ(last.result->ok, !cancels);
+        EXPECT_EQ(last.status, cancels ? "Cancelled" : "Done");
+        EXPECT_EQ(last.result->error, cancels ? "Cancelled" : "");
+        EXPECT_EQ(last.fraction, cancels ? 0.0 : 1.0);
+        EXPECT_EQ(session.game() == nullptr, cancels);
+    }
+    session.cancel();  // with nothing to cancel: the next solve is not touched
+    EXPECT_TRUE(solve(session, river_config(1)).result->ok);
+    EXPECT_EQ(solve(session, river_config(0)).result->iterations, 0U);
+}
+
+TEST(SolveSessionParallel, OneSolveAtATime) {
+    SolveSession session;
+    Listener first;
+    Listener second;
+    bool inner = true;
+    ASSERT_TRUE(session.start(turn_config(1000000), first.callback([&](const SolveProgress& now) {
+        if (now.iteration != 1) return;
+        inner = session.start(river_config(), second.callback());
+        session.clearResults();  // no lasting effect on the running solve
+        session.cancel();
+    })));
+    EXPECT_FALSE(session.start(river_config(), second.callback()));
+    EXPECT_FALSE(session.hand_strategy(0)) << "nothing to ask while a solve runs";
+    EXPECT_EQ(first.wait().back().status, "Cancelled");
+    EXPECT_FALSE(inner);
+    wait_until_idle(session);
+    ASSERT_TRUE(session.start(river_config(), second.callback()));
+    EXPECT_TRUE(second.wait().back().result->ok);
+    EXPECT_FALSE(solve(session, turn_config(1)).result->board.empty());
+}
+
+TEST(SolveSessionParallel, TheDestructorCancelsAndWaits) {
+    for (const char* phase : {"Init: building", "Iter 2 |", "Done"}) {
+        std::atomic<bool> seen = false;
+        std::string last;
+        {
+            SolveSession session;
+            const std::uint32_t iterations = std::string(phase) == "Done" ? 3 : 1000000;
+            session.start(turn_config(iterations), [&](const SolveProgress& report) {
+                last = report.status;
+                if (report.status.starts_with(phase)) {
+                    seen = true;
+                    seen.notify_all();
+                }
+            });
+            seen.wait(false);
+        }
+        EXPECT_TRUE(last == "Cancelled" || last == "Done") << last;
+    }
+}
+
+TEST(SolveSession, FailuresAreReported) {
+    SolveConfig base = river_config(1);
+    std::vector<std::pair<SolveConfig, std::string>> cases(6, {base, ""});
+    cases[0].first.board = "Td9c6";
+    cases[0].second = "Board must include at least a flop (6 chars, e.g. AhKsQd)";
+    cases[1].first.board = "Td9c6h6cTd";
+    cases[1].second = "River conflicts with existing cards";
+    cases[2].first.ip_range = "150%";
+    cases[2].second = "Weight must be within [0, 1]";
+    cases[3].first.oop_range = "6c6h";
+    cases[3].second = "Player range empty after filtering board cards";
+    cases[4].first.ip_river.bet_sizes = "%";
+    cases[4].second = "Sizing: invalid token '%'. Use numbers like '33, 75' or '33%, 75%'";
+    cases[5].first.oop_river.bet_sizes = "2x";
+    cases[5].second =
+        "OOP river sizing (bet='2x', raise='60', bet_norm='2x,a', raise_norm='60%,a'): Relative "
+        "raise (x) is not allowed in this context";
+    SolveSession session;
+    for (const auto& [config, message] : cases) {
+        EXPECT_TRUE(solve(session, base).result->ok);
+        EXPECT_NE(session.game(), nullptr);
+        const SolveProgress last = solve(session, config);
+        EXPECT_FALSE(last.result->ok);
+        EXPECT_EQ(last.result->error, message);
+        EXPECT_EQ(last.status, "Error: " + message);
+        EXPECT_EQ(last.fraction, 0.0);
+        EXPECT_EQ(last.result->board, config.board);
+        expect_nothing_to_ask(session);
+    }
+    const SolveProgress last = solve(session, base, [](const SolveProgress& report) {
+        if (report.iteration == 1) throw 1;
+    });
+    EXPECT_EQ(last.status, "Error: Unknown error");
+    EXPECT_EQ(last.result->error, "Unknown error");
+    expect_nothing_to_ask(session);
+}
+
+// Every allocation of the solve thread fails once, from the cards to the snapshot.
+TEST(SolveSession, RunsOutOfMemoryAnywhere) {
+    SolveConfig config = river_config(2);
+    config.thread_count = 1;
+    SolveSession session;
+    bool failed = true;
+    std::size_t failures = 0;
+    for (std::size_t skipped = 0; failed && skipped < 100000; skipped += 1 + skipped / 8) {
+        failed = false;
+        const SolveProgress last = solve(session, config, [&](const SolveProgress& report) {
+            if (report.status == "Init: building game object...") {
+                fail_allocation_after(skipped, 256);
+            } else if (report.result) {
+                failed = allocation_failed();
+            }
+        });
+        if (!failed) {
+            EXPECT_TRUE(last.result->ok);
+            continue;
+        }
+        ++failures;
+        EXPECT_FALSE(last.result->ok);
+        EXPECT_EQ(last.status, "Error: std::bad_alloc");
+        expect_nothing_to_ask(session);
+    }
+    EXPECT_FALSE(failed);
+    EXPECT_GE(failures, 10U);
+}
+
+TEST(SolveSession, LocksGoIntoTheGame) {
+    SolveSession session;
+    SolveConfig config = river_config(50);
+    config.node_locks = {{0, "TT", 0, 1.0F, {}}, {0, "TT", 2, 1.0F, {}}, {7777, "TT", 0, 1, {}}};
+    ASSERT_TRUE(solve(session, config).result->ok);
+    const auto combos = session.hand_combos(0);
+    for (const HandCombo& combo : *combos) {
+        if (combo.c1[0] == 'T' && combo.c2[0] == 'T') {
+            EXPECT_EQ(combo.action_probs, (std::vector<double>{0, 0, 1}));
+        }
+    }
+}
+
+TEST(TreeSnapshot, TellsEveryNode) {
+    SolveSession session;
+    const auto nodes = solve(session, turn_config(3)).result->nodes;
+    const auto game = session.game();
+    const auto solver = session.solver();
+    ASSERT_EQ(nodes->size(), game->nodes.size());
+    EXPECT_LE(nodes->memory_bytes(), 100 * nodes->size());
+    std::size_t chances = 0;
+    for (std::size_t i = 0; i < nodes->size(); ++i) {
+        const kestrel::GameNode& node = game->nodes[i];
+        const SolveNodeMeta told = nodes->node(i);
+        const bool decides = node.kind == kestrel::NodeKind::Decision;
+        const bool deals = node.kind == kestrel::NodeKind::Chance;
+        EXPECT_EQ(told.node_type, decides ? "decision" : deals ? "chance" : "terminal");
+        EXPECT_EQ(told.chance_deal, deals ? "river" : "");
+        EXPECT_EQ(told.player, !decides ? "" : node.seat == kestrel::Seat::OOP ? "OOP" : "IP");
+        EXPECT_EQ(told.pot, node.pot);
+        EXPECT_EQ(told.invested_oop, node.contributed[0]);
+        EXPECT_EQ(told.invested_ip, node.contributed[1]);
+        ASSERT_EQ(told.actions.size(), node.actions.size());
+        const auto frequencies = solver->action_frequencies(i);
+        double sum = 0;
+        for (std::size_t a = 0; a < told.actions.size(); ++a) {
+            const SolveActionInfo& action = told.actions[a];
+            EXPECT_EQ(action.name, action_display_name(node.actions[a], naming_pot(*game, i)));
+            EXPECT_EQ(action.action_type, action_type_name(node.actions[a], naming_pot(*game, i)));
+            EXPECT_EQ(action.child_index, node.children[a]);
+            const float expected =
+                decides ? frequencies[a] : 1.0F / static_cast<float>(node.actions.size());
+            EXPECT_FLOAT_EQ(action.frequency, expected);
+            sum += static_cast<double>(action.frequency);
+        }
+        if (!told.actions.empty()) {
+            EXPECT_NEAR(sum, 1.0, 1e-6);
+        }
+        chances += deals ? 1 : 0;
+    }
+    EXPECT_GT(chances, 0U);
+    EXPECT_THROW(static_cast<void>(nodes->node(nodes->size())), std::out_of_range);
+
+    std::vector<float> none = {std::numeric_limits<float>::quiet_NaN(), -1.0F, 0.0F, INFINITY};
+    normalise_frequencies(none);
+    EXPECT_EQ(none, std::vector<float>(4, 0.25F));
+}
+
+}  // namespace
+}  // namespace kestrel_app
