@@ -61,14 +61,6 @@ std::string numbered(std::size_t action) {
     return "#" + std::to_string(action + 1);
 }
 
-std::string choices(const Game& game, std::uint64_t node) {
-    std::string list;
-    for (std::size_t a = 0; a < game.nodes[node].actions.size(); ++a) {
-        list += (a == 0 ? "" : ", ") + name_of(game, node, a);
-    }
-    return list;
-}
-
 std::size_t find_step(const Game& game, const NodePath& path, std::string_view step) {
     const GameNode& node = game.nodes[path.node];
     const std::string wanted = folded(step);
@@ -105,7 +97,7 @@ std::size_t find_step(const Game& game, const NodePath& path, std::string_view s
         throw InputError("'" + std::string(step) + "'" + place + " is on the board already");
     }
     throw InputError("there is no '" + std::string(step) + "'" + place +
-                     "; choices: " + choices(game, path.node));
+                     "; choices: " + choices_at(game, path.node));
 }
 
 const char* kind_text(const GameNode& node) {
@@ -167,10 +159,18 @@ std::string line_of(const Game& game, const NodePath& path) {
         return "root";
     }
     std::string line;
-    for (const LineStep& step : path.steps) {
+    for (const kestrel_app::PathStep& step : path.steps) {
         line += (line.empty() ? "" : "/") + name_of(game, step.node, step.action);
     }
     return line;
+}
+
+std::string choices_at(const Game& game, std::uint64_t node) {
+    std::string list;
+    for (std::size_t a = 0; a < game.nodes[node].actions.size(); ++a) {
+        list += (a == 0 ? "" : ", ") + name_of(game, node, a);
+    }
+    return list;
 }
 
 void list_nodes(std::ostream& out, const Game& game, std::size_t depth) {

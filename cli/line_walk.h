@@ -8,17 +8,12 @@
 #include <vector>
 
 #include "engine/game/game.h"
+#include "session/finished_solve.h"
 
 namespace tidewell_cli {
 
-/// One step down the tree: the position of an action, or of a card, among those of a node.
-struct LineStep {
-    std::uint64_t node;
-    std::size_t action;
-};
-
 struct NodePath {
-    std::vector<LineStep> steps;
+    std::vector<kestrel_app::PathStep> steps;
     std::uint64_t node = 0;
 };
 
@@ -30,6 +25,9 @@ NodePath walk_line(const kestrel::Game& game, std::string_view line);
 
 /// The line that leads along a path, "root" for none.
 std::string line_of(const kestrel::Game& game, const NodePath& path);
+
+/// The names of a node's actions or cards, with commas.
+std::string choices_at(const kestrel::Game& game, std::uint64_t node);
 
 /// Prints the nodes at most `depth` steps below the root in tree order, one a line: index, kind or
 /// player, pot, and the line that leads there.

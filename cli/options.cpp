@@ -28,6 +28,21 @@ double percentage(const std::string& option, std::string_view text) {
     return *number;
 }
 
+void check_together(const Options& options) {
+    const bool asks_of_a_solve = !options.json_path.empty() || !options.node_line.empty() ||
+                                 !options.locks.empty() || options.stats || options.tables();
+    if (options.signature && (!options.spot_path.empty() || asks_of_a_solve)) {
+        throw InputError("--signature solves spots of its own and reports nothing else");
+    }
+    if (options.list_depth && asks_of_a_solve) {
+        throw InputError("--list-nodes solves nothing that another option could report");
+    }
+    if (options.json_path == "-" && options.tables()) {
+        throw InputError(
+            "--json - and tables would share standard output; write the JSON to a file");
+    }
+}
+
 }  // namespace
 
 Options parse_options(std::span<const char* const> arguments) {
@@ -80,6 +95,16 @@ Options parse_options(std::span<const char* const> arguments) {
             options.node_line = value();
         } else if (name == "--list-nodes") {
             options.list_depth = whole_number<std::size_t>(name, value(), 0, 1000);
+        } else if (name == "--lock") {
+            options.locks.push_back(parse_lock(value()));
+        } else if (name == "--stats") {
+            flag(options.stats);
+        } else if (name == "--combos") {
+            flag(options.combos);
+        } else if (name == "--buckets") {
+            flag(options.buckets);
+        } else if (name == "--distributions") {
+            flag(options.distributions);
         } else if (name == "--exact-all-in") {
             flag(options.exact_all_in);
         } else if (name == "--signature") {
@@ -94,12 +119,7 @@ Options parse_options(std::span<const char* const> arguments) {
             throw InputError("unknown option '" + name + "'; see --help");
         }
     }
-    if (options.signature && has_path) {
-        throw InputError("--signature solves spots of its own");
-    }
-    if (options.list_depth && !(options.json_path.empty() && options.node_line.empty())) {
-        throw InputError("--list-nodes solves nothing that --json or --node could report");
-    }
+    check_together(options);
     return options;
 }
 
@@ -118,6 +138,17 @@ Options:
                       for instance "Check/Bet 50%/Call/2c"
   --list-nodes DEPTH  list the lines of the tree down to a depth, without solving
   --json FILE         write the result as JSON ("-": standard output)
+  --stats             also how many combos take each action of the node, with what
+                      equity and EV
+  --combos            the hands of the node's player: EV, how often each action, tags
+  --buckets           classes of hands such as "top pair": how often each action
+  --distributions     both players' hands: EV and equity
+                      These three write tables with tabs between the columns to
+                      standard output, and the report goes to standard error.
+  --lock "LINE;HAND=p1,p2,..."
+                      solve a second time, and report that, with the play of a hand
+                      such as AKs fixed behind a line: one number for each action;
+                      "*" for all hands; may be given many times
   --signature         solve a fixed suite and print a hash of all numbers
   --version           print the version
   --help              print this text

@@ -5,6 +5,9 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
+
+#include "cli/locks.h"
 
 namespace tidewell_cli {
 
@@ -17,10 +20,18 @@ struct Options {
     std::string json_path;                 ///< empty for none, "-" for standard output
     std::string node_line;
     std::optional<std::size_t> list_depth;
+    std::vector<Lock> locks;
+    bool stats = false;
+    bool combos = false;
+    bool buckets = false;
+    bool distributions = false;
     bool exact_all_in = false;
     bool signature = false;
     bool version = false;
     bool help = false;
+
+    /// Whether tables of tab-separated values are asked for.
+    bool tables() const { return combos || buckets || distributions; }
 };
 
 inline constexpr std::size_t max_threads = 1024;

@@ -7,25 +7,37 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
+#include "cli/built_spot.h"
 #include "cli/input_error.h"
 #include "cli/interrupt.h"
 #include "cli/line_walk.h"
 #include "cli/options.h"
 #include "cli/progress.h"
 #include "cli/report_json.h"
+#include "cli/solve_report.h"
 #include "cli/solve_run.h"
 #include "cli/spot_file.h"
+#include "cli/tables.h"
 #include "cli/terminal.h"
 #include "cli/terminal_report.h"
+#include "cli/timing.h"
+#include "session/hand_distributions.h"
+#include "session/memory_info.h"
+#include "session/node_queries.h"
 #include "session/presets.h"
 #include "session/signature.h"
 
 namespace tidewell_cli {
 namespace {
+
+using kestrel_app::HandBucket;
+using kestrel_app::HandDistributions;
 
 std::size_t all_threads() {
     return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, max_threads);
@@ -67,38 +79,105 @@ kestrel_app::SolveConfig config_of(const Options& options) {
     return config;
 }
 
+/// Where the report goes for a person.
+struct Screen {
+    std::ostream& out;
+    TerminalStyle style;
+};
+
+Screen screen_of(const Options& options) {
+    // With data on standard output, the rest goes where it does no harm.
+    if (options.json_path == "-" || options.tables()) {
+        return {std::cerr, style_of(STDERR_FILENO)};
+    }
+    return {std::cout, style_of(STDOUT_FILENO)};
+}
+
+/// Before the long run: whether the node can answer what is asked of it.
+void check_questions(const Options& options, const kestrel::Game& game, const NodePath& path) {
+    const bool of_decisions = options.stats || options.combos || options.buckets;
+    if (of_decisions && game.nodes[path.node].kind != kestrel::NodeKind::Decision) {
+        throw InputError("nobody decides behind " + line_of(game, path) +
+                         ", where --stats, --combos and --buckets need a decision");
+    }
+}
+
+SolveRun watched_run(const Screen& screen, const kestrel_app::SolveConfig& config,
+                     InterruptGuard& interrupt) {
+    Progress progress(screen.out, screen.style, config);
+    return run_solve(config, interrupt,
+                     [&](std::uint32_t iteration, double exploitability, bool measured) {
+                         progress.on_iteration(iteration, exploitability, measured);
+                     });
+}
+
+/// The tables that were asked for, with a blank line between them.
+std::string tables_of(const Options& options, const SolveRun& run, const NodeReport& node) {
+    std::vector<std::string> tables;
+    if (options.combos) {
+        tables.push_back(combos_table(node));
+    }
+    if (options.buckets) {
+        const auto buckets = kestrel_app::hand_buckets(*run.finished, node.index);
+        tables.push_back(buckets_table(node, buckets.value_or(std::vector<HandBucket>())));
+    }
+    if (options.distributions) {
+        const auto both = kestrel_app::hand_distributions(*run.finished, node.index);
+        if (!both) {
+            complain("warning: a player never gets to " + node.line +
+                     ", so that --distributions is empty");
+        }
+        tables.push_back(distributions_table(both.value_or(HandDistributions())));
+    }
+    std::string text;
+    for (const std::string& table : tables) {
+        text += (text.empty() ? "" : "\n") + table;
+    }
+    return text;
+}
+
 void solve(const Options& options, Clock::time_point program_start) {
     InterruptGuard interrupt;
-    const kestrel_app::SolveConfig config = config_of(options);
+    kestrel_app::SolveConfig config = config_of(options);
     if (!options.json_path.empty()) {
         check_writable(options.json_path);
     }
-    const BuiltSpot spot = build_spot(config);
+    BuiltSpot spot = build_spot(config);
     if (options.list_depth) {
         list_nodes(std::cout, *spot.game, *options.list_depth);
         return;
     }
     const NodePath path = walk_line(*spot.game, options.node_line);
+    check_questions(options, *spot.game, path);
+    std::vector<Lock> locks = options.locks;
+    config.node_locks = place_locks(*spot.game, locks);
+    spot.game.reset();  // the solve builds its own
 
-    // With the result on standard output, the rest goes where it does no harm.
-    const bool json_on_output = options.json_path == "-";
-    std::ostream& out = json_on_output ? std::cerr : std::cout;
-    const TerminalStyle style = style_of(json_on_output ? STDERR_FILENO : STDOUT_FILENO);
-    print_spot(out, style, spot);
-    Progress progress(out, style, config);
-    SolveReport report;
-    try {
-        report = solve_spot(spot, path, interrupt,
-                            [&](std::uint32_t iteration, double exploitability, bool measured) {
-                                progress.on_iteration(iteration, exploitability, measured);
-                            });
-    } catch (...) {
-        progress.clear();
-        throw;
+    const Screen screen = screen_of(options);
+    print_spot(screen.out, screen.style, spot);
+    check_memory(spot);
+    SolveRun run = watched_run(screen, spot.config, interrupt);
+    std::optional<kestrel_app::SolveResult> before_locks;
+    if (!locks.empty()) {
+        before_locks = run.result;
+        before_locks->nodes.reset();
+        run = {};  // the second solve needs its memory
+        screen.out << "  Solving again with locks\n" << std::flush;
+        run = watched_run(screen, config, interrupt);
     }
-    progress.clear();
+
+    SolveReport report = report_solve(spot, run, path);
+    report.before_locks = std::move(before_locks);
+    report.locks = std::move(locks);
+    if (options.stats) {
+        report.stats = kestrel_app::node_action_stats(*run.finished, path.node);
+    }
+    const std::string tables = tables_of(options, run, report.node);
+    report.peak_resident_bytes = kestrel_app::peak_resident_bytes();
     report.seconds.total = seconds_since(program_start);
-    print_report(out, style, report);
+    print_report(screen.out, screen.style, report);
+    print_stats(screen.out, screen.style, report);
+    std::cout << tables;
     if (!options.json_path.empty()) {
         write_json(report, options.json_path);
     }

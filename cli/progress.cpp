@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/format.h"
+#include "session/solve_session.h"
 
 namespace tidewell_cli {
 namespace {
@@ -37,6 +38,12 @@ Progress::Progress(std::ostream& out, TerminalStyle style, const kestrel_app::So
     }
 }
 
+Progress::~Progress() {
+    if (style_.interactive) {
+        out_ << "\r\x1b[K" << std::flush;
+    }
+}
+
 void Progress::on_iteration(std::uint32_t iteration, double exploitability, bool measured) {
     const double elapsed = seconds_since(start_);
     if (iteration == 1) {
@@ -48,8 +55,8 @@ void Progress::on_iteration(std::uint32_t iteration, double exploitability, bool
             last_measured_.iteration == 0 || exploitability < last_measured_.exploitability;
         if (target_ > 0 && falling) {
             const double forecast = iterations_to_target(last_measured_, now, target_);
-            const double next_measurement =
-                std::ceil(forecast / measuring_interval) * measuring_interval;
+            const double next_measurement = std::ceil(forecast / kestrel_app::measuring_interval) *
+                                            kestrel_app::measuring_interval;
             expected_iterations_ = std::min<double>(max_iterations_, next_measurement);
         }
         last_measured_ = now;
@@ -107,12 +114,6 @@ double Progress::iterations_per_second(std::uint32_t iteration, double elapsed) 
 double Progress::remaining_seconds(std::uint32_t iteration, double elapsed) const {
     return std::max(0.0, expected_iterations_ - iteration) /
            iterations_per_second(iteration, elapsed);
-}
-
-void Progress::clear() {
-    if (style_.interactive) {
-        out_ << "\r\x1b[K" << std::flush;
-    }
 }
 
 }  // namespace tidewell_cli

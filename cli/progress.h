@@ -6,20 +6,25 @@
 
 #include "cli/solve_run.h"
 #include "cli/terminal.h"
+#include "cli/timing.h"
+#include "session/solve_config.h"
 
 namespace tidewell_cli {
 
 /// Tells how far a solve is: on a terminal one line that is rewritten in place, elsewhere one line
-/// for each measurement.
+/// for each measurement. Lives as long as the solve.
 class Progress {
   public:
     Progress(std::ostream& out, TerminalStyle style, const kestrel_app::SolveConfig& config);
 
+    /// Takes the rewritten line away.
+    ~Progress();
+
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
     /// Amounts in hundredths of a chip.
     void on_iteration(std::uint32_t iteration, double exploitability, bool measured);
-
-    /// Takes the rewritten line away, when the solve has ended.
-    void clear();
 
   private:
     void rewrite_line(std::uint32_t iteration, double exploitability, double elapsed);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "cli/solve_run.h"
+#include "cli/solve_report.h"
 
 namespace tidewell_cli {
 

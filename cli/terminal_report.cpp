@@ -9,152 +9,12 @@
 #include <vector>
 
 #include "cli/format.h"
-#include "engine/poker/cards.h"
+#include "cli/hand_matrix.h"
 
 namespace tidewell_cli {
 namespace {
 
-constexpr std::size_t cell_width = 5;
 constexpr std::size_t bar_width = 40;
-
-/// One hand class of the matrix.
-struct Cell {
-    double weight = 0;  ///< mean over the class's hands that get here
-    std::vector<double> probs;
-};
-
-using Matrix = std::array<std::array<Cell, 13>, 13>;
-
-Matrix matrix_of(const NodeReport& node) {
-    Matrix matrix;
-    std::array<std::array<int, 13>, 13> counts{};
-    for (const ComboReport& combo : node.combos) {
-        if (!(combo.weight > 0)) {
-            continue;
-        }
-        const auto row = static_cast<std::size_t>(12 - kestrel::rank_of(combo.pocket.high));
-        const auto column = static_cast<std::size_t>(12 - kestrel::rank_of(combo.pocket.low));
-        const bool suited =
-            kestrel::suit_of(combo.pocket.high) == kestrel::suit_of(combo.pocket.low);
-        Cell& cell = suited ? matrix[row][column] : matrix[column][row];
-        ++(suited ? counts[row][column] : counts[column][row]);
-        cell.probs.resize(combo.probs.size());
-        cell.weight += combo.weight;
-        for (std::size_t a = 0; a < combo.probs.size(); ++a) {
-            cell.probs[a] += combo.weight * combo.probs[a];
-        }
-    }
-    for (std::size_t r = 0; r < 13; ++r) {
-        for (std::size_t c = 0; c < 13; ++c) {
-            Cell& cell = matrix[r][c];
-            if (counts[r][c] == 0) {
-                continue;
-            }
-            for (double& prob : cell.probs) {
-                prob /= cell.weight;
-            }
-            cell.weight /= counts[r][c];
-        }
-    }
-    return matrix;
-}
-
-/// The rank of a row or a column of the matrix, aces first.
-char rank_of_line(std::size_t line) {
-    return kestrel::rank_char(12 - static_cast<int>(line));
-}
-
-std::string label(std::size_t row, std::size_t column) {
-    const char high = rank_of_line(std::min(row, column));
-    const char low = rank_of_line(std::max(row, column));
-    if (row == column) {
-        return {high, low};
-    }
-    return {high, low, row < column ? 's' : 'o'};
-}
-
-/// The colour of one column of a cell that is split from left to right by action.
-Colour column_colour(const Cell& cell, const std::vector<Colour>& colours, std::size_t column) {
-    const double begin = static_cast<double>(column) / cell_width;
-    const double end = static_cast<double>(column + 1) / cell_width;
-    Colour result = colours.front();
-    double action_begin = 0;
-    double covered = 0;
-    for (std::size_t a = 0; a < colours.size(); ++a) {
-        const double action_end = a + 1 == colours.size() ? 1.0 : action_begin + cell.probs[a];
-        const double overlap = std::min(end, action_end) - std::max(begin, action_begin);
-        if (overlap > 0) {
-            covered += overlap;
-            result = mixed(result, colours[a], overlap / covered);
-        }
-        action_begin = action_end;
-    }
-    // A class that only partly gets here is fainter.
-    return mixed(palette::surface, result, 0.3 + 0.7 * std::min(1.0, cell.weight));
-}
-
-double luminance(Colour colour) {
-    return (0.299 * colour.red + 0.587 * colour.green + 0.114 * colour.blue) / 255.0;
-}
-
-void print_colour_matrix(std::ostream& out, const TerminalStyle& style, const NodeReport& node) {
-    std::vector<Colour> colours;
-    for (const ActionReport& action : node.actions) {
-        colours.push_back(action_colour(action.type));
-    }
-    const Matrix matrix = matrix_of(node);
-    const bool gaps = style.width >= 2 + 13 * (cell_width + 1);
-    for (std::size_t r = 0; r < 13; ++r) {
-        out << "  ";
-        for (std::size_t c = 0; c < 13; ++c) {
-            if (gaps && c > 0) {
-                out << style.reset() << ' ';
-            }
-            std::string text = " " + label(r, c);
-            text.resize(cell_width, ' ');
-            const Cell& cell = matrix[r][c];
-            if (cell.probs.empty()) {
-                out << style.background(palette::surface) << style.foreground(palette::faint)
-                    << text;
-                continue;
-            }
-            for (std::size_t k = 0; k < cell_width; ++k) {
-                const Colour ground = column_colour(cell, colours, k);
-                out << style.background(ground)
-                    << style.foreground(luminance(ground) > 0.42 ? palette::ground : palette::text)
-                    << text[k];
-            }
-        }
-        out << style.reset() << '\n';
-    }
-}
-
-/// Without colours: for each class the letter of its most frequent action and how often it is
-/// taken.
-void print_plain_matrix(std::ostream& out, const NodeReport& node) {
-    const Matrix matrix = matrix_of(node);
-    out << "      ";
-    for (std::size_t c = 0; c < 13; ++c) {
-        out << "    " << rank_of_line(c);
-    }
-    out << '\n';
-    for (std::size_t r = 0; r < 13; ++r) {
-        out << "     " << rank_of_line(r);
-        for (std::size_t c = 0; c < 13; ++c) {
-            const Cell& cell = matrix[r][c];
-            char text[16] = "    .";
-            if (!cell.probs.empty()) {
-                const auto most = std::ranges::max_element(cell.probs);
-                const auto letter = static_cast<char>('a' + (most - cell.probs.begin()) % 26);
-                std::snprintf(text, sizeof text, " %c%3.0f", letter, 100.0 * *most);
-            }
-            out << text;
-        }
-        out << '\n';
-    }
-    out << "  Suited hands stand above the diagonal. Each entry is the action that the hand takes\n"
-           "  most often, by its letter, and how often in percent.\n";
-}
 
 std::string bar(const TerminalStyle& style, double share) {
     const double length = share * static_cast<double>(bar_width);
@@ -192,8 +52,27 @@ void print_row(std::ostream& out, const TerminalStyle& style, std::string_view n
     out << "  " << style.foreground(palette::muted) << padded << style.reset() << text << '\n';
 }
 
-std::string signed_chips(double hundredths) {
-    return (hundredths >= 0 ? "+" : "") + fixed(hundredths / 100.0, 4);
+std::string signed_chips(float hundredths) {
+    return (hundredths >= 0 ? "+" : "") + fixed(static_cast<double>(hundredths) / 100.0, 4);
+}
+
+std::string exploitability_text(const kestrel_app::SolveResult& result) {
+    return fixed(static_cast<double>(result.exploitability) / 100.0, 4);
+}
+
+void print_effect_of_locks(std::ostream& out, const TerminalStyle& style,
+                           const SolveReport& report) {
+    if (!report.before_locks) {
+        return;
+    }
+    const kestrel_app::SolveResult& before = *report.before_locks;
+    const kestrel_app::SolveResult& after = report.result;
+    const char* const to = style.unicode ? " → " : " -> ";
+    print_row(out, style, "By the locks",
+              "EV " + signed_chips(before.ev_oop) + to + signed_chips(after.ev_oop) + " OOP, " +
+                  signed_chips(before.ev_ip) + to + signed_chips(after.ev_ip) +
+                  " IP; exploitability " + exploitability_text(before) + to +
+                  exploitability_text(after));
 }
 
 std::string threads_text(std::uint64_t threads) {
@@ -270,16 +149,18 @@ void print_report(std::ostream& out, const TerminalStyle& style, const SolveRepo
     const PhaseSeconds& seconds = report.seconds;
     print_row(out, style, "Peak memory", bytes(report.peak_resident_bytes));
     print_row(out, style, "Iterations",
-              std::to_string(report.iterations) + " of " +
+              std::to_string(report.result.iterations) + " of " +
                   std::to_string(report.config.max_iterations) + ", " +
                   duration(report.iteration_ms / 1000.0) + " each on " +
                   threads_text(report.config.thread_count));
     print_row(out, style, "Exploitability",
-              style.bold() + fixed(report.exploitability / 100.0, 4) + " chips, " +
-                  fixed(report.exploitability_percent(), 3) + " % of the pot" + style.reset());
+              style.bold() + exploitability_text(report.result) + " chips, " +
+                  fixed(exploitability_percent(report.result), 3) + " % of the pot" +
+                  style.reset());
     print_row(out, style, "EV",
-              signed_chips(report.ev[0]) + " OOP, " + signed_chips(report.ev[1]) +
+              signed_chips(report.result.ev_oop) + " OOP, " + signed_chips(report.result.ev_ip) +
                   " IP, chips against half the pot each");
+    print_effect_of_locks(out, style, report);
     print_row(out, style, "Time",
               duration(seconds.total) + ": cards " + duration(seconds.card_context) + ", tree " +
                   duration(seconds.tree) + ", states " + duration(seconds.prepare) + ", solve " +
@@ -288,15 +169,8 @@ void print_report(std::ostream& out, const TerminalStyle& style, const SolveRepo
     out << "  " << style.bold() << heading(report.node) << style.reset() << "\n\n";
     print_actions(out, style, report.node);
     out << '\n';
-    if (report.node.player.empty()) {
-        return;
-    }
-    if (style.colours && style.width < 2 + 13 * cell_width) {
-        out << "  The matrix of hands needs a terminal of " << 2 + 13 * cell_width << " columns.\n";
-    } else if (style.colours) {
-        print_colour_matrix(out, style, report.node);
-    } else {
-        print_plain_matrix(out, report.node);
+    if (!report.node.player.empty()) {
+        print_hand_matrix(out, style, report.node);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "cli/solve_run.h"
+#include "cli/solve_report.h"
 #include "cli/terminal.h"
 
 namespace tidewell_cli {

@@ -1,5 +1,7 @@
 #include "session/result_snapshot.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <unordered_map>
 
@@ -11,6 +13,10 @@ namespace {
 using kestrel::Game;
 using kestrel::GameNode;
 using kestrel::NodeKind;
+
+constexpr std::array<std::string_view, 3> node_types = {"decision", "chance", "terminal"};
+constexpr std::array<std::string_view, 3> chance_deals = {"", "turn", "river"};
+constexpr std::array<std::string_view, 3> players = {"", "OOP", "IP"};
 
 /// Actions that are shown alike have the same key: names depend on the kind, and on the amount and
 /// the pot where the name holds a number.
@@ -58,23 +64,25 @@ TreeSnapshot::TreeSnapshot(const Game& game, const kestrel::DiscountedCfr& solve
     solver.all_action_frequencies(first_action, frequencies);
 
     nodes_.reserve(game.nodes.size());
+    first_action_.reserve(game.nodes.size() + 1);
     actions_.reserve(count);
     std::unordered_map<LabelKey, std::uint32_t, LabelKeyHash> known;
     for (std::size_t i = 0; i < game.nodes.size(); ++i) {
         const GameNode& node = game.nodes[i];
         const std::size_t actions = node.actions.size();
-        Deal deal = Deal::none;
-        if (node.kind == NodeKind::Chance) {
-            deal = node.turn == kestrel::NO_CARD    ? Deal::turn
-                   : node.river == kestrel::NO_CARD ? Deal::river
-                                                    : Deal::none;
-        }
+        const bool deals = node.kind == NodeKind::Chance;
+        const int deal = !deals                           ? 0
+                         : node.turn == kestrel::NO_CARD  ? 1
+                         : node.river == kestrel::NO_CARD ? 2
+                                                          : 0;
+        const std::size_t player =
+            node.kind == NodeKind::Decision ? 1 + kestrel::index_of(node.seat) : 0;
         nodes_.push_back({node.pot,
                           {node.contributed[0], node.contributed[1]},
-                          static_cast<std::uint32_t>(first_action[i]),
-                          node.kind,
-                          node.seat,
-                          deal});
+                          static_cast<std::uint8_t>(node.kind),
+                          static_cast<std::uint8_t>(deal),
+                          static_cast<std::uint8_t>(player),
+                          actions > 0});
         const std::span shown(frequencies.data() + first_action[i], actions);
         normalise_frequencies(shown);
         const std::int32_t pot = naming_pot(game, i);
@@ -93,37 +101,74 @@ TreeSnapshot::TreeSnapshot(const Game& game, const kestrel::DiscountedCfr& solve
             const std::uint64_t child = a < node.children.size() ? node.children[a] : 0;
             actions_.push_back({shown[a], static_cast<std::uint32_t>(child), label->second});
         }
+        first_action_.push_back(static_cast<std::uint32_t>(actions_.size()));
     }
 }
 
 SolveNodeMeta TreeSnapshot::node(std::size_t index) const {
-    constexpr std::string_view kinds[] = {"decision", "chance", "terminal"};
-    constexpr std::string_view deals[] = {"", "turn", "river"};
-    constexpr std::string_view players[] = {"OOP", "IP"};
     const Node& node = nodes_.at(index);
-    SolveNodeMeta meta;
-    meta.node_type = kinds[static_cast<std::size_t>(node.kind)];
-    meta.chance_deal = deals[static_cast<std::size_t>(node.deal)];
-    meta.player = node.kind == NodeKind::Decision ? players[index_of(node.seat)] : "";
-    meta.pot = node.pot;
-    meta.invested_oop = node.invested[0];
-    meta.invested_ip = node.invested[1];
-    const std::size_t end =
-        index + 1 < nodes_.size() ? nodes_[index + 1].first_action : actions_.size();
-    for (std::size_t a = node.first_action; a < end; ++a) {
+    return {node_types[node.type], chance_deals[node.deal], players[node.player], node.pot,
+            node.invested[0],      node.invested[1],        node.has_children};
+}
+
+std::size_t TreeSnapshot::action_count(std::size_t index) const {
+    return first_action_.at(index + 1) - first_action_[index];
+}
+
+std::vector<SolveActionInfo> TreeSnapshot::actions(std::size_t index) const {
+    std::vector<SolveActionInfo> result;
+    const std::size_t end = first_action_.at(index + 1);
+    for (std::size_t a = first_action_[index]; a < end; ++a) {
         const auto& [name, type] = labels_[actions_[a].label];
-        meta.actions.push_back({name, type, actions_[a].frequency, actions_[a].child});
+        result.push_back({name, type, actions_[a].frequency, actions_[a].child});
     }
-    return meta;
+    return result;
 }
 
 std::size_t TreeSnapshot::memory_bytes() const {
-    std::size_t bytes = nodes_.capacity() * sizeof(Node) + actions_.capacity() * sizeof(Action) +
-                        labels_.capacity() * sizeof(labels_[0]);
+    std::size_t bytes =
+        nodes_.capacity() * sizeof(Node) + first_action_.capacity() * sizeof(std::uint32_t) +
+        actions_.capacity() * sizeof(Action) + labels_.capacity() * sizeof(labels_[0]);
     for (const auto& [name, type] : labels_) {
         bytes += name.capacity() + type.capacity();
     }
     return bytes;
+}
+
+bool TreeSnapshot::Builder::add_node(const SolveNodeMeta& meta) {
+    const auto place = [](const auto& texts, std::string_view text) {
+        return static_cast<std::uint8_t>(std::ranges::find(texts, text) - texts.begin());
+    };
+    const Node node{meta.pot,
+                    {meta.invested_oop, meta.invested_ip},
+                    place(node_types, meta.node_type),
+                    place(chance_deals, meta.chance_deal),
+                    place(players, meta.player),
+                    meta.has_children};
+    if (node.type == node_types.size() || node.deal == chance_deals.size() ||
+        node.player == players.size()) {
+        return false;
+    }
+    tree_->nodes_.push_back(node);
+    return true;
+}
+
+void TreeSnapshot::Builder::add_actions(std::span<const SolveActionInfo> actions) {
+    for (const SolveActionInfo& action : actions) {
+        const std::pair label(std::string(action.name), std::string(action.action_type));
+        const auto [found, is_new] =
+            known_.try_emplace(label, static_cast<std::uint32_t>(tree_->labels_.size()));
+        if (is_new) {
+            tree_->labels_.push_back(label);
+        }
+        tree_->actions_.push_back({action.frequency, action.child_index, found->second});
+    }
+    tree_->first_action_.push_back(static_cast<std::uint32_t>(tree_->actions_.size()));
+}
+
+std::shared_ptr<const TreeSnapshot> TreeSnapshot::Builder::finish() {
+    known_.clear();
+    return std::exchange(tree_, std::shared_ptr<TreeSnapshot>(new TreeSnapshot));
 }
 
 void add_root_actions(SolveResult& result, const Game& game, const kestrel::DiscountedCfr& solver) {

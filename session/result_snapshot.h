@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -20,6 +21,8 @@ struct SolveActionInfo {
     std::string_view action_type;  ///< "bet 50%"
     float frequency = 0;           ///< those of a node add up to 1
     std::uint32_t child_index = 0;
+
+    bool operator==(const SolveActionInfo&) const = default;
 };
 
 /// What is shown of a node. Money in hundredths of a chip.
@@ -30,32 +33,38 @@ struct SolveNodeMeta {
     std::int32_t pot = 0;
     std::int32_t invested_oop = 0;
     std::int32_t invested_ip = 0;
-    std::vector<SolveActionInfo> actions;
+    bool has_children = false;
+
+    bool operator==(const SolveNodeMeta&) const = default;
 };
 
 /// A finished tree as it is shown, by node index, without the game and the solver. Nodes are kept
 /// in compact records, about 30 bytes each with their actions, and told on demand. Immutable.
 class TreeSnapshot {
   public:
+    class Builder;
+
     TreeSnapshot(const kestrel::Game& game, const kestrel::DiscountedCfr& solver);
 
+    /// Of the nodes, and of the lists of actions: the same for a tree that was solved.
     std::size_t size() const { return nodes_.size(); }
+    std::size_t action_lists() const { return first_action_.size() - 1; }
 
-    /// Throws std::out_of_range for an index at or past `size`.
+    // These throw std::out_of_range for an index at or past the size.
     SolveNodeMeta node(std::size_t index) const;
+    std::vector<SolveActionInfo> actions(std::size_t index) const;
+    std::size_t action_count(std::size_t index) const;
 
     std::size_t memory_bytes() const;
 
   private:
-    enum class Deal : std::uint8_t { none, turn, river };
-
     struct Node {
         std::int32_t pot;
         std::int32_t invested[2];
-        std::uint32_t first_action;  // its actions end where the next node's begin
-        kestrel::NodeKind kind;
-        kestrel::Seat seat;
-        Deal deal;
+        std::uint8_t type;  // places in the lists of texts
+        std::uint8_t deal;
+        std::uint8_t player;
+        bool has_children;
     };
     struct Action {
         float frequency;
@@ -63,9 +72,29 @@ class TreeSnapshot {
         std::uint32_t label;
     };
 
+    TreeSnapshot() = default;
+
     std::vector<Node> nodes_;
+    std::vector<std::uint32_t> first_action_{0};  // a list ends where the next begins
     std::vector<Action> actions_;
     std::vector<std::pair<std::string, std::string>> labels_;  // name and type, each pair once
+};
+
+/// Puts a snapshot together that comes from elsewhere, a file for one: nodes and lists of actions
+/// each in index order.
+class TreeSnapshot::Builder {
+  public:
+    /// False, and nothing is added, for texts that no node has.
+    bool add_node(const SolveNodeMeta& meta);
+
+    void add_actions(std::span<const SolveActionInfo> actions);
+
+    /// The finished snapshot; the builder starts anew.
+    std::shared_ptr<const TreeSnapshot> finish();
+
+  private:
+    std::shared_ptr<TreeSnapshot> tree_{new TreeSnapshot};
+    std::map<std::pair<std::string, std::string>, std::uint32_t> known_;
 };
 
 /// The frequencies of a node's actions as they are shown: values that are not finite and above 0

@@ -1,15 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <new>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
@@ -20,15 +15,14 @@
 #include "cli/input_error.h"
 #include "cli/interrupt.h"
 #include "cli/line_walk.h"
-#include "cli/memory_info.h"
 #include "cli/options.h"
 #include "cli/spot_file.h"
 #include "session/solve_config.h"
+#include "tests/cli/support.h"
 
 namespace tidewell_cli {
 namespace {
 
-namespace fs = std::filesystem;
 using nlohmann::json;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -37,106 +31,22 @@ using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
 
-/// A folder of the test's own, removed at the end.
-class Folder {
-  public:
-    Folder() {
-        std::string name = (fs::temp_directory_path() / "tidewell-test-XXXXXX").string();
-        path_ = mkdtemp(name.data());
-    }
-    ~Folder() { fs::remove_all(path_); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::string write(const std::string& name, const std::string& text) const {
-        const fs::path file = path_ / name;
-        fs::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-        return file.string();
-    }
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
-std::string contents(const std::string& file) {
-    std::ostringstream text;
-    text << std::ifstream(file).rdbuf();
-    return text.str();
-}
-
-struct RunResult {
-    int exit_code = -1;
-    std::string out;
-    std::string err;
-};
-
-/// The program as a child process with files for its output.
-class Child {
-  public:
-    explicit Child(const std::vector<std::string>& arguments,
-                   const std::string& data_kilobytes = "unlimited") {
-        std::string command = "ulimit -d " + data_kilobytes + "; exec " TIDEWELL_SOLVE_PATH;
-        for (const std::string& argument : arguments) {
-            command += " '" + argument + "'";
-        }
-        command += " >" + (folder_ / "out") + " 2>" + (folder_ / "err");
-        pid_ = fork();
-        if (pid_ != 0) return;
-        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-        _exit(127);
-    }
-
-    std::string out() const { return contents(folder_ / "out"); }
-    void send(int signal_number) const { kill(pid_, signal_number); }
-
-    RunResult wait() {
-        int status = 0;
-        waitpid(pid_, &status, 0);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), out(),
-                contents(folder_ / "err")};
-    }
-
-  private:
-    Folder folder_;
-    pid_t pid_ = -1;
-};
-
-RunResult run(const std::vector<std::string>& arguments) {
-    return Child(arguments).wait();
-}
-
-const char* const river_spot = R"({
-  "board": "AhKd7c4s2h", "starting_pot": 20, "effective_stack": 90,
-  "oop_range": "22+,A2s+,K9s+,QTs+,ATo+", "ip_range": "QQ-22,A2s+:0.8,KTs+,KJo+",
-  "oop_river_bet_sizes": "50, 100", "oop_river_raise_sizes": "60", "oop_river_add_all_in": true,
-  "ip_river_bet_sizes": 75, "ip_river_raise_sizes": "3x",
-  "rake_percent": 5, "rake_cap": 3, "max_iterations": 130, "target_exploitability": 0
-})";
-
-json river_with(const std::string& key, const json& value) {
-    json spot = json::parse(river_spot);
-    spot[key] = value;
-    return spot;
-}
-
-/// The message of the InputError that a call throws.
-template <class Call>
-std::string refusal_of(const Call& call) {
-    try {
-        call();
-    } catch (const InputError& error) {
-        return error.what();
-    }
-    return "accepted";
-}
-
 TEST(Options, ReadOrRefused) {
-    const std::vector<const char*> good = {
-        "--threads", "3",     "--iterations=70", "--target", "0.25",      "--json=-",
-        "--node",    "Check", "--exact-all-in",  "--",       "-spot.json"};
+    const std::vector<const char*> good = {"--threads",
+                                           "3",
+                                           "--iterations=70",
+                                           "--target",
+                                           "0.25",
+                                           "--json=-",
+                                           "--node",
+                                           "Check",
+                                           "--exact-all-in",
+                                           "--stats",
+                                           "--lock=Check;AKs=1,0",
+                                           "--lock",
+                                           ";AA=0,1",
+                                           "--",
+                                           "-spot.json"};
     const Options options = parse_options(good);
     EXPECT_EQ(options.threads, 3U);
     EXPECT_EQ(options.iterations, 70U);
@@ -144,6 +54,10 @@ TEST(Options, ReadOrRefused) {
     EXPECT_EQ(options.json_path, "-");
     EXPECT_EQ(options.node_line, "Check");
     EXPECT_TRUE(options.exact_all_in);
+    EXPECT_TRUE(options.stats);
+    EXPECT_FALSE(options.tables());
+    ASSERT_EQ(options.locks.size(), 2U);
+    EXPECT_EQ(options.locks[0].hand + options.locks[1].hand, "AKsAA");
     EXPECT_EQ(options.spot_path, "-spot.json");
 
     const char* refused[] = {"--threads 2x",
@@ -157,6 +71,12 @@ TEST(Options, ReadOrRefused) {
                              "--json=",
                              "--list-nodes -1",
                              "--list-nodes 1 --json -",
+                             "--list-nodes 1 --stats",
+                             "--stats=yes",
+                             "--json - --combos",
+                             "--lock",
+                             "--lock Check;AKs",
+                             "--signature --buckets",
                              "--node Check --list-nodes 1",
                              "-x",
                              "--help=yes",
@@ -258,7 +178,7 @@ TEST(LineWalk, FollowsNamesCardsAndNumbersOrTellsTheChoices) {
         const NodePath path = walk_line(game, line);
         EXPECT_EQ(line_of(game, path), canonical) << line;
         std::uint64_t node = 0;
-        for (const LineStep& step : path.steps) {
+        for (const kestrel_app::PathStep& step : path.steps) {
             EXPECT_EQ(step.node, node);
             node = game.nodes[node].children[step.action];
         }
@@ -278,37 +198,6 @@ TEST(LineWalk, FollowsNamesCardsAndNumbersOrTellsTheChoices) {
     for (const auto& [line, message] : refused) {
         EXPECT_THAT(refusal_of([&, text = line] { walk_line(game, text); }), StartsWith(message));
     }
-}
-
-TEST(MemoryInfo, TakesTheTightestLimit) {
-    const auto kilo = [](std::uint64_t count) { return count * 1024; };
-    Folder root;
-    root.write("proc/meminfo", "MemTotal: 900 kB\nMemAvailable:   500 kB\n");
-    root.write("proc/self/cgroup", "0::/batch/job\n");
-    root.write("sys/fs/cgroup/batch/job/memory.max", "max\n");
-    root.write("sys/fs/cgroup/batch/job/memory.current", "1024\n");
-    EXPECT_EQ(available_memory(root.path()), kilo(500));
-    root.write("sys/fs/cgroup/batch/memory.max", std::to_string(kilo(400)));
-    root.write("sys/fs/cgroup/batch/memory.current", std::to_string(kilo(300)));
-    EXPECT_EQ(available_memory(root.path()), kilo(100));
-    root.write("sys/fs/cgroup/batch/memory.stat", "anon 5\ninactive_file 51200\n");
-    EXPECT_EQ(available_memory(root.path()), kilo(150));
-
-    root.write("proc/self/cgroup", "5:cpu:/x\n4:pids,memory:/job\n");
-    root.write("sys/fs/cgroup/memory/job/memory.limit_in_bytes", std::to_string(kilo(90)));
-    root.write("sys/fs/cgroup/memory/job/memory.usage_in_bytes", std::to_string(kilo(90)));
-    EXPECT_EQ(available_memory(root.path()), 0U);  // which is not the same as unknown
-    EXPECT_GT(available_memory(), kilo(1024));
-    EXPECT_GT(peak_resident_bytes(), kilo(1024));
-}
-
-TEST(MemoryInfo, AllocationLimitTurnsExcessIntoAnException) {
-    constexpr std::size_t size = std::size_t{256} << 20;
-    {
-        const AllocationLimit limit(size / 4);
-        EXPECT_THROW(std::vector<char>(size, 'x'), std::bad_alloc);
-    }
-    EXPECT_EQ(std::vector<char>(size, 'x').back(), 'x');
 }
 
 TEST(InterruptDeathTest, IsDeferredOnlyForATime) {

@@ -1,0 +1,341 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <future>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/line_walk.h"
+#include "cli/report_json.h"
+#include "cli/spot_file.h"
+#include "cli/tables.h"
+#include "session/hand_labels.h"
+#include "session/solve_session.h"
+#include "tests/cli/support.h"
+
+namespace tidewell_cli {
+namespace {
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+using Row = std::vector<std::string>;
+
+/// Fields of tab-separated values, line by line.
+std::vector<Row> rows_of(const std::string& table) {
+    std::vector<Row> rows;
+    std::istringstream lines(table);
+    for (std::string line; std::getline(lines, line);) {
+        Row& row = rows.emplace_back();
+        for (std::size_t begin = 0; begin <= line.size();) {
+            const std::size_t end = std::min(line.find('\t', begin), line.size());
+            row.push_back(line.substr(begin, end - begin));
+            begin = end + 1;
+        }
+    }
+    return rows;
+}
+
+/// The texts between blank lines.
+std::vector<std::string> tables_in(const std::string& text) {
+    std::vector<std::string> tables;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find("\n\n", begin), text.size());
+        tables.push_back(text.substr(begin, end - begin));
+        begin = end + 2;
+    }
+    return tables;
+}
+
+/// A solve of the same spot without the program.
+class Reference {
+  public:
+    explicit Reference(const std::string& spot,
+                       std::vector<kestrel_app::NodeLockEntry> locks = {}) {
+        std::vector<std::string> warnings;
+        auto config = kestrel_app::config_from_map(parse_spot_text(spot, "spot", warnings));
+        config.node_locks = std::move(locks);
+        session_.start(config, [this](const kestrel_app::SolveProgress& progress) {
+            if (progress.result) {
+                last_.set_value(*progress.result);
+            }
+        });
+        result_ = last_.get_future().get();
+    }
+
+    const kestrel_app::SolveSession& session() const { return session_; }
+    const kestrel_app::SolveResult& result() const { return result_; }
+    std::uint64_t node(const std::string& line) const {
+        return walk_line(*session_.game(), line).node;
+    }
+
+  private:
+    std::promise<kestrel_app::SolveResult> last_;  // outlives the session's thread
+    kestrel_app::SolveSession session_;
+    kestrel_app::SolveResult result_;
+};
+
+const char* const turn_spot = R"({
+  "board": "Td9c6h6c", "starting_pot": 10, "effective_stack": 40,
+  "oop_range": "TT,87s,KQo:0.5", "ip_range": "99,AJs,A6s,54s",
+  "oop_turn_bet_sizes": "50, 50.2", "ip_turn_bet_sizes": "75", "ip_turn_raise_sizes": "60",
+  "oop_river_bet_sizes": "60", "max_iterations": 60, "target_exploitability": 0
+})";
+
+class Queries : public testing::Test {
+  protected:
+    RunResult solve(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), turn_);
+        RunResult result = run(arguments);
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        return result;
+    }
+
+    const Folder folder_;
+    const std::string turn_ = folder_.write("turn.json", turn_spot);
+    const std::string river_ = folder_.write("river.json", river_spot);
+    const std::string file_ = folder_ / "result.json";
+};
+
+constexpr double printed_chips = 0.51e-4;  // half of the last digit
+constexpr double printed_share = 0.51e-6;
+
+TEST_F(Queries, TablesHoldTheAnswersOfTheSession) {
+    const Reference reference(turn_spot);
+    const RunResult output = solve({"--combos", "--distributions", "--buckets"});
+    EXPECT_THAT(output.err, AllOf(HasSubstr("Exploitability"), HasSubstr("Turn, OOP to act")));
+    const std::vector<std::string> tables = tables_in(output.out);
+    ASSERT_EQ(tables.size(), 3U);
+
+    const auto combos = *reference.session().hand_combos(0);
+    const std::vector<Row> combo_rows = rows_of(tables[0]);
+    EXPECT_THAT(combo_rows[0],
+                ElementsAre("combo", "weight", "ev", "Check ev", "Check prob", "Bet 50% #2 ev",
+                            "Bet 50% #2 prob", "Bet 50% #3 ev", "Bet 50% #3 prob", "tags"));
+    ASSERT_EQ(combo_rows.size(), combos.size() + 1);
+    for (std::size_t i = 0; i < combos.size(); ++i) {
+        const Row& row = combo_rows[i + 1];
+        ASSERT_EQ(row.size(), 10U);
+        EXPECT_EQ(row[0], combos[i].c1 + combos[i].c2);
+        EXPECT_NEAR(std::stod(row[1]), combos[i].weight, printed_share);
+        EXPECT_NEAR(std::stod(row[2]), combos[i].ev / 100, printed_chips);
+        for (std::size_t a = 0; a < 3; ++a) {
+            EXPECT_NEAR(std::stod(row[3 + 2 * a]), combos[i].action_evs[a] / 100, printed_chips);
+            EXPECT_NEAR(std::stod(row[4 + 2 * a]), combos[i].action_probs[a], printed_share);
+        }
+        EXPECT_EQ(row[9], [&] {
+            std::string tags;
+            for (const std::string& tag : combos[i].buckets) {
+                tags += (tags.empty() ? "" : ", ") + tag;
+            }
+            return tags;
+        }());
+    }
+
+    const auto buckets = *reference.session().hand_buckets(0);
+    const std::vector<Row> bucket_rows = rows_of(tables[1]);
+    EXPECT_THAT(bucket_rows[0],
+                ElementsAre("class", "combos", "Check prob", "Bet 50% #2 prob", "Bet 50% #3 prob"));
+    ASSERT_EQ(bucket_rows.size(), buckets.size() + 1);
+    for (std::size_t i = 0; i < buckets.size(); ++i) {
+        EXPECT_EQ(bucket_rows[i + 1][0], buckets[i].name);
+        EXPECT_NEAR(std::stod(bucket_rows[i + 1][1]), buckets[i].combos, printed_chips);
+        for (std::size_t a = 0; a < 3; ++a) {
+            EXPECT_NEAR(std::stod(bucket_rows[i + 1][2 + a]),
+                        static_cast<double>(buckets[i].action_probs[a]), printed_share);
+        }
+    }
+
+    const auto distributions = *reference.session().hand_distributions(0);
+    const std::vector<Row> hands = rows_of(tables[2]);
+    EXPECT_THAT(hands[0], ElementsAre("seat", "hand", "ev", "equity"));
+    std::size_t next = 1;
+    for (const std::size_t seat : {0U, 1U}) {
+        const kestrel_app::SeatDistribution& expected = distributions[seat];
+        ASSERT_GE(hands.size(), next + expected.hands.size());
+        for (std::size_t h = 0; h < expected.hands.size(); ++h, ++next) {
+            EXPECT_EQ(hands[next][0], seat == 0 ? "OOP" : "IP");
+            EXPECT_EQ(hands[next][1], expected.hands[h]);
+            EXPECT_NEAR(std::stod(hands[next][2]), expected.ev[h] / 100, printed_chips);
+            EXPECT_NEAR(std::stod(hands[next][3]), expected.equity[h], printed_share);
+        }
+    }
+    EXPECT_EQ(hands.size(), next);
+}
+
+TEST_F(Queries, StatsStandInTheReportAndInTheJson) {
+    const Reference reference(turn_spot);
+    const RunResult output = solve({"--stats", "--node", "Check", "--json", file_});
+    EXPECT_EQ(output.err, "");
+    const json actions = json::parse(contents(file_))["node"]["actions"];
+    const auto stats = *reference.session().node_action_stats(reference.node("Check"));
+    ASSERT_EQ(actions.size(), stats.ev.size());
+    std::istringstream table(output.out.substr(output.out.find("\n  Action ")));
+    std::string line;
+    std::getline(table >> std::ws, line);
+    for (std::size_t a = 0; a < stats.ev.size(); ++a) {
+        EXPECT_NEAR(actions[a]["frequency"], static_cast<double>(stats.frequencies[a]), 1e-6);
+        EXPECT_DOUBLE_EQ(actions[a]["combos"], stats.combos[a]);
+        EXPECT_DOUBLE_EQ(actions[a]["equity"], stats.equity[a]);
+        EXPECT_DOUBLE_EQ(actions[a]["ev"], stats.ev[a] / 100);
+
+        std::getline(table, line);
+        EXPECT_THAT(line, StartsWith("  " + stats.action_names[a] + " "));
+        std::istringstream figures(line.substr(2 + stats.action_names[a].size()));
+        double frequency = 0;
+        double combos = 0;
+        double equity = 0;
+        double ev = 0;
+        std::string percent;
+        figures >> frequency >> percent >> combos >> equity >> percent >> ev;
+        EXPECT_NEAR(frequency, 100 * static_cast<double>(stats.frequencies[a]), 0.0051);
+        EXPECT_NEAR(combos, stats.combos[a], 0.0051);
+        EXPECT_NEAR(equity, 100 * stats.equity[a], 0.0051);
+        EXPECT_NEAR(ev, stats.ev[a] / 100, printed_chips);
+        EXPECT_TRUE(figures);
+    }
+}
+
+TEST_F(Queries, TablesOfANodeDownTheLine) {
+    const Reference reference(turn_spot);
+    const std::string line = "Check/Check/2s/Bet 60%";
+    const auto combos = *reference.session().hand_combos(reference.node(line));
+    const std::vector<Row> rows = rows_of(solve({"--combos", "--node", line}).out);
+    ASSERT_EQ(rows.size(), combos.size() + 1);
+    EXPECT_EQ(rows[0][3], "Fold ev");
+    EXPECT_EQ(rows[1][0], combos[0].c1 + combos[0].c2);
+    EXPECT_NEAR(std::stod(rows[1][2]), combos[0].ev / 100, printed_chips);
+
+    // A card that is to be dealt has hands but nobody who decides.
+    const auto hands = *reference.session().hand_distributions(reference.node("Check/Check"));
+    EXPECT_EQ(rows_of(solve({"--distributions", "--node", "Check/Check"}).out).size(),
+              1 + hands[0].hands.size() + hands[1].hands.size());
+}
+
+TEST(Tables, UnknownFiguresAreDashesAndNull) {
+    kestrel_app::HandDistributions hands;
+    hands[1] = {{"2c3d"}, {150.0}, {std::numeric_limits<double>::quiet_NaN()}};
+    EXPECT_EQ(distributions_table(hands), "seat\thand\tev\tequity\nIP\t2c3d\t1.5000\t-\n");
+
+    SolveReport report;
+    report.node.actions = {{"Check", "check", 1.0, 1}};
+    report.stats.emplace();
+    report.stats->combos = {0.0};
+    report.stats->equity = {std::numeric_limits<double>::quiet_NaN()};
+    report.stats->ev = {0.0};
+    EXPECT_TRUE(json::parse(json_text(report))["node"]["actions"][0]["equity"].is_null());
+    std::ostringstream out;
+    print_stats(out, {}, report);
+    EXPECT_THAT(out.str(), HasSubstr(" 100.00 %     0.00        -   0.0000\n"));
+}
+
+TEST_F(Queries, LocksHoldInASecondSolve) {
+    const RunResult output = run({river_, "--json", file_, "--node", "Check/Bet 75%",  //
+                                  "--lock", "check/bet 75%;*=0,1,0,0",                 //
+                                  "--lock", "Check / Bet 75%; kqs = 10, 30, 0, 60",    //
+                                  "--lock", ";22=0,0,0,1"});
+    ASSERT_EQ(output.exit_code, 0) << output.err;
+    const json report = json::parse(contents(file_));
+
+    // What a solve with the same locks, and one without, comes to.
+    const Reference before(river_spot);
+    const std::uint64_t locked_node = before.node("Check/Bet 75%");
+    std::vector<kestrel_app::NodeLockEntry> entries;
+    for (std::size_t label = 0; label < kestrel_app::label_count; ++label) {
+        entries.push_back({locked_node, kestrel_app::hand_label(label), 1, 1.0F, {}});
+    }
+    entries.push_back({locked_node, "KQs", -1, 1.0F, {0.1F, 0.3F, 0.0F, 0.6F}});
+    entries.push_back({0, "22", 3, 1.0F, {}});
+    const Reference after(river_spot, entries);
+    const auto expect_figures = [](const json& figures, const kestrel_app::SolveResult& result) {
+        EXPECT_DOUBLE_EQ(figures["exploitability"],
+                         static_cast<double>(result.exploitability) / 100);
+        EXPECT_DOUBLE_EQ(figures["ev_oop"], static_cast<double>(result.ev_oop) / 100);
+        EXPECT_DOUBLE_EQ(figures["ev_ip"], static_cast<double>(result.ev_ip) / 100);
+        EXPECT_EQ(figures["iterations"], result.iterations);
+    };
+    expect_figures(report["before_locks"], before.result());
+    expect_figures(report, after.result());
+    EXPECT_NE(report["ev_oop"], report["before_locks"]["ev_oop"]);
+    EXPECT_EQ(report["trace"].size(), 3U);
+    EXPECT_EQ(report["locks"].size(), 3U);
+    EXPECT_EQ(report["locks"][1]["line"], "Check/Bet 75%");
+    EXPECT_EQ(report["locks"][1]["hand"], "KQs");
+    EXPECT_NEAR(report["locks"][1]["probs"][3], 0.6, 1e-6);
+
+    int mixed = 0;
+    for (const json& combo : report["node"]["combos"]) {
+        const std::string cards = combo["combo"];
+        const bool kqs = cards[0] == 'Q' && cards[2] == 'K' && cards[1] == cards[3];
+        mixed += kqs ? 1 : 0;
+        if (combo["weight"].get<double>() > 1e-3) {
+            const Row expected = kqs ? Row{"0.1000", "0.3000", "0.0000", "0.6000"}
+                                     : Row{"0.0000", "1.0000", "0.0000", "0.0000"};
+            for (std::size_t a = 0; a < expected.size(); ++a) {
+                EXPECT_NEAR(combo["probs"][a], std::stod(expected[a]), 1e-5) << cards;
+            }
+        }
+    }
+    EXPECT_EQ(mixed, 3);  // one is on the board
+
+    const auto chips_of = [](float hundredths) {
+        std::ostringstream text;
+        text << std::showpos << std::fixed;
+        text.precision(4);
+        text << static_cast<double>(hundredths) / 100;
+        return text.str();
+    };
+    EXPECT_THAT(output.out, HasSubstr("By the locks    EV " + chips_of(before.result().ev_oop) +
+                                      " -> " + chips_of(after.result().ev_oop) + " OOP, " +
+                                      chips_of(before.result().ev_ip) + " -> " +
+                                      chips_of(after.result().ev_ip) + " IP; exploitability " +
+                                      chips_of(before.result().exploitability).substr(1) + " -> " +
+                                      chips_of(after.result().exploitability).substr(1) + "\n"));
+}
+
+TEST_F(Queries, WhatCannotBeAskedIsToldBeforeTheSolve) {
+    const struct {
+        std::string lock;
+        const char* message;
+    } locks[] = {
+        {"Check;AKs", "a lock reads LINE;HAND=p1,p2,... as in 'Check;AKs=0.7,0.3'"},
+        {"AKs=1,0,0,0", "a lock reads LINE;HAND="},
+        {";AKx=1,0,0,0", "'AKx' is no hand such as AA, AKs or AKo, nor * for all hands"},
+        {";=1,0,0,0", "'' is no hand"},
+        {";AKs=1,x,0,0", "'x' is no probability"},
+        {";AKs=1,-1,0,0", "'-1' is no probability"},
+        {";AKs=nan,0,0,0", "'nan' is no probability"},
+        {";AKs=", "'' is no probability"},
+        {";AKs=0,0,0,0", "one of the probabilities must be above 0"},
+        {";AKs=1,0", "2 given for the 4 choices behind root: Check, Bet 50%, Bet 100%, All-In"},
+        {"Chek;AKs=1,0", "there is no 'Chek' behind root; choices: Check"},
+        {"Check/Check;AKs=1", "nobody decides behind Check/Check"},
+        {";72o=1,0,0,0", "OOP holds no 72o behind root"},
+        {"Check;AA=1,0", "IP holds no AA behind Check"},
+    };
+    for (const auto& [lock, message] : locks) {
+        const RunResult result = run({river_, "--lock", lock});
+        EXPECT_EQ(result.exit_code, 2) << lock;
+        EXPECT_THAT(result.err, StartsWith("tidewell-solve: --lock '" + lock + "': " + message));
+        EXPECT_THAT(result.out, IsEmpty());
+    }
+    for (const char* option : {"--stats", "--combos", "--buckets"}) {
+        const RunResult result = run({turn_, option, "--node", "Check/Check"});
+        EXPECT_EQ(result.exit_code, 2) << option;
+        EXPECT_THAT(result.err, HasSubstr("nobody decides behind Check/Check"));
+    }
+}
+
+}  // namespace
+}  // namespace tidewell_cli
