@@ -1,9 +1,5 @@
-#include <QGuiApplication>
-#include <QQmlApplicationEngine>
+#include "app/application.h"
 
 int main(int argc, char* argv[]) {
-    const QGuiApplication application(argc, argv);
-    QQmlApplicationEngine engine;
-    engine.load(QUrl("qrc:/Tidewell/Main.qml"));
-    return engine.rootObjects().isEmpty() ? -1 : QGuiApplication::exec();
+    return tidewell::runApplication(argc, argv);
 }

@@ -1,10 +1,35 @@
 import QtQuick
 import QtQuick.Controls.Basic
 
+import "logic/window_geometry.mjs" as WindowGeometry
+
 ApplicationWindow {
+    id: window
+
+    // What the screen leaves to windows. The program sets it before it shows the window and keeps
+    // it current; by itself QML only knows the area of all screens together.
+    property rect availableGeometry: Qt.rect(0, 0,
+        Screen.desktopAvailableWidth || Screen.width,
+        Screen.desktopAvailableHeight || Screen.height)
+
+    // What the widest page would like to have, in pixels.
+    property int projectRecommendedWidth: 0
+
     title: "Tidewell"
-    visible: true
     color: "#080B12"
+    flags: Qt.Window | Qt.WindowTitleHint | Qt.WindowSystemMenuHint
+           | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
     width: 1200
     height: 800
+    minimumWidth: WindowGeometry.minimumWidth(availableGeometry, projectRecommendedWidth)
+    minimumHeight: WindowGeometry.minimumHeight(availableGeometry)
+
+    Component.onCompleted: {
+        const opening = WindowGeometry.openingGeometry(availableGeometry, projectRecommendedWidth);
+        x = opening.x;
+        y = opening.y;
+        width = opening.width;
+        height = opening.height;
+        showNormal();
+    }
 }

@@ -71,6 +71,7 @@ void wait_until_idle(const SolveSession& session) {
 
 SolveProgress solve(SolveSession& session, const SolveConfig& config,
                     std::function<void(const SolveProgress&)> also = nullptr) {
+    wait_until_idle(session);
     Listener listener;
     EXPECT_TRUE(session.start(config, listener.callback(std::move(also))));
     SolveProgress last = listener.wait().back();
@@ -292,9 +293,15 @@ TEST(TreeSnapshot, TellsEveryNode) {
     ASSERT_EQ(nodes->size(), game->nodes.size());
     EXPECT_LE(nodes->memory_bytes(), 100 * nodes->size());
     std::size_t chances = 0;
+    TreeSnapshot::Builder builder;
     for (std::size_t i = 0; i < nodes->size(); ++i) {
         const kestrel::GameNode& node = game->nodes[i];
         const SolveNodeMeta told = nodes->node(i);
+        const auto actions = nodes->actions(i);
+        EXPECT_TRUE(builder.add_node(told));
+        builder.add_actions(actions);
+        EXPECT_EQ(told.has_children, !actions.empty());
+        ASSERT_EQ(nodes->action_count(i), actions.size());
         const bool decides = node.kind == kestrel::NodeKind::Decision;
         const bool deals = node.kind == kestrel::NodeKind::Chance;
         EXPECT_EQ(told.node_type, decides ? "decision" : deals ? "chance" : "terminal");
@@ -303,11 +310,11 @@ TEST(TreeSnapshot, TellsEveryNode) {
         EXPECT_EQ(told.pot, node.pot);
         EXPECT_EQ(told.invested_oop, node.contributed[0]);
         EXPECT_EQ(told.invested_ip, node.contributed[1]);
-        ASSERT_EQ(told.actions.size(), node.actions.size());
+        ASSERT_EQ(actions.size(), node.actions.size());
         const auto frequencies = solver->action_frequencies(i);
         double sum = 0;
-        for (std::size_t a = 0; a < told.actions.size(); ++a) {
-            const SolveActionInfo& action = told.actions[a];
+        for (std::size_t a = 0; a < actions.size(); ++a) {
+            const SolveActionInfo& action = actions[a];
             EXPECT_EQ(action.name, action_display_name(node.actions[a], naming_pot(*game, i)));
             EXPECT_EQ(action.action_type, action_type_name(node.actions[a], naming_pot(*game, i)));
             EXPECT_EQ(action.child_index, node.children[a]);
@@ -316,13 +323,25 @@ TEST(TreeSnapshot, TellsEveryNode) {
             EXPECT_FLOAT_EQ(action.frequency, expected);
             sum += static_cast<double>(action.frequency);
         }
-        if (!told.actions.empty()) {
+        if (!actions.empty()) {
             EXPECT_NEAR(sum, 1.0, 1e-6);
         }
         chances += deals ? 1 : 0;
     }
     EXPECT_GT(chances, 0U);
     EXPECT_THROW(static_cast<void>(nodes->node(nodes->size())), std::out_of_range);
+    EXPECT_THROW(static_cast<void>(nodes->actions(nodes->size())), std::out_of_range);
+
+    // The same tree put together by hand.
+    EXPECT_FALSE(builder.add_node({"fork", "", "", 0, 0, 0, false}));
+    const auto copy = builder.finish();
+    ASSERT_EQ(std::pair(copy->size(), copy->action_lists()),
+              std::pair(nodes->size(), nodes->size()));
+    for (std::size_t i = 0; i < nodes->size(); ++i) {
+        EXPECT_EQ(copy->node(i), nodes->node(i));
+        EXPECT_EQ(copy->actions(i), nodes->actions(i));
+    }
+    EXPECT_EQ(builder.finish()->size(), 0U);
 
     std::vector<float> none = {std::numeric_limits<float>::quiet_NaN(), -1.0F, 0.0F, INFINITY};
     normalise_frequencies(none);

@@ -1,0 +1,198 @@
+#include "app/language_manager.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDataStream>
+#include <QFile>
+#include <QLocale>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace {
+
+/// A compiled catalogue of one text: context "HandBuckets", source "quads". Its two sections are
+/// the sorted pairs of hash (of the source, ELF's) and offset, and the messages.
+QByteArray catalogueOf(const QString& translation) {
+    const QByteArray source("quads");
+    quint32 hash = 0;
+    for (const char character : source) {
+        hash = (hash << 4) + static_cast<quint8>(character);
+        const quint32 high = hash & 0xF0000000U;
+        hash = (hash ^ (high >> 24)) & ~high;
+    }
+
+    QByteArray messages;
+    QDataStream message(&messages, QIODevice::WriteOnly);
+    message << quint8{3} << translation;  // as UTF-16, big endian, after its length in bytes
+    message << quint8{6} << source << quint8{7} << QByteArray("HandBuckets") << quint8{1};
+
+    const QByteArray magic = QByteArray::fromHex("3cb86418caef9c95cd211cbf60a1bddd");
+    QByteArray file = magic;
+    QDataStream sections(&file, QIODevice::Append);
+    sections << quint8{0x42} << quint32{8} << hash << quint32{0} << quint8{0x69} << messages;
+    return file;
+}
+
+QStringList logged;
+
+void keepMessage(QtMsgType, const QMessageLogContext&, const QString& message) {
+    logged.append(message);
+}
+
+std::string shownQuads() {
+    return QCoreApplication::translate("HandBuckets", "quads").toStdString();
+}
+
+QVariant storedLanguage() {
+    return QSettings().value("ui/language");
+}
+
+/// A directory of catalogues, and a process as it was before any manager.
+class LanguageManagerTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        QSettings().clear();
+        logged.clear();
+        previousHandler_ = qInstallMessageHandler(keepMessage);
+        ASSERT_TRUE(directory_.isValid());
+        addCatalogue("de", catalogueOf("Vierling"));
+        addCatalogue("pt_BR", catalogueOf("Quadra"));
+        addCatalogue("fr", "no catalogue");
+    }
+
+    void TearDown() override {
+        start()->setLanguage("en");
+        QLocale::setDefault(QLocale::system());
+        qInstallMessageHandler(previousHandler_);
+        QSettings().clear();
+    }
+
+    void addCatalogue(const QString& name, const QByteArray& content) {
+        QFile file(directory_.filePath("kestrel_" + name + ".qm"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+    }
+
+    std::unique_ptr<LanguageManager> start(QQmlEngine* engine = nullptr) {
+        return std::make_unique<LanguageManager>(engine, nullptr, directory_.path());
+    }
+
+  private:
+    QTemporaryDir directory_;
+    QtMessageHandler previousHandler_ = nullptr;
+};
+
+TEST_F(LanguageManagerTest, CodesAreNormalized) {
+    const std::pair<QVariant, QString> cases[] = {
+        {QVariant(), "system"}, {"", "system"},
+        {"  ", "system"},       {"AUTO", "system"},
+        {" auto\n", "system"},  {"System", "system"},
+        {" de ", "de"},         {"pt_BR", "pt_BR"},
+        {"DE", "DE"},           {QStringList{"de", "fr"}, "system"}};
+    for (const auto& [code, language] : cases) {
+        QSettings().setValue("ui/language", code);
+        EXPECT_EQ(start()->currentLanguage(), language) << code.toString().toStdString();
+        EXPECT_EQ(storedLanguage(), code) << "a start stores nothing";
+
+        QSettings().setValue("ui/language", "xx");
+        const auto manager = start();
+        manager->setLanguage(code.toString());
+        EXPECT_EQ(manager->currentLanguage(), language);
+        EXPECT_EQ(storedLanguage(), language);
+    }
+}
+
+TEST_F(LanguageManagerTest, EachLanguageReplacesTheOneBefore) {
+    const struct {
+        const char* code;
+        const char* quads;
+        const char* half;
+    } steps[] = {{"de", "Vierling", "0,5"}, {"pt_BR", "Quadra", "0,5"},  {"en", "quads", "0.5"},
+                 {"de", "Vierling", "0,5"}, {"xx", "quads", "0.5"},      {"pt", "Quadra", "0,5"},
+                 {"fr", "quads", "0,5"},    {"de_AT", "Vierling", "0,5"}};
+    const auto manager = start();
+    for (const auto& step : steps) {
+        manager->setLanguage(step.code);
+        EXPECT_EQ(shownQuads(), step.quads) << step.code;
+        EXPECT_EQ(QLocale().toString(0.5), step.half) << step.code;
+        EXPECT_EQ(storedLanguage(), step.code);
+        EXPECT_EQ(start()->currentLanguage(), step.code) << "at the next start";
+        EXPECT_EQ(shownQuads(), step.quads) << step.code;
+        const bool loaded = shownQuads() != "quads";
+        EXPECT_EQ(logged.last(), QString("Language set to \"%1\" (translator %2 )")
+                                     .arg(step.code, loaded ? "loaded" : "not loaded"));
+    }
+}
+
+TEST_F(LanguageManagerTest, TheClosestCatalogueServes) {
+    for (const char* const name : {"en", "it_IT", "es", "es_ES", "xx"}) {
+        addCatalogue(name, catalogueOf(name));
+    }
+    const std::pair<const char*, const char*> cases[] = {{"it", "it_IT"},    {"es", "es"},
+                                                         {"es_ES", "es_ES"}, {"es_MX", "es"},
+                                                         {"xx", "xx"},       {"en", "quads"}};
+    const auto manager = start();
+    for (const auto& [code, shown] : cases) {
+        manager->setLanguage(code);
+        EXPECT_EQ(shownQuads(), shown) << code;
+    }
+}
+
+TEST_F(LanguageManagerTest, SystemMeansTheSystemsLanguageAtTheStartAndLater) {
+    addCatalogue(QLocale::system().name(), catalogueOf("of the system"));
+    const auto manager = start();
+    EXPECT_EQ(shownQuads(), "of the system");
+    manager->setLanguage("en");
+    EXPECT_EQ(shownQuads(), "quads");
+    manager->setLanguage("system");
+    EXPECT_EQ(shownQuads(), "of the system");
+    EXPECT_EQ(QLocale(), QLocale::system());
+}
+
+TEST_F(LanguageManagerTest, TheSameLanguageAgainDoesNothing) {
+    const auto manager = start();
+    int changes = 0;
+    QObject::connect(manager.get(), &LanguageManager::currentLanguageChanged,
+                     [&changes] { ++changes; });
+    manager->setLanguage("de");
+    EXPECT_EQ(changes, 1);
+    QSettings().remove("ui/language");
+    const qsizetype messages = logged.size();
+    manager->setLanguage(" de");
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(logged.size(), messages);
+    EXPECT_FALSE(storedLanguage().isValid());
+}
+
+TEST_F(LanguageManagerTest, BindingsFollowTheLanguage) {
+    QQmlEngine engine;
+    const auto manager = start(&engine);
+    QQmlComponent component(&engine);
+    component.setData(
+        "import QtQuick\n"
+        "QtObject {\n"
+        "    property string quads: qsTr('quads')\n"
+        "    function half() { return (0.5).toLocaleString(Qt.locale(), 'f', 1) }\n"
+        "}",
+        QUrl("file:///HandBuckets.qml"));  // the name is the context of qsTr
+    const std::unique_ptr<QObject> object(component.create());
+    ASSERT_TRUE(object) << component.errorString().toStdString();
+    const std::pair<const char*, const char*> cases[] = {
+        {"en", "quads"}, {"de", "Vierling"}, {"pt_BR", "Quadra"}};
+    for (const auto& [code, quads] : cases) {
+        manager->setLanguage(code);
+        EXPECT_EQ(object->property("quads"), quads);
+        EXPECT_EQ(engine.uiLanguage(), QLocale(code).bcp47Name());
+        QVariant half;
+        ASSERT_TRUE(QMetaObject::invokeMethod(object.get(), "half", Q_RETURN_ARG(QVariant, half)));
+        EXPECT_EQ(half, QLocale(code).toString(0.5));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,213 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QQmlApplicationEngine>
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "app/application.h"
+#include "tests/app/installed_program.h"
+
+namespace tidewell {
+namespace {
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsSupersetOf;
+using testing::MatchesRegex;
+using testing::Not;
+
+const std::string installedLine = "<time> [INFO] Crash handlers installed (v2)\r";
+const std::string startingLine = "<time> [INFO] --- Tidewell starting (pre-QFile) ---\r";
+
+/// The start-up with a document of the test's.
+class Startup : public testing::Test {
+  protected:
+    Startup() : child_(STARTUP_CHILD_PATH) { setDocument("Component.onCompleted: Qt.quit()"); }
+
+    void setDocument(const QByteArray& body) const {
+        QFile file(child_.path("document.qml"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("import QtQml\nQtObject {\n property rect availableGeometry\n" + body + "\n}\n");
+    }
+
+    void run(const QString& death = {}) {
+        QProcess process;
+        QStringList arguments = {child_.path("document.qml")};
+        if (!death.isEmpty()) {
+            arguments.append(death);
+        }
+        child_.start(process, arguments);
+        EXPECT_TRUE(process.waitForFinished(60000));
+        crashed_ = process.exitStatus() == QProcess::CrashExit;
+        code_ = process.exitCode();  // the signal, when one ended it
+        errorOutput_ = process.readAllStandardError().toStdString();
+        appLog_ = linesOf(child_.appLogPath());
+        tempLog_ = linesOf(child_.tempLogPath());
+    }
+
+    InstalledProgram child_;
+    bool crashed_ = false;
+    int code_ = 0;
+    std::string errorOutput_;
+    std::vector<std::string> appLog_;
+    std::vector<std::string> tempLog_;
+};
+
+TEST_F(Startup, LeavesTwoLinesWithoutLogging) {
+    child_.setVariable("KESTREL_ENABLE_LOGS", "2");
+    child_.setVariable("TIDEWELL_ENABLE_LOGS", "enabled");
+    setDocument(R"(Component.onCompleted: {
+        console.debug("to be dropped");
+        console.info("to be dropped");
+        console.warn("to be seen");
+        Qt.exit(7);
+    })");
+    run();
+    EXPECT_FALSE(crashed_);
+    EXPECT_EQ(code_, 7);
+    EXPECT_THAT(appLog_, ElementsAre(installedLine, startingLine));
+    EXPECT_EQ(tempLog_, appLog_);
+    EXPECT_THAT(errorOutput_, AllOf(HasSubstr("to be seen"), Not(HasSubstr("to be dropped"))));
+
+    run();
+    EXPECT_THAT(appLog_, ElementsAre(installedLine, startingLine, installedLine, startingLine));
+}
+
+TEST_F(Startup, LogsToBothFilesWhenAsked) {
+    child_.setVariable("KESTREL_ENABLE_LOGS", "0");
+    child_.setVariable("TIDEWELL_ENABLE_LOGS", " TRUE ");
+    setDocument(R"(Component.onCompleted: {
+        const application = Qt.application;
+        console.debug([application.organization, application.name, application.displayName,
+                       application.version].join(", "));
+        console.warn(appController.showdownWinner("AhKsQdJc2d", "AsAd", "KcKd").winner);
+        console.error(typeof languageManager.setLanguage, typeof updates.checkNow);
+        undefinedFunction();
+    }
+    Component.onDestruction: console.warn(appController.showdownWinner("", "", "").winner)
+    property var timer: Timer { running: true; interval: 0; onTriggered: Qt.quit() })");
+    run();
+    EXPECT_FALSE(crashed_);
+    EXPECT_EQ(code_, 0);
+
+    const auto path = [this](const QString& name) { return child_.path(name).toStdString(); };
+    ASSERT_GT(appLog_.size(), 8U);
+    EXPECT_THAT(
+        std::vector(appLog_.begin(), appLog_.begin() + 8),
+        ElementsAre(installedLine, startingLine, "<time> [INFO] Starting Tidewell",
+                    "<time> [INFO] appDir=" + path("app"), "<time> [INFO] cwd=" + path("home"),
+                    "<time> [INFO] log_appDir=" + path("app/tidewell.log"),
+                    "<time> [INFO] log_temp=" + path("tmp/tidewell.log"),
+                    "<time> [INFO] QuickControlsStyle=Basic"));
+    EXPECT_THAT(appLog_, IsSupersetOf({"<time> [DEBUG] Tidewell, Tidewell, Tidewell, 1.0.4",
+                                       "<time> [WARN] OOP", "<time> [ERROR] function function",
+                                       "<time> [INFO] QML loaded. rootObjects=1"}));
+    EXPECT_THAT(appLog_, Contains(MatchesRegex(".*WARN. file:.*undefinedFunction.*")));
+    EXPECT_EQ(appLog_.back(), "<time> [WARN] UNKNOWN");  // the document goes before the objects
+    EXPECT_EQ(tempLog_, appLog_);
+}
+
+TEST_F(Startup, MakesDoWithTheFilesThatOpen) {
+    child_.setVariable("KESTREL_ENABLE_LOGS", "1");
+    QDir().mkdir(child_.appLogPath());
+    run();
+    EXPECT_EQ(code_, 0);
+    EXPECT_THAT(tempLog_, Contains("<time> [INFO] QML loaded. rootObjects=1"));
+    EXPECT_THAT(errorOutput_, Not(HasSubstr("QML loaded")));
+
+    QFile::remove(child_.tempLogPath());
+    QDir().mkdir(child_.tempLogPath());
+    run();
+    EXPECT_EQ(code_, 0);
+    EXPECT_THAT(errorOutput_,
+                AllOf(HasSubstr("QML loaded. rootObjects=1"), Not(HasSubstr("Starting"))));
+}
+
+TEST_F(Startup, EndsWithoutARootObject) {
+    child_.setVariable("TIDEWELL_ENABLE_LOGS", "on");
+    setDocument("no property: 1");
+    run();
+    EXPECT_FALSE(crashed_);
+    EXPECT_EQ(code_, 255);
+    const std::string document = "file://" + child_.path("document.qml").toStdString();
+    EXPECT_THAT(appLog_, Contains(MatchesRegex(".*WARN. " + document + ":4:.*")));
+    EXPECT_THAT(appLog_, Contains("<time> [ERROR] Failed to load QML: " + document));
+}
+
+TEST(ReportFailures, EndsTheEventLoopWhenALaterDocumentFails) {
+    QQmlApplicationEngine engine;
+    reportFailures(engine);
+    testing::internal::CaptureStderr();
+    engine.loadData("import QtQml\nQtObject { missing: 1 }");
+    EXPECT_EQ(QGuiApplication::exec(), -1);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("QML object creation failed"));
+}
+
+TEST_F(Startup, LastWordsReachBothFiles) {
+    const auto fault = [](const std::string& code, const std::string& address) {
+        return "FATAL: Unhandled SEH exception code=0x" + code + " addr=" + address + "\r";
+    };
+    const auto signalLine = [](int number) {
+        return "FATAL: C signal received sig=" + std::to_string(number) + "\r";
+    };
+    const std::string terminateLine = "FATAL: std::terminate\\(\\) called\r";
+    const std::string allocationLine = "FATAL: std::new_handler invoked \\(out of memory\\)\r";
+    const std::string anywhere = "[1-9a-f][0-9a-f]+";
+    struct Case {
+        const char* death;
+        int signal;
+        std::vector<std::string> patterns;  // before the line of the signal
+    };
+    const Case cases[] = {
+        {"abort", SIGABRT, {}},
+        {"bad address", SIGSEGV, {fault("b", "10")}},
+        {"bad address in a thread", SIGSEGV, {fault("b", "10")}},
+        {"stack overflow", SIGSEGV, {fault("b", anywhere)}},
+        {"beyond a file", SIGBUS, {fault("7", anywhere)}},
+        {"illegal instruction", SIGILL, {fault("4", anywhere)}},
+        {"division by zero", SIGFPE, {fault("8", anywhere)}},
+        {"sent signal", SIGSEGV, {}},
+        {"terminate", SIGABRT, {terminateLine}},
+        {"uncaught exception", SIGABRT, {terminateLine}},
+        {"failed allocation", SIGABRT, {allocationLine}},
+        {"fatal message", SIGABRT, {}},
+    };
+    setDocument("");
+    for (const Case& expected : cases) {
+        QFile::remove(child_.appLogPath());
+        QFile::remove(child_.tempLogPath());
+        run(expected.death);
+        EXPECT_TRUE(crashed_) << expected.death;
+        EXPECT_EQ(code_, expected.signal) << expected.death;
+        std::vector<testing::Matcher<std::string>> lines = {installedLine, startingLine};
+        for (const std::string& pattern : expected.patterns) {
+            lines.push_back(MatchesRegex(pattern));
+        }
+        lines.push_back(signalLine(expected.signal));
+        EXPECT_THAT(appLog_, testing::ElementsAreArray(lines)) << expected.death;
+        EXPECT_EQ(tempLog_, appLog_) << expected.death;
+    }
+}
+
+TEST_F(Startup, FatalMessageIsLoggedBeforeTheEnd) {
+    child_.setVariable("TIDEWELL_ENABLE_LOGS", "1");
+    setDocument("");
+    run("fatal message");
+    EXPECT_TRUE(crashed_);
+    EXPECT_EQ(code_, SIGABRT);
+    ASSERT_GT(appLog_.size(), 2U);
+    EXPECT_THAT(std::vector(appLog_.end() - 2, appLog_.end()),
+                ElementsAre("<time> [FATAL] the last message", "FATAL: C signal received sig=6\r"));
+    EXPECT_EQ(tempLog_, appLog_);
+}
+
+}  // namespace
+}  // namespace tidewell

@@ -1,0 +1,239 @@
+#include "app/statistics.h"
+
+#include <gtest/gtest.h>
+
+#include <QSettings>
+#include <QVariant>
+#include <limits>
+#include <utility>
+
+namespace {
+
+using tidewell::Statistics;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// An empty store, and a calendar that the test turns.
+class StatisticsTest : public testing::Test {
+  protected:
+    void SetUp() override { QSettings().clear(); }
+    void TearDown() override { QSettings().clear(); }
+
+    /// A fresh start of the program.
+    Statistics start() {
+        return Statistics([this] { return today_; });
+    }
+
+    static void store(const QString& key, const QVariant& value) {
+        QSettings().setValue(key, value);
+    }
+
+    QDate today_ = QDate(2024, 5, 15);  // a Wednesday
+};
+
+QVariantMap cellOf(const QVariantList& grid, const QString& date) {
+    for (const QVariant& cell : grid) {
+        if (cell.toMap()["date"] == date) {
+            return cell.toMap();
+        }
+    }
+    return {};
+}
+
+TEST_F(StatisticsTest, GridIsWholeWeeksThatEndWithThePresentOne) {
+    const QDate monday(2024, 2, 26);  // its week holds a leap day
+    for (const int days : {Statistics::daysOfSixMonths, Statistics::daysOfYear}) {
+        for (int weekday = 0; weekday < 7; ++weekday) {
+            today_ = monday.addDays(weekday);
+            const QVariantList grid = start().solveActivityGrid(days);
+            ASSERT_EQ(grid.size(), days);
+            for (int i = 0; i < days; ++i) {
+                const QVariantMap cell = grid[i].toMap();
+                const QDate date = monday.addDays(7 + i - days);
+                ASSERT_EQ(cell["date"].toString(), date.toString("yyyy-MM-dd"));
+                ASSERT_EQ(cell["isFuture"], QVariant(i > days - 7 + weekday)) << weekday;
+                ASSERT_EQ(cell["isPadding"], QVariant(false));
+            }
+        }
+    }
+    const QVariantList filled = start().solveActivityGrid(10);
+    ASSERT_EQ(filled.size(), 14);
+    EXPECT_EQ(filled[3], QVariant(QVariantMap{{"isPadding", true}}));
+    EXPECT_EQ(filled[4].toMap()["date"], "2024-02-23");
+    EXPECT_TRUE(start().solveActivityGrid(-3).isEmpty());
+}
+
+TEST_F(StatisticsTest, SolvesAddUpByDay) {
+    Statistics statistics = start();
+    statistics.recordSolve(100, 0.25, 2000);
+    statistics.recordSolve(300, 0.75, 4000);
+    EXPECT_EQ(statistics.solvesToday(), 2);
+    today_ = today_.addDays(1);
+    EXPECT_EQ(statistics.solvesToday(), 0);
+    statistics.recordSolve(50, 0.5, 5000);
+    statistics.recordSolve(-5, notANumber, -1);  // a solve, but none of its numbers count
+
+    const struct {
+        const char* date;
+        int solves;
+        double iterations;
+        double exploitability;
+        int runtimeMsSum;
+        double runtimeSec;
+    } days[] = {{"2024-05-14", 0, 0, 0, 0, 0},
+                {"2024-05-15", 2, 200, 0.5, 6000, 3},
+                {"2024-05-16", 2, 25, 0.25, 5000, 2.5},
+                {"2024-05-17", 0, 0, 0, 0, 0}};
+    const QVariantList grid = start().solveActivityGrid(Statistics::daysOfYear);
+    for (const auto& day : days) {
+        const QVariantMap cell = cellOf(grid, day.date);
+        EXPECT_EQ(cell["solves"], day.solves) << day.date;
+        EXPECT_EQ(cell["avgIterations"], day.iterations) << day.date;
+        EXPECT_EQ(cell["avgExploitability"], day.exploitability) << day.date;
+        EXPECT_EQ(cell["runtimeMsSum"], day.runtimeMsSum) << day.date;
+        EXPECT_EQ(cell["avgRuntimeSec"], day.runtimeSec) << day.date;
+    }
+}
+
+TEST_F(StatisticsTest, FirstSolveIsLookedUpOnceInARun) {
+    Statistics first = start();
+    EXPECT_EQ(first.firstSolveDateIso(), "");
+    first.recordSolve(100, 0.5, 1000);
+    EXPECT_EQ(first.firstSolveDateIso(), "");
+    EXPECT_TRUE(first.solveHistoryDaily().isEmpty());
+
+    today_ = today_.addDays(2);
+    Statistics second = start();
+    second.recordSolve(100, 0.5, 500);
+    second.recordSolve(100, 0.5, 700);
+    EXPECT_EQ(second.firstSolveDateIso(), "2024-05-15");
+    const QVariantList expected = {
+        QVariantMap{{"date", "2024-05-15"}, {"solves", 1}, {"runtimeMsSum", 1000}},
+        QVariantMap{{"date", "2024-05-16"}, {"solves", 0}, {"runtimeMsSum", 0}},
+        QVariantMap{{"date", "2024-05-17"}, {"solves", 2}, {"runtimeMsSum", 1200}}};
+    EXPECT_EQ(second.solveHistoryDaily(), expected);
+
+    today_ = QDate(2024, 5, 14);
+    EXPECT_EQ(start().firstSolveDateIso(), "2024-05-15");
+    EXPECT_TRUE(start().solveHistoryDaily().isEmpty()) << "a first solve after today";
+}
+
+TEST_F(StatisticsTest, FirstSolveDateIsMendedFromTheDays) {
+    store("solveActivity/2024-03-01/solves", 1);
+    store("solveActivity/2024-02-29/solves", 2);
+    store("solveActivity/2024-01-01/solves", 0);  // no solve
+    store("solveActivity/2023-02-29/solves", 1);  // no day
+    store("solveActivity/0001-01-01/solves", 1);
+    store("solveActivity/notes/solves", 1);
+    const QVariant damaged[] = {QVariant(), "",           "soon",       "2024-13-01",
+                                -1,         "0001-01-01", "2024-02-30", QStringList{"a", "b"}};
+    for (const QVariant& value : damaged) {
+        store("solveActivity/firstSolveDate", value);
+        EXPECT_EQ(start().firstSolveDateIso(), "2024-02-29") << value.toString().toStdString();
+        EXPECT_EQ(QSettings().value("solveActivity/firstSolveDate"), "2024-02-29");
+    }
+    store("solveActivity/firstSolveDate", " 2024-04-01 ");
+    EXPECT_EQ(start().firstSolveDateIso(), "2024-04-01") << "a good date stands";
+}
+
+TEST_F(StatisticsTest, HandsCountAsMistakesByVerdictOrLoss) {
+    const struct {
+        bool isMistake;
+        double evLoss;
+        int mistakes;
+        double lossSum;
+    } cases[] = {{false, 0, 0, 0},    {true, 0, 1, 0},          {false, 0.5, 1, 0.5},
+                 {true, 0.5, 1, 0.5}, {true, notANumber, 1, 0}, {false, notANumber, 0, 0},
+                 {false, -0.5, 0, 0}, {false, infinity, 0, 0},  {false, -infinity, 0, 0}};
+    for (const auto& hand : cases) {
+        Statistics statistics = start();
+        statistics.clearPlayVsSolutionStats();
+        statistics.recordPlayVsSolutionHand(false, 1);
+        statistics.recordPlayVsSolutionHand(hand.isMistake, hand.evLoss);
+        const QVariantMap stats = statistics.playVsSolutionStats();
+        for (const QString side : {"total", "today"}) {
+            EXPECT_EQ(stats[side + "Hands"], 2);
+            EXPECT_EQ(stats[side + "Mistakes"], 1 + hand.mistakes) << hand.evLoss;
+            EXPECT_EQ(stats[side + "AvgEvLoss"], (1 + hand.lossSum) / 2) << hand.evLoss;
+        }
+    }
+}
+
+TEST_F(StatisticsTest, MidnightStartsTodayAnewAndClearingBoth) {
+    Statistics statistics = start();
+    for (int hand = 0; hand < 8; ++hand) {
+        statistics.recordPlayVsSolutionHand(false, 0);
+    }
+    today_ = today_.addDays(1);
+    statistics.recordPlayVsSolutionHand(false, 1.5);
+    statistics.recordPlayVsSolutionHand(true, 0);
+    const QVariantMap expected = {{"totalHands", 10},         {"totalMistakes", 2},
+                                  {"totalAccuracyPct", 80.0}, {"totalAvgEvLoss", 0.15},
+                                  {"todayHands", 2},          {"todayMistakes", 2},
+                                  {"todayAccuracyPct", 0.0},  {"todayAvgEvLoss", 0.75}};
+    EXPECT_EQ(statistics.playVsSolutionStats(), expected);
+
+    statistics.recordSolve(100, 0.5, 1000);
+    statistics.clearPlayVsSolutionStats();
+    for (const QVariant& value : statistics.playVsSolutionStats()) {
+        EXPECT_EQ(value, 0.0);
+    }
+    EXPECT_EQ(statistics.solvesToday(), 1) << "solves have no part in clearing";
+    EXPECT_TRUE(QSettings().allKeys().filter("playVsSolution").isEmpty());
+}
+
+TEST_F(StatisticsTest, DamagedNumbersReadAsNoneAndAreWrittenOver) {
+    const QVariant damaged[] = {"many", "",        -3,      "-3",
+                                "nan",  -infinity, "1e999", QStringList{"1", "2"}};
+    for (const QVariant& value : damaged) {
+        SCOPED_TRACE(value.toString().toStdString());
+        for (const char* const key : {"solves", "iterationsSum", "runtimeMsSum"}) {
+            store(QString("solveActivity/2024-05-15/") + key, value);
+        }
+        store("solveActivity/2024-05-15/exploitabilitySum", notANumber);
+        for (const char* const key : {"hands", "mistakes", "evLossSum"}) {
+            store(QString("playVsSolution/total/") + key, value);
+        }
+        Statistics statistics = start();
+        EXPECT_EQ(statistics.solvesToday(), 0);
+        statistics.recordSolve(10, 2, 3000);
+        const QVariantMap cell =
+            cellOf(statistics.solveActivityGrid(Statistics::daysOfSixMonths), "2024-05-15");
+        EXPECT_EQ(cell["avgIterations"], 10.0);
+        EXPECT_EQ(cell["avgExploitability"], 2.0);
+        EXPECT_EQ(cell["avgRuntimeSec"], 3.0);
+        EXPECT_EQ(statistics.playVsSolutionStats()["totalAccuracyPct"], 0.0);
+        statistics.recordPlayVsSolutionHand(false, 0.5);
+        EXPECT_EQ(statistics.playVsSolutionStats()["totalMistakes"], 1);
+        EXPECT_EQ(statistics.playVsSolutionStats()["totalAvgEvLoss"], 0.5);
+    }
+}
+
+TEST_F(StatisticsTest, SumsStopAtTheirLimits) {
+    const QVariant mostCounted(std::numeric_limits<int>::max());
+    const QVariant mostWhole(std::numeric_limits<qlonglong>::max());
+    const QVariant mostReal(std::numeric_limits<double>::max());
+    const std::pair<QString, QVariant> limits[] = {
+        {"solveActivity/2024-05-15/solves", mostCounted},
+        {"solveActivity/2024-05-15/iterationsSum", mostWhole},
+        {"solveActivity/2024-05-15/exploitabilitySum", mostReal},
+        {"solveActivity/2024-05-15/runtimeMsSum", mostWhole},
+        {"playVsSolution/total/mistakes", mostCounted},
+        {"playVsSolution/2024-05-15/hands", mostCounted},
+        {"playVsSolution/2024-05-15/evLossSum", mostReal}};
+    for (const auto& [key, limit] : limits) {
+        store(key, limit);
+    }
+    store("solveActivity/2024-05-15/solves", "99999999999");
+    Statistics statistics = start();
+    statistics.recordSolve(1000, mostReal.toDouble(), 1);
+    statistics.recordPlayVsSolutionHand(true, mostReal.toDouble());
+    for (const auto& [key, limit] : limits) {
+        EXPECT_EQ(QSettings().value(key), limit) << key.toStdString();
+    }
+    EXPECT_EQ(statistics.playVsSolutionStats()["totalAccuracyPct"], 0.0)
+        << "more mistakes than hands";
+}
+
+}  // namespace

@@ -1,0 +1,141 @@
+#include "app/text_files.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+using tidewell::readTextFile;
+using tidewell::readTextResource;
+using tidewell::saveTextFile;
+
+namespace {
+
+constexpr int readLimit = 2'097'152;
+
+class TextFiles : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(folder.isValid()); }
+
+    QUrl url(const QString& name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
+
+    void write(const QString& name, const QByteArray& bytes) const {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    QByteArray read(const QString& name) const {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder;
+};
+
+/// As long as it lives, no file grows beyond a size.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) : formerHandler_(signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &former_);
+        const rlimit limited{bytes, former_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &former_);
+        signal(SIGXFSZ, formerHandler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    rlimit former_{};
+    sighandler_t formerHandler_;
+};
+
+}  // namespace
+
+TEST_F(TextFiles, SavesAndReadsUtf8) {
+    const QString text = "AhKs: ♠♥ 0,5\nzweite Zeile, 😀\n";
+    const QVariantMap saved = saveTextFile(url("räng %41.txt"), text);
+    EXPECT_EQ(saved, QVariantMap({{"ok", true}, {"error", ""}}));
+    EXPECT_EQ(read("räng %41.txt"), text.toUtf8());
+    EXPECT_EQ(readTextFile(url("räng %41.txt")),
+              QVariantMap({{"ok", true}, {"error", ""}, {"text", text}}));
+
+    write("dos.txt", "a\r\nb\r\n");
+    EXPECT_EQ(readTextFile(url("dos.txt"))["text"], "a\nb\n");
+}
+
+TEST_F(TextFiles, ReadsAtMostTwoMebibytes) {
+    write("full.txt", QByteArray(readLimit, 'x'));
+    EXPECT_EQ(readTextFile(url("full.txt"))["text"].toString().size(), readLimit);
+    write("over.txt", QByteArray(readLimit + 1, 'x'));
+    EXPECT_EQ(readTextFile(url("over.txt")),
+              QVariantMap(
+                  {{"ok", false}, {"error", "File is too large (2097153 bytes)."}, {"text", ""}}));
+    EXPECT_EQ(readTextFile(QUrl("file:///dev/zero"))["error"],
+              "File is too large (2097153 bytes).");
+}
+
+TEST_F(TextFiles, ReadingTellsWhatIsWrong) {
+    const std::pair<QUrl, const char*> cases[] = {
+        {QUrl(), "Invalid file URL."},
+        {QUrl("file://[half"), "Invalid file URL."},
+        {QUrl("https://host.invalid/a.txt"), "Only local files are supported."},
+        {QUrl("a.txt"), "Only local files are supported."},
+        {QUrl("file:"), "Empty file path."},
+        {QUrl::fromLocalFile("  "), "Empty file path."},
+        {url("none.txt"), "File does not exist."},
+        {url("."), "Failed to open file: "}};
+    for (const auto& [address, error] : cases) {
+        const QVariantMap answer = readTextFile(address);
+        EXPECT_FALSE(answer["ok"].toBool()) << address.toString().toStdString();
+        EXPECT_EQ(answer["text"], "");
+        EXPECT_TRUE(answer["error"].toString().startsWith(error))
+            << address.toString().toStdString() << ": " << answer["error"].toString().toStdString();
+    }
+}
+
+TEST_F(TextFiles, SavingTellsWhatIsWrong) {
+    const std::pair<QUrl, const char*> cases[] = {
+        {QUrl(), "Invalid/non-local file URL"},
+        {QUrl("https://host.invalid/a.txt"), "Invalid/non-local file URL"},
+        {QUrl("file:"), "Empty file path"},
+        {url("none/a.txt"), "Failed to open file: "}};
+    for (const auto& [address, error] : cases) {
+        const QVariantMap answer = saveTextFile(address, "text");
+        EXPECT_FALSE(answer["ok"].toBool()) << address.toString().toStdString();
+        EXPECT_TRUE(answer["error"].toString().startsWith(error))
+            << address.toString().toStdString() << ": " << answer["error"].toString().toStdString();
+    }
+}
+
+TEST_F(TextFiles, AFailedSaveKeepsTheFormerFile) {
+    write("kept.txt", "kept");
+    QVariantMap answer;
+    {
+        const FileSizeLimit limit(1 << 20);
+        answer = saveTextFile(url("kept.txt"), QString(1 << 21, 'x'));
+    }
+    EXPECT_FALSE(answer["ok"].toBool());
+    EXPECT_TRUE(answer["error"].toString().startsWith("Failed to save file: "));
+    EXPECT_EQ(read("kept.txt"), "kept");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("kept.txt"));
+}
+
+TEST_F(TextFiles, ReadsOnlyResources) {
+    const QString suits = "{ \"suits\": \"♠♥♦♣\" }\n";
+    for (const char* const path : {"qrc:/suits.json", ":/suits.json", " /suits.json\n"}) {
+        EXPECT_EQ(readTextResource(path), suits) << path;
+    }
+    write("a.txt", "outside");
+    const QString refused[] = {folder.filePath("a.txt"), url("a.txt").toString(), "suits.json",
+                               "qrc:/none.json",         ":/../../etc/hostname",  ""};
+    for (const QString& path : refused) {
+        EXPECT_EQ(readTextResource(path), "") << path.toStdString();
+    }
+}

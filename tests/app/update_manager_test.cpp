@@ -1,0 +1,483 @@
+#include "app/update_manager.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QNetworkProxyFactory>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <tuple>
+#include <utility>
+
+#include "app/update_manifest.h"
+#include "tests/app/http_server.h"
+
+using After = HttpServer::After;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Runs the event loop until something holds, or for ten seconds.
+bool waitUntil(const std::function<bool()>& holds) {
+    QEventLoop loop;
+    QTimer probe;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QObject::connect(&probe, &QTimer::timeout, &loop, [&] {
+        if (holds() || elapsed.hasExpired(10'000)) loop.quit();
+    });
+    probe.start(0);
+    loop.exec();
+    return holds();
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray manifestFor(const QString& url) {
+    return R"({"version": "9.0", "url": ")" + url.toUtf8() + "\"}";
+}
+
+/// Managers against a server, with a folder of their own to download to.
+class UpdateManagerTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(folder.isValid());
+        QNetworkProxyFactory::setUseSystemConfiguration(false);
+        QSettings().clear();
+        qunsetenv("KESTREL_UPDATE_URL");
+        qunsetenv("KESTREL_UPDATE_MANIFEST_URL");
+        qputenv("TMPDIR", folder.path().toUtf8());
+        host.installPoll = 10ms;
+        host.startInstaller = [this](const QString& path, const QStringList& arguments) {
+            EXPECT_EQ(arguments, tidewell::installerArguments());
+            started.append(path);
+            return startSucceeds;
+        };
+        host.quit = [this] { ++quits; };
+        host.openAddress = [this](const QUrl& url) {
+            opened.append(url.toString());
+            return true;
+        };
+    }
+
+    void TearDown() override {
+        QSettings().clear();
+        qputenv("TMPDIR", formerTemp);
+    }
+
+    std::unique_ptr<UpdateManager> makeManager() { return std::make_unique<UpdateManager>(host); }
+
+    /// A manager that starts with a cached manifest.
+    std::unique_ptr<UpdateManager> makeManagerKnowing(const QByteArray& manifest) {
+        QSettings().setValue("updates/cachedManifestJson", QString::fromUtf8(manifest));
+        return makeManager();
+    }
+
+    /// A manager that knows of an update at a path of the server, and what the server says there.
+    std::unique_ptr<UpdateManager> makeManagerFor(const QString& path, const QByteArray& answer,
+                                                  After after = After::Close) {
+        server.answer(path.toUtf8(), answer, after);
+        return makeManagerKnowing(manifestFor(server.address(path)));
+    }
+
+    void check(UpdateManager& manager, const QString& address) {
+        manager.setManifestUrl(address);
+        manager.checkNow();
+        EXPECT_TRUE(waitUntil([&manager] { return !manager.busy(); }));
+    }
+
+    void finishDownload(UpdateManager& manager) {
+        EXPECT_TRUE(waitUntil([&manager] { return !manager.downloadBusy(); }));
+    }
+
+    /// Returns when a poll that was due, if there was one, is over.
+    void passAPoll() {
+        QEventLoop loop;
+        QTimer::singleShot(3 * host.installPoll, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+    QStringList storedFiles() const {
+        return QDir(folder.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    const QByteArray formerTemp = qgetenv("TMPDIR");
+    HttpServer server;
+    QTemporaryDir folder;
+    tidewell::UpdateHost host;
+    QStringList started;
+    bool startSucceeds = true;
+    int quits = 0;
+    QStringList opened;
+};
+
+}  // namespace
+
+TEST(UpdateManifest, VersionsCompareByTheirNumbersAlone) {
+    const std::tuple<const char*, const char*, bool> cases[] = {{"1.2.2", " v1.2.3-beta+5 ", true},
+                                                                {"1.2.3", "v1.2.3-beta+5", false},
+                                                                {"1.9", "V1.10", true},
+                                                                {"2.0", "1.9.9", false},
+                                                                {"1.0", "", false},
+                                                                {"", "1.0", false},
+                                                                {"1.0", "vv2", false},
+                                                                {"1.0", "1.0+9-9", false}};
+    for (const auto& [current, latest, newer] : cases) {
+        EXPECT_EQ(tidewell::isNewerVersion(current, latest), newer) << current << " to " << latest;
+    }
+}
+
+TEST(UpdateManifest, InstallerNamesStayInTheirFolder) {
+    const QString made = "Tidewell-Setup-2.0.exe";
+    const std::pair<const char*, QString> cases[] = {
+        {"/get/Setup%202.exe?x=/other.exe", "Setup 2.exe"},
+        {"/get/S%C3%A4ge%F0%9F%98%80.exe", "Säge😀.exe"},
+        {"/get/..%2F..%2Fevil.exe", "evil.exe"},
+        {"/get/..%5C..%5Cevil.exe", "evil.exe"},
+        {"/get/", made},
+        {"/get/a%2F", made},
+        {"", made},
+        {"/get/x%2F%2e%2e", made},
+        {"/get/%20.bashrc", made},
+        {"/get/C%3Aevil.exe", made},
+        {"/get/a%00.exe", made},
+        {"/get/a%0Ab.exe", made},
+        {"/get/%E2%80%AEexe.txt", made}};  // turns the direction of writing
+    for (const auto& [path, name] : cases) {
+        const QUrl url(QString("https://host.invalid") + path);
+        EXPECT_EQ(tidewell::installerFileName(url, " 2.0 "), name) << path;
+    }
+    for (const char* const version : {" ", "../../evil", "2\\..\\0", "2\n0"}) {
+        EXPECT_EQ(tidewell::installerFileName(QUrl("https://host.invalid/"), version),
+                  "Tidewell-Setup-latest.exe")
+            << version;
+    }
+}
+
+TEST_F(UpdateManagerTest, ChoosesTheManifestAddress) {
+    const auto address = [this] { return makeManager()->manifestUrl(); };
+    EXPECT_EQ(address(), tidewell::normalizedAddress(tidewell::defaultManifestAddress()));
+    EXPECT_FALSE(address().isEmpty());
+    qputenv("KESTREL_UPDATE_URL", " http://second.invalid/m.json// ");
+    qputenv("KESTREL_UPDATE_MANIFEST_URL", " / ");
+    EXPECT_EQ(address(), "http://second.invalid/m.json");
+    qputenv("KESTREL_UPDATE_MANIFEST_URL", "http://first.invalid/");
+    EXPECT_EQ(address(), "http://first.invalid");
+
+    const auto manager = makeManager();
+    const QSignalSpy changed(manager.get(), &UpdateManager::manifestUrlChanged);
+    manager->setManifestUrl("http://first.invalid//");
+    EXPECT_EQ(changed.count(), 0);
+    manager->setManifestUrl(" http://chosen.invalid/ ");
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(address(), "http://chosen.invalid");
+
+    manager->setManifestUrl("");
+    EXPECT_EQ(address(), "http://first.invalid");
+    manager->checkNow();
+    EXPECT_EQ(manager->lastError(), "Update URL is not configured.");
+    EXPECT_TRUE(manager->lastCheckedAt().isValid());
+}
+
+TEST_F(UpdateManagerTest, ACheckFindsAnUpdateAndTheNextStartKnowsOfIt) {
+    const QByteArray manifest = R"({"version": " v9.1 ", "notes": "Faster", "x": 1,
+        "windows_url": " https://host.invalid/s.exe ", "url": "https://host.invalid/other"})";
+    server.answer("/moved.json", httpRedirect(server.address("/latest.json")));
+    server.answer("/latest.json", httpAnswer(200, manifest));
+    auto manager = makeManager();
+    const QSignalSpy busy(manager.get(), &UpdateManager::busyChanged);
+    check(*manager, "no address");
+    EXPECT_TRUE(manager->lastError().startsWith("Update check failed: "));
+    check(*manager, server.address("/moved.json"));
+    EXPECT_EQ(busy.count(), 4);
+    ASSERT_EQ(server.requests().size(), 2);
+    EXPECT_TRUE(server.requests().first().contains("Accept: application/json\r\n"));
+    EXPECT_TRUE(server.requests().first().contains("Content-Type: application/json\r\n"));
+    EXPECT_EQ(manager->lastCheckedAt().timeSpec(), Qt::UTC);
+    const QDateTime found = manager->lastSuccessAt();
+    EXPECT_EQ(found.timeSpec(), Qt::UTC);
+
+    for (int start = 0; start < 2; ++start) {
+        EXPECT_EQ(manager->lastError(), "");
+        EXPECT_TRUE(manager->updateAvailable());
+        EXPECT_EQ(manager->latestVersion(), "v9.1");
+        EXPECT_EQ(manager->releaseNotes(), "Faster");
+        EXPECT_EQ(manager->downloadUrl(), QUrl("https://host.invalid/s.exe"));
+        EXPECT_EQ(manager->lastSuccessAt(), found);
+        manager = makeManager();
+    }
+    EXPECT_FALSE(manager->lastCheckedAt().isValid());
+    EXPECT_EQ(server.requests().size(), 2);
+
+    manager->clearState();
+    EXPECT_FALSE(manager->updateAvailable() || manager->downloadUrl().isValid() ||
+                 manager->lastSuccessAt().isValid());
+    EXPECT_EQ(manager->latestVersion() + manager->releaseNotes(), "");
+    EXPECT_EQ(makeManager()->latestVersion(), "");
+    EXPECT_EQ(makeManager()->manifestUrl(), server.address("/moved.json"));
+}
+
+TEST_F(UpdateManagerTest, OffersOnlyANewerVersionThatCanBeHad) {
+    const std::pair<const char*, bool> cases[] = {
+        {R"({"version": "1.0.5", "windows_url": " ", "url": "http://host.invalid/s"})", true},
+        {R"({"version": "1.0.4", "url": "http://host.invalid/s"})", false},
+        {R"({"version": 9, "url": "http://host.invalid/s"})", false},
+        {R"({"version": "9.0", "url": "http://[half"})", false},
+        {R"({"version": "9.0"})", false}};
+    for (const auto& [manifest, offered] : cases) {
+        EXPECT_EQ(makeManagerKnowing(manifest)->updateAvailable(), offered) << manifest;
+    }
+}
+
+TEST_F(UpdateManagerTest, AFailedCheckTellsWhyAndKeepsTheLastManifest) {
+    struct Case {
+        const char* path;
+        QByteArray answer;
+        const char* error;
+        After after = After::Close;
+    };
+    const QByteArray good = manifestFor("http://host.invalid/s");
+    const char* const failed = "Update check failed: ";
+    const char* const invalid = "Invalid update response (HTTP 200).";
+    const QByteArray huge = good + QByteArray(5 << 20, ' ');  // and no end to it
+    writeFile(folder.filePath("m.json"), good);
+    const QString local = QUrl::fromLocalFile(folder.filePath("m.json")).toString();
+    const Case cases[] = {
+        {"/500", httpAnswer(500, good), failed},
+        {"/half", httpAnswer(200, good, 2 * good.size()), failed},
+        {"/slow", {}, failed, After::Hold},
+        {"/slow-half", httpAnswer(200, good, 2 * good.size()), failed, After::Hold},
+        {"/local", httpRedirect(local), failed},
+        {"/text", httpAnswer(200, "no JSON"), invalid},
+        {"/list", httpAnswer(200, "[" + good + "]"), invalid},
+        {"/huge", httpAnswer(200, huge, 1LL << 40), invalid, After::Hold}};
+    for (const Case& c : cases) {
+        const bool slow = QString(c.path).startsWith("/slow");
+        host.checkLimit = slow ? 300ms : tidewell::UpdateHost().checkLimit;
+        const auto manager = makeManagerKnowing(good);
+        server.answer(c.path, c.answer, c.after);
+        check(*manager, server.address(c.path));
+        EXPECT_TRUE(manager->lastError().startsWith(c.error))
+            << c.path << ": " << manager->lastError().toStdString();
+        EXPECT_TRUE(manager->updateAvailable()) << c.path;
+        EXPECT_FALSE(manager->lastSuccessAt().isValid()) << c.path;
+    }
+}
+
+TEST_F(UpdateManagerTest, StoresADownload) {
+    const QByteArray installer(300'000, 'x');
+    const auto manager = makeManagerFor("/moved", httpRedirect(server.address("/real/s.exe")));
+    server.answer("/real/s.exe", httpAnswer(200, installer));
+    writeFile(folder.filePath("moved"), "former");
+    manager->downloadNow();
+    finishDownload(*manager);
+    EXPECT_EQ(manager->lastError(), "");
+    EXPECT_TRUE(manager->downloaded() && manager->canInstall());
+    EXPECT_EQ(manager->downloadedFilePath(), folder.filePath("moved"));
+    EXPECT_EQ(readFile(folder.filePath("moved")), installer);
+    EXPECT_EQ(manager->downloadProgress(), 1.0);
+    EXPECT_TRUE(server.requests().last().contains("Accept: */*\r\n"));
+    EXPECT_EQ(storedFiles(), QStringList("moved"));
+    EXPECT_TRUE(started.isEmpty());
+}
+
+TEST_F(UpdateManagerTest, WritesNothingOutsideTheFolder) {
+    const QString inside = folder.filePath("inside");
+    ASSERT_TRUE(QDir().mkpath(inside));
+    writeFile(folder.filePath("kept"), "kept");
+    ASSERT_TRUE(QFile::link(folder.filePath("kept"), inside + "/kept"));
+    qputenv("TMPDIR", inside.toUtf8());
+    for (const QString name : {"evil", "kept"}) {
+        const auto manager = makeManagerFor("/a/..%2F..%5C" + name, httpAnswer(200, "installer"));
+        manager->downloadNow();
+        finishDownload(*manager);
+        EXPECT_EQ(readFile(inside + '/' + name), "installer");
+    }
+    EXPECT_EQ(readFile(folder.filePath("kept")), "kept");
+    EXPECT_EQ(storedFiles(), QStringList({"inside", "kept"}));
+}
+
+TEST_F(UpdateManagerTest, AFailedDownloadLeavesNoFile) {
+    const QByteArray half(100'000, 'x');
+    const QByteArray chunk = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n400\r\nxxx";
+    const std::tuple<const char*, QByteArray, After> cases[] = {
+        {"/404.exe", httpAnswer(404, half), After::Close},
+        {"/half.exe", httpAnswer(200, half, 200'000), After::Close},
+        {"/chunk.exe", chunk, After::Close},
+        {"/slow.exe", httpAnswer(200, half, 200'000), After::Hold},
+        {"/local.exe", httpRedirect("file:///etc/hostname"), After::Close}};
+    for (const auto& [path, answer, after] : cases) {
+        host.downloadLimit = after == After::Hold ? 300ms : tidewell::UpdateHost().downloadLimit;
+        const auto manager = makeManagerFor(path, answer, after);
+        manager->updateNow();
+        finishDownload(*manager);
+        EXPECT_TRUE(manager->lastError().startsWith("Download failed: "))
+            << path << ": " << manager->lastError().toStdString();
+        EXPECT_FALSE(manager->downloaded() || manager->canInstall()) << path;
+        EXPECT_EQ(storedFiles(), QStringList()) << path;
+        EXPECT_TRUE(manager->updateAvailable()) << path;
+        passAPoll();
+    }
+    EXPECT_TRUE(started.isEmpty());
+}
+
+TEST_F(UpdateManagerTest, TellsWhenTheFileCannotBeStored) {
+    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, "installer"));
+    manager->downloadNow();
+    ASSERT_TRUE(QDir(folder.path()).mkdir("s.exe"));  // where the file is to stand
+    finishDownload(*manager);
+    EXPECT_EQ(manager->lastError(), "Failed to finalize download file (HTTP 200).");
+    EXPECT_FALSE(manager->downloaded());
+    EXPECT_EQ(storedFiles(), QStringList("s.exe"));
+
+    manager->downloadNow();
+    EXPECT_EQ(manager->lastError(), "Failed to create download file.");
+    EXPECT_FALSE(manager->downloadBusy());
+    EXPECT_EQ(manager->downloadedFilePath(), "");
+}
+
+TEST_F(UpdateManagerTest, TouchesOnlyWebAddresses) {
+    for (const char* const address :
+         {"file:///etc/hostname", "ftp://host.invalid/s", "s.exe", "http:s", "x-open:now", ""}) {
+        for (const auto act : {&UpdateManager::downloadNow, &UpdateManager::openDownloadUrl}) {
+            const auto manager = makeManagerKnowing(manifestFor(address));
+            (manager.get()->*act)();
+            EXPECT_EQ(manager->lastError(), "No download URL available.") << address;
+            EXPECT_FALSE(manager->downloadBusy()) << address;
+        }
+    }
+    makeManagerKnowing(manifestFor("https://host.invalid/s"))->openDownloadUrl();
+    EXPECT_EQ(opened, QStringList("https://host.invalid/s"));
+}
+
+TEST_F(UpdateManagerTest, UpdateNowDownloadsOnceAndStartsTheInstaller) {
+    auto manager = makeManager();
+    manager->updateNow();
+    EXPECT_EQ(manager->lastError(), "No update is available.");
+    manager->installNow();
+    EXPECT_EQ(manager->lastError(), "No downloaded update is ready to install.");
+
+    startSucceeds = false;
+    manager = makeManagerFor("/s.exe", httpAnswer(200, "installer"));
+    const QString path = folder.filePath("s.exe");
+    manager->updateNow();
+    EXPECT_TRUE(waitUntil([this] { return !started.isEmpty(); }));
+    EXPECT_EQ(manager->lastError(), "Failed to launch installer.");
+    EXPECT_EQ(quits, 0);
+
+    startSucceeds = true;
+    manager->updateNow();
+    EXPECT_EQ(started, QStringList({path, path}));
+    EXPECT_EQ(quits, 1);
+    EXPECT_EQ(server.requests().size(), 1);
+
+    ASSERT_TRUE(QFile::remove(path));
+    manager->installNow();
+    EXPECT_EQ(manager->lastError(), "Downloaded installer file is missing.");
+    manager->updateNow();
+    EXPECT_TRUE(waitUntil([this] { return started.size() == 3; }));
+    EXPECT_EQ(server.requests().size(), 2);
+}
+
+TEST_F(UpdateManagerTest, ADownloadHoldsOffEverythingElse) {
+    const QByteArray half(50'000, 'x');
+    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, half, 100'000), After::Hold);
+    manager->installNow();
+    EXPECT_NE(manager->lastError(), "");
+    manager->downloadNow();
+    ASSERT_TRUE(waitUntil([&] { return server.holds(); }));
+
+    manager->setManifestUrl(server.address("/latest.json"));
+    manager->checkNow();
+    manager->updateNow();
+    manager->installNow();
+    manager->downloadNow();
+    EXPECT_TRUE(manager->lastCheckedAt().isValid());
+    EXPECT_FALSE(manager->busy());
+    EXPECT_TRUE(manager->downloadBusy());
+    EXPECT_EQ(manager->lastError(), "");
+
+    server.writeHeld(half);
+    finishDownload(*manager);
+    EXPECT_EQ(readFile(manager->downloadedFilePath()), half + half);
+    EXPECT_EQ(server.requests().size(), 1);
+    passAPoll();
+    EXPECT_TRUE(started.isEmpty());
+}
+
+TEST_F(UpdateManagerTest, ClearingOrEndingGivesUpADownload) {
+    const qint64 total = 1LL << 30;
+    for (const bool ending : {false, true}) {
+        auto manager = makeManagerFor("/s.exe", httpAnswer(200, "x", total), After::Hold);
+        manager->updateNow();
+        ASSERT_TRUE(waitUntil([&] { return server.holds(); }));
+        ASSERT_TRUE(waitUntil([&] {  // progress is reported a few times a second
+            server.writeHeld("x");
+            return manager->downloadProgress() > 0.0;
+        }));
+        EXPECT_EQ(manager->downloadBytesTotal(), total);
+        EXPECT_EQ(std::ldexp(manager->downloadProgress(), 30), manager->downloadBytesReceived());
+        if (ending) {
+            manager.reset();
+        } else {
+            manager->clearState();
+            EXPECT_FALSE(manager->downloadBusy());
+            EXPECT_EQ(manager->downloadBytesReceived(), 0);
+            EXPECT_EQ(manager->downloadedFilePath() + manager->lastError(), "");
+        }
+        EXPECT_EQ(storedFiles(), QStringList());
+        passAPoll();
+    }
+    EXPECT_TRUE(started.isEmpty());
+}
+
+TEST_F(UpdateManagerTest, WaitsForADownloadOnlySoLong) {
+    host.installPoll = 0ms;  // one poll each time round the event loop
+    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, "", 9), After::Hold);
+    manager->updateNow();
+    int rounds = 0;
+    ASSERT_TRUE(waitUntil([&rounds, this] { return ++rounds > 1000 && server.holds(); }));
+    server.writeHeld("installer");
+    finishDownload(*manager);
+    EXPECT_TRUE(manager->downloaded());
+    rounds = 0;
+    ASSERT_TRUE(waitUntil([&rounds] { return ++rounds > 10; }));
+    EXPECT_TRUE(started.isEmpty());
+}
+
+TEST_F(UpdateManagerTest, StartsWhatItDownloaded) {
+    const QString trace = folder.filePath("trace");
+    host.startInstaller = tidewell::startInstaller;
+    const auto script = [&trace](const QByteArray& interpreter) {
+        return httpAnswer(200, "#!" + interpreter + "\ntouch '" + trace.toUtf8() + "'\n");
+    };
+    auto manager = makeManagerFor("/s.run", script("/no/such/interpreter"));
+    manager->updateNow();
+    EXPECT_TRUE(waitUntil([&] { return !manager->lastError().isEmpty(); }));
+    EXPECT_EQ(manager->lastError(), "Failed to launch installer.");
+    EXPECT_EQ(quits, 0);
+
+    manager = makeManagerFor("/s.run", script("/bin/sh"));
+    manager->updateNow();
+    EXPECT_TRUE(waitUntil([&trace] { return QFile::exists(trace); }));
+    EXPECT_EQ(manager->lastError(), "");
+    EXPECT_EQ(quits, 1);
+}
