@@ -6,9 +6,11 @@ packages_for() {
     local run=(g++ cmake ninja-build nlohmann-json3-dev
         qt6-base-dev qt6-declarative-dev libgl1-mesa-dev
         qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
-        qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-window)
+        qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-window
+        qml6-module-qtquick-layouts qml6-module-qtquick-dialogs qml6-module-qt-labs-settings
+        qml6-module-qt-labs-folderlistmodel qml6-module-qt5compat-graphicaleffects)
     local test=(libgtest-dev libgmock-dev libbenchmark-dev clang-format-14
-        xvfb xauth libgl1-mesa-dri)
+        libxcb1-dev xvfb xauth libgl1-mesa-dri qml6-module-qttest)
     case $1 in
         run) printf '%s\n' "${run[@]}" ;;
         test) printf '%s\n' "${run[@]}" "${test[@]}" ;;
