@@ -4,13 +4,13 @@
 
 packages_for() {
     local run=(g++ cmake ninja-build nlohmann-json3-dev
-        qt6-base-dev qt6-declarative-dev libgl1-mesa-dev
+        qt6-base-dev qt6-declarative-dev libgl1-mesa-dev libqt6svg6
         qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
         qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-window
         qml6-module-qtquick-layouts qml6-module-qtquick-dialogs qml6-module-qt-labs-settings
         qml6-module-qt-labs-folderlistmodel qml6-module-qt5compat-graphicaleffects)
     local test=(libgtest-dev libgmock-dev libbenchmark-dev clang-format-14
-        libxcb1-dev xvfb xauth libgl1-mesa-dri qml6-module-qttest)
+        libxcb1-dev xvfb xauth libgl1-mesa-dri qml6-module-qttest qt6-declarative-dev-tools)
     case $1 in
         run) printf '%s\n' "${run[@]}" ;;
         test) printf '%s\n' "${run[@]}" "${test[@]}" ;;

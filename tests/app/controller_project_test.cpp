@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <utility>
+
+#include "tests/app/controller_support.h"
+
+// Projects through the controller: what a loaded one answers, and what a refused one leaves alone.
+
+namespace tidewell {
+namespace {
+
+class ControllerProject : public testing::Test {
+  protected:
+    QUrl file(const QString& name) const { return QUrl::fromLocalFile(folder_.filePath(name)); }
+
+    void write(const QString& name, const QByteArray& bytes) const {
+        QFile written(folder_.filePath(name));
+        ASSERT_TRUE(written.open(QIODevice::WriteOnly));
+        ASSERT_EQ(written.write(bytes), bytes.size());
+    }
+
+    QTemporaryDir folder_;
+};
+
+TEST_F(ControllerProject, ALoadedSolveAnswersAsFarAsItWasSaved) {
+    const QVariantMap state = {{"oopRange", "TT,87s"}, {"pot", 10}, {"deep", QVariantList{1, "x"}}};
+    AppController saved;
+    solve(saved, riverConfig());
+    const int betNode = saved.nodeActions(0)[1].toMap()["childIndex"].toInt();
+    saved.nodeHandCombos(betNode);
+    saved.nodeHandStrategy(betNode);
+    saved.nodeSeatHandCombos(betNode, "IP");
+    saved.setNodeLockProbs(0, "TT", {1, 1});
+    ASSERT_TRUE(saved.saveProject(file("a.tidewellproj"), state));
+
+    AppController loaded;
+    QSignalSpy results(&loaded, &AppController::resultsChanged);
+    const QVariantMap answer = loaded.loadProject(file("a.tidewellproj"));
+    EXPECT_TRUE(answer["ok"].toBool()) << answer["error"].toString().toStdString();
+    EXPECT_EQ(answer["error"], "");
+    EXPECT_TRUE(answer["hasResults"].toBool());
+    EXPECT_EQ(answer["project"].toMap(), state);
+    EXPECT_EQ(results.count(), 1);
+    EXPECT_EQ(loaded.statusText(), "Loaded project (2 strategy nodes, 2 combo nodes)");
+    EXPECT_FALSE(loaded.running());
+    EXPECT_EQ(loaded.resultsSummary(), saved.resultsSummary());
+    EXPECT_EQ(loaded.resultStartingPot(), saved.resultStartingPot());
+    EXPECT_EQ(loaded.resultIterations(), saved.resultIterations());
+    EXPECT_EQ(loaded.resultExploitability(), saved.resultExploitability());
+    EXPECT_EQ(loaded.resultEvOop(), saved.resultEvOop());
+    EXPECT_EQ(loaded.resultEvIp(), saved.resultEvIp());
+    EXPECT_EQ(loaded.rootActions(), saved.rootActions());
+    ASSERT_EQ(loaded.treeNodeCount(), saved.treeNodeCount());
+    for (int node = 0; node < saved.treeNodeCount(); ++node) {
+        EXPECT_EQ(loaded.nodeMeta(node), saved.nodeMeta(node));
+        EXPECT_EQ(loaded.nodeActions(node), saved.nodeActions(node));
+    }
+    for (const int node : {0, betNode}) {
+        EXPECT_EQ(loaded.nodeHandStrategy(node), saved.nodeHandStrategy(node));
+        EXPECT_EQ(loaded.nodeHandCombos(node), saved.nodeHandCombos(node));
+        EXPECT_EQ(loaded.nodeHandStrategyReach169(node, "set"),
+                  saved.nodeHandStrategyReach169(node, "set"));
+    }
+    EXPECT_EQ(loaded.nodeHandBuckets(0), saved.nodeHandBuckets(0));
+    EXPECT_EQ(loaded.nodeActionStats(0).size(), saved.nodeActionStats(0).size());
+    EXPECT_TRUE(loaded.nodeActionStats(betNode).isEmpty());
+    EXPECT_EQ(loaded.nodeSeatHandCombos(betNode, "IP"), saved.nodeSeatHandCombos(betNode, "IP"));
+    EXPECT_TRUE(loaded.nodeSeatHandCombos(betNode, "OOP").isEmpty());
+    const QVariantMap combo = loaded.nodeHandCombos(0)[0].toMap();
+    EXPECT_EQ(loaded.nodePocketActionEvs(0, "anybody", combo["c2"].toString().toUpper(),
+                                         ' ' + combo["c1"].toString()),
+              combo["actionEvs"].toList());
+    EXPECT_TRUE(loaded.nodePocketActionEvs(0, "OOP", "2c", "3c").isEmpty());
+    EXPECT_EQ(loaded.nodeLocks(0), saved.nodeLocks(0));
+
+    QSignalSpy ready(&loaded, &AppController::handDistributions169Ready);
+    loaded.nodeHandDistributions169(0);
+    ASSERT_TRUE(waitUntil([&] { return ready.count() > 0; }));
+    EXPECT_EQ(loaded.nodeHandDistributions169(0)["error"],
+              "Distributions unavailable (no live solve state).");
+
+    // Saved again it holds the same, and its settings can be solved again, under its lock.
+    ASSERT_TRUE(loaded.saveProject(file("b.tidewellproj"), state));
+    AppController again;
+    EXPECT_TRUE(again.loadProject(file("b.tidewellproj"))["ok"].toBool());
+    EXPECT_EQ(again.nodeHandCombos(betNode), saved.nodeHandCombos(betNode));
+    again.reSolveWithNodeLocks();
+    ASSERT_TRUE(waitUntil([&] { return !again.running(); }));
+    EXPECT_EQ(again.nodeHandStrategy(0)["actionProbs"].toMap()["TT"], (QVariantList{0.5, 0.5}));
+}
+
+TEST_F(ControllerProject, WithoutResults) {
+    AppController controller;
+    ASSERT_TRUE(controller.saveProject(file("empty"), {}));
+    solve(controller, riverConfig(1));
+    const QVariantMap answer = controller.loadProject(file("empty"));
+    EXPECT_TRUE(answer["ok"].toBool());
+    EXPECT_FALSE(answer["hasResults"].toBool());
+    EXPECT_EQ(controller.statusText(), "Loaded project (0 strategy nodes, 0 combo nodes)");
+    EXPECT_EQ(controller.treeNodeCount(), 0);
+    EXPECT_TRUE(controller.nodeHandStrategy(0).isEmpty()) << "the live solve is gone";
+    controller.reSolveWithNodeLocks();
+    EXPECT_EQ(controller.statusText(), "No previous solve config (solve once first)");
+}
+
+TEST_F(ControllerProject, WhatIsRefusedChangesNothing) {
+    write("text", "hello");
+    write("list", "[1, 2]");
+    write("other", R"({"format": "something", "version": 1})");
+    write("newer", R"({"format": "kestrel_project", "version": 2})");
+    AppController controller;
+    solve(controller, riverConfig());
+    const QString summary = controller.resultsSummary();
+    const std::pair<QUrl, const char*> cases[] = {
+        {QUrl(), "Invalid/non-local file URL"},
+        {QUrl("https://example.invalid/a.tidewellproj"), "Invalid/non-local file URL"},
+        {file("missing"), "Failed to open file"},
+        {QUrl::fromLocalFile(folder_.path()), "Failed to open file"},
+        {file("text"), "Invalid JSON"},
+        {file("list"), "Unrecognized project format"},
+        {file("other"), "Unrecognized project format"},
+        {file("newer"), "Unsupported project version"}};
+    for (const auto& [url, error] : cases) {
+        const QVariantMap answer = controller.loadProject(url);
+        EXPECT_FALSE(answer["ok"].toBool());
+        EXPECT_EQ(answer["error"], error) << url.toString().toStdString();
+        EXPECT_TRUE(answer["project"].toMap().isEmpty());
+        EXPECT_EQ(controller.resultsSummary(), summary);
+        EXPECT_FALSE(controller.nodeHandCombos(0).isEmpty());
+        EXPECT_EQ(controller.statusText(), "Done");
+    }
+    for (const QUrl& url : {QUrl(), QUrl("https://example.invalid/a"), file("no/such/folder")})
+        EXPECT_FALSE(controller.saveProject(url, {}));
+
+    controller.startSolveWithConfig(endlessConfig());
+    EXPECT_EQ(controller.loadProject(file("text"))["error"], "A solve is running");
+    controller.cancelSolve();
+    ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+}
+
+}  // namespace
+}  // namespace tidewell
