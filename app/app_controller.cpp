@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <thread>
 
 #include "app/background.h"
@@ -146,6 +147,7 @@ void AppController::startSolveWithConfig(const QVariantMap& cfg) {
     try {
         if (session_.start(config, post)) {
             solve_ = solve;
+            solveDropped_ = false;
         } else {
             setStatusText(tr("Already running"));
         }
@@ -155,6 +157,7 @@ void AppController::startSolveWithConfig(const QVariantMap& cfg) {
         report.result = SolveResult{};
         report.result->error = error.what();
         solve_ = solve;
+        solveDropped_ = false;
         handleProgress(solve, report);
     }
 }
@@ -165,11 +168,15 @@ void AppController::handleProgress(quint64 solve, const SolveProgress& report) {
                              " status=" + status +
                              " has_result=" + (report.result ? "true" : "false");
     if (solve != solve_) {
-        // Its result has been given up; what counts is that the session is free again.
+        return;  // of a solve before the one that runs
+    }
+    if (solveDropped_) {
+        // Nobody asks for its result any more; but a start may have been refused meanwhile.
         if (report.result) {
             session_.clearResults();
+            dropAnswers();
             if (running_) {
-                setStatusText(status);
+                setStatusText(QStringLiteral("Cancelled"));
                 endSolve();
             }
         }
@@ -216,7 +223,7 @@ void AppController::handleResult(const SolveResult& result) {
     qInfo("UI emitted resultsChanged");
 }
 
-/// The thread has told its last and is a step from its end; afterwards the next solve can start.
+/// The last solve has told its last and is a step from its end; afterwards the next one can start.
 void AppController::endSolve() {
     while (session_.isRunning()) {
         std::this_thread::yield();
@@ -245,7 +252,7 @@ void AppController::cancelSolve() {
 void AppController::clearResults() {
     session_.cancel();
     session_.clearResults();
-    ++solve_;
+    solveDropped_ = true;
     dropResult();
     locks_.clear();
     lastSolveCfg_.clear();
@@ -332,16 +339,11 @@ bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectS
     if (results_.tree.nodeCount() <= smallTreeNodes) {
         return tidewell::writeProject(path, data, nullptr);
     }
-    fileBusy_ = true;
     bool written = false;
-    tidewell::runBeside(
-        [&](std::atomic<double>& progress) {
-            written = tidewell::writeProject(path, data, &progress);
-        },
-        [this](double progress) { setFileProgress(progress); });
-    fileBusy_ = false;
-    setFileProgress(-1);
-    return written;
+    return besideEvents([&](std::atomic<double>& progress) {
+               written = tidewell::writeProject(path, data, &progress);
+           }) &&
+           written;
 }
 
 QVariantMap AppController::loadProject(const QUrl& fileUrl) {
@@ -367,13 +369,10 @@ QVariantMap AppController::loadProject(const QUrl& fileUrl) {
     tidewell::ReadProject read;
     if (QFileInfo(path).size() <= smallFileBytes) {
         read = tidewell::readProject(path, nullptr);
-    } else {
-        fileBusy_ = true;
-        tidewell::runBeside(
-            [&](std::atomic<double>& progress) { read = tidewell::readProject(path, &progress); },
-            [this](double progress) { setFileProgress(progress); });
-        fileBusy_ = false;
-        setFileProgress(-1);
+    } else if (!besideEvents([&](std::atomic<double>& progress) {
+                   read = tidewell::readProject(path, &progress);
+               })) {
+        return refuse(tr("Not enough memory to read the file"));
     }
     if (!read.error.isEmpty()) {
         return refuse(tr(read.error.toUtf8().constData()));
@@ -381,7 +380,7 @@ QVariantMap AppController::loadProject(const QUrl& fileUrl) {
 
     ProjectData& data = read.data;
     session_.clearResults();
-    ++solve_;
+    solveDropped_ = true;
     dropAnswers();
     locks_.clear();
     results_ = std::move(data.results);
@@ -401,6 +400,20 @@ QVariantMap AppController::loadProject(const QUrl& fileUrl) {
     qInfo().noquote() << "Loaded project:" << path
                       << "hasResults=" + QString(data.hasResults ? "true" : "false");
     return answer;
+}
+
+bool AppController::besideEvents(const std::function<void(std::atomic<double>&)>& work) {
+    fileBusy_ = true;
+    bool ended = true;
+    try {
+        tidewell::runBeside(work, [this](double progress) { setFileProgress(progress); });
+    } catch (const std::bad_alloc&) {
+        qWarning("Not enough memory to read or write the file");
+        ended = false;
+    }
+    fileBusy_ = false;
+    setFileProgress(-1);
+    return ended;
 }
 
 void AppController::restoreLocks(const QVariantList& locks) {

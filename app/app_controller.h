@@ -5,7 +5,9 @@
 #include <QUrl>
 #include <QVariantList>
 #include <QVariantMap>
+#include <atomic>
 #include <chrono>
+#include <functional>
 #include <optional>
 
 #include "app/distribution_jobs.h"
@@ -160,6 +162,8 @@ class AppController : public QObject {
     void dropAnswers();
     void dropResult();
     void restoreLocks(const QVariantList& locks);
+    /// Runs a save or a load beside the event loop. False when it failed for want of memory.
+    bool besideEvents(const std::function<void(std::atomic<double>&)>& work);
 
     kestrel_app::SolveSession session_;
     tidewell::SolveResults results_;
@@ -174,7 +178,8 @@ class AppController : public QObject {
     QString statusText_;
     bool developerMode_ = false;
     double fileProgress_ = -1;
-    bool fileBusy_ = false;
-    quint64 solve_ = 0;  // number of the solve whose reports count
+    bool fileBusy_ = false;      // events are handled beside a save or a load
+    quint64 solve_ = 0;          // number of the last solve that was started
+    bool solveDropped_ = false;  // its result has been given up while it ran
     std::optional<std::chrono::steady_clock::time_point> solveStart_;
 };

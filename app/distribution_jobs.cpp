@@ -3,6 +3,7 @@
 #include <QFutureWatcher>
 #include <QtConcurrent>
 #include <memory>
+#include <new>
 
 namespace tidewell {
 namespace {
@@ -31,21 +32,29 @@ void addSeat(QVariantMap& answer, const kestrel_app::SeatDistribution& seat, con
     answer.insert("equity" + suffix, equities);
 }
 
-QVariantMap workOut(const std::shared_ptr<const kestrel_app::FinishedSolve>& solve, int node) {
-    const auto found =
-        solve ? kestrel_app::hand_distributions(*solve, static_cast<std::uint64_t>(node))
-              : std::nullopt;
-    if (!found) {
-        QVariantMap answer =
-            emptyAnswer(node, QStringLiteral("Distributions unavailable (no live solve state)."));
-        answer.insert("hands", QVariantList());
-        return answer;
-    }
-    QVariantMap answer = emptyAnswer(node, QString());
-    answer.insert("ok", true);
-    addSeat(answer, (*found)[0], "oopHands", "Oop");
-    addSeat(answer, (*found)[1], "ipHands", "Ip");
+QVariantMap unavailable(int node) {
+    QVariantMap answer =
+        emptyAnswer(node, QStringLiteral("Distributions unavailable (no live solve state)."));
+    answer.insert("hands", QVariantList());
     return answer;
+}
+
+QVariantMap workOut(const std::shared_ptr<const kestrel_app::FinishedSolve>& solve, int node) {
+    try {
+        const auto found =
+            solve ? kestrel_app::hand_distributions(*solve, static_cast<std::uint64_t>(node))
+                  : std::nullopt;
+        if (found) {
+            QVariantMap answer = emptyAnswer(node, QString());
+            answer.insert("ok", true);
+            addSeat(answer, (*found)[0], "oopHands", "Oop");
+            addSeat(answer, (*found)[1], "ipHands", "Ip");
+            return answer;
+        }
+    } catch (const std::bad_alloc&) {
+        // Without the memory for it there is no answer.
+    }
+    return unavailable(node);
 }
 
 }  // namespace

@@ -12,8 +12,8 @@
 namespace tidewell {
 
 /// Answers the pages' questions about nodes in maps and lists, money in chips: from a live solve,
-/// and each only once, or from what a project file has kept of one. What cannot be answered is
-/// empty, and asked anew the next time. The session and the tree must outlive the object.
+/// whose dear answers are kept, or from what a project file has kept of one. What cannot be
+/// answered is empty. The session and the tree must outlive the object.
 class NodeAnswers {
   public:
     NodeAnswers(const kestrel_app::SolveSession& session, const ResultTree& tree)

@@ -61,17 +61,14 @@ void NodeLockStore::setAction(
             }
         }
     }
-    if (actions <= 0) {
+    if (action >= actions) {
         return;
     }
     const double share = prob > 0 ? std::min(prob, 1.0) : 0.0;
     NodeLock lock{{1.0F}, action, share};
     if (actions > 1) {
         lock.probs.fill(static_cast<float>((1.0 - share) / (actions - 1)), actions);
-        const int place = std::max(action, 0);
-        if (place < actions) {
-            lock.probs[place] = static_cast<float>(share);
-        }
+        lock.probs[std::max(action, 0)] = static_cast<float>(share);
     }
     locks_[node].insert(hand, lock);
 }

@@ -23,7 +23,7 @@ struct NodeLock {
 
 /// The locks that a person has set, by node and label, until the next solve that is not made under
 /// them. What does not fit is dropped without a word: a negative node, an empty label, a node
-/// without actions.
+/// without actions, an action that it does not have.
 class NodeLockStore {
   public:
     bool empty() const { return locks_.isEmpty(); }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <charconv>
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace kestrel_app {
@@ -15,11 +16,27 @@ using kestrel::Game;
 /// Leaves a solve that is to be thrown away.
 struct Cancelled {};
 
+/// Read back by pages, so it has a point in every locale.
 std::string iteration_status(std::uint32_t iteration, float exploitability) {
-    char text[96];
-    std::snprintf(text, sizeof text, "Iter %u | exploitability≈%.4f", iteration,
-                  static_cast<double>(exploitability));
-    return text;
+    std::array<char, 64> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                   static_cast<double>(exploitability), std::chars_format::fixed, 4)
+                         .ptr;
+    return "Iter " + std::to_string(iteration) + " | exploitability≈" +
+           std::string(digits.data(), end);
+}
+
+/// The answer to a question, nothing where the memory for it is not there.
+template <class Ask>
+auto asked(const std::shared_ptr<const FinishedSolve>& solve, Ask ask) -> decltype(ask(*solve)) {
+    try {
+        if (solve) {
+            return ask(*solve);
+        }
+    } catch (const std::bad_alloc&) {
+        // As if it could not be answered: it may be asked again.
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -58,29 +75,29 @@ void SolveSession::clearResults() {
 
 void SolveSession::run(const SolveConfig& config, const ProgressCallback& on_progress) {
     SolveProgress last;
-    const auto fail = [&](std::string error, std::string status) {
-        last = {.fraction = 0, .status = std::move(status), .result = SolveResult{}};
+    const auto fail = [&](const char* error, const std::string& status) {
+        last = {.fraction = 0, .status = status, .result = SolveResult{}};
         last.result->board = config.board;
         last.result->starting_pot = config.starting_pot;
         last.result->effective_stack = config.effective_stack;
-        last.result->error = std::move(error);
+        last.result->error = error;
     };
     try {
-        double fraction = 0;
-        last.result = solve(config, on_progress, fraction);
-        last.fraction = 1.0;
-        last.status = "Done";
-    } catch (const Cancelled&) {
-        fail("Cancelled", "Cancelled");
-    } catch (const std::exception& error) {
-        fail(error.what(), std::string("Error: ") + error.what());
-    } catch (...) {
-        fail("Unknown error", "Error: Unknown error");
-    }
-    try {
+        try {
+            double fraction = 0;
+            last.result = solve(config, on_progress, fraction);
+            last.fraction = 1.0;
+            last.status = "Done";
+        } catch (const Cancelled&) {
+            fail("Cancelled", "Cancelled");
+        } catch (const std::exception& error) {
+            fail(error.what(), std::string("Error: ") + error.what());
+        } catch (...) {
+            fail("Unknown error", "Error: Unknown error");
+        }
         on_progress(last);
     } catch (...) {
-        // Nobody is left to be told.
+        // Not even the report could be made or taken. Nobody is left to be told.
     }
     running_ = false;
 }
@@ -149,51 +166,57 @@ std::shared_ptr<const FinishedSolve> SolveSession::finished() const {
 
 std::shared_ptr<const Game> SolveSession::game() const {
     const auto solve = finished();
-    return solve ? solve->game : nullptr;
+    return {solve, solve ? solve->game.get() : nullptr};
 }
 
 std::shared_ptr<const DiscountedCfr> SolveSession::solver() const {
     const auto solve = finished();
-    return solve ? solve->solver : nullptr;
+    return {solve, solve ? solve->solver.get() : nullptr};
 }
 
 std::optional<NodeActionStats> SolveSession::node_action_stats(std::uint64_t node) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::node_action_stats(*solve, node) : std::nullopt;
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::node_action_stats(solve, node);
+    });
 }
 
 std::optional<HandStrategy> SolveSession::hand_strategy(std::uint64_t node) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::hand_strategy(*solve, node) : std::nullopt;
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::hand_strategy(solve, node);
+    });
 }
 
 std::optional<std::vector<HandCombo>> SolveSession::hand_combos(std::uint64_t node) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::hand_combos(*solve, node) : std::nullopt;
+    return asked(finished(),
+                 [&](const FinishedSolve& solve) { return kestrel_app::hand_combos(solve, node); });
 }
 
 std::optional<std::vector<SeatCombo>> SolveSession::seat_hand_combos(std::uint64_t node,
                                                                      kestrel::Seat seat) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::seat_hand_combos(*solve, node, seat) : std::nullopt;
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::seat_hand_combos(solve, node, seat);
+    });
 }
 
 std::optional<std::vector<double>> SolveSession::pocket_action_evs(std::uint64_t node,
                                                                    kestrel::Seat seat,
                                                                    std::string_view c1,
                                                                    std::string_view c2) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::pocket_action_evs(*solve, node, seat, c1, c2) : std::nullopt;
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::pocket_action_evs(solve, node, seat, c1, c2);
+    });
 }
 
 std::optional<std::vector<HandBucket>> SolveSession::hand_buckets(std::uint64_t node) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::hand_buckets(*solve, node) : std::nullopt;
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::hand_buckets(solve, node);
+    });
 }
 
 std::optional<HandDistributions> SolveSession::hand_distributions(std::uint64_t node) const {
-    const auto solve = finished();
-    return solve ? kestrel_app::hand_distributions(*solve, node) : std::nullopt;
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::hand_distributions(solve, node);
+    });
 }
 
 }  // namespace kestrel_app

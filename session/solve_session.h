@@ -57,8 +57,8 @@ class SolveSession {
     /// `isRunning` turns false.
     bool start(const SolveConfig& config, ProgressCallback on_progress);
 
-    /// Ends the running solve at its next iteration. A solve that is all but finished is thrown
-    /// away as well.
+    /// Ends the running solve before its next iteration; one that has ended its last is thrown away
+    /// as well, until it reports that results are computed.
     void cancel() { cancel_requested_ = true; }
 
     /// Gives the finished solve up. Its memory goes with the last handle.
@@ -66,12 +66,13 @@ class SolveSession {
 
     bool isRunning() const { return running_; }
 
-    // Handles of the last solve that ended well; null without.
+    // Handles of the last solve that ended well; null without. Each keeps the whole solve alive.
     std::shared_ptr<const FinishedSolve> finished() const;
     std::shared_ptr<const kestrel::Game> game() const;
     std::shared_ptr<const kestrel::DiscountedCfr> solver() const;
 
-    // Questions to the finished solve; nothing without one. See node_queries.h.
+    // Questions to the finished solve; nothing without one, or without the memory for an answer.
+    // See node_queries.h.
     std::optional<NodeActionStats> node_action_stats(std::uint64_t node) const;
     std::optional<HandStrategy> hand_strategy(std::uint64_t node) const;
     std::optional<std::vector<HandCombo>> hand_combos(std::uint64_t node) const;

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -159,6 +160,31 @@ TEST(AppController, CancelClearAndStartAgain) {
     shortLived->requestSolveMemoryEstimate(endlessConfig());
     shortLived.reset();
     QCoreApplication::processEvents();
+}
+
+// The former solve has ended, but its last report waits in the queue when the next one starts.
+TEST(AppController, AReportThatComesTooLateTouchesNothing) {
+    AppController controller;
+    for (int i = 0; i < 20; ++i) {
+        ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+        controller.startSolveWithConfig(riverConfig(1));
+        while (controller.nodeHandStrategy(0).isEmpty())
+            std::this_thread::yield();
+        controller.clearResults();
+        controller.startSolveWithConfig(endlessConfig());
+        if (controller.statusText() == "Already running") {  // a moment too early
+            ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+            EXPECT_EQ(controller.statusText(), "Cancelled");
+            EXPECT_TRUE(controller.nodeHandStrategy(0).isEmpty());
+            continue;
+        }
+        ASSERT_TRUE(waitUntil([&] { return controller.statusText().startsWith("Iter 2 "); }));
+        EXPECT_TRUE(controller.running());
+        controller.cancelSolve();
+    }
+    ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+    solve(controller, riverConfig(1));
+    EXPECT_FALSE(controller.nodeHandCombos(0).isEmpty());
 }
 
 TEST(AppController, LocksAndReSolve) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cmath>
 #include <condition_variable>
 #include <limits>
@@ -138,6 +139,19 @@ TEST(SolveSessionParallel, ReportsInOrderAndKeepsTheSolve) {
     wait_until_idle(session);
     expect_nothing_to_ask(session);
     EXPECT_TRUE(hand_combos(*finished, 0));
+}
+
+TEST(SolveSession, StatusTextsHaveAPointInEveryLocale) {
+    for (const char* const name : {"de_DE.UTF-8", "C.UTF-8"}) {
+        const char* const former = std::setlocale(LC_NUMERIC, name);
+        SolveSession session;
+        std::string status;
+        solve(session, river_config(50), [&](const SolveProgress& report) {
+            if (report.iteration == 50) status = report.status;
+        });
+        EXPECT_NE(status.find('.'), std::string::npos) << name << ' ' << (former != nullptr);
+    }
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 TEST(SolveSessionParallel, CancelAtEveryPhase) {
