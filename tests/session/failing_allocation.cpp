@@ -29,7 +29,7 @@ bool allocation_failed() {
 
 }  // namespace kestrel_app
 
-// The global allocation function of this test program.
+// The global allocation functions of this test program.
 void* operator new(std::size_t size) {
     if (size >= counted_bytes && allocations_left-- == 0) {
         counted_bytes = never;
@@ -40,6 +40,14 @@ void* operator new(std::size_t size) {
         return memory;
     }
     throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 void operator delete(void* memory) noexcept {
