@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <map>
-#include <optional>
 #include <utility>
 
 #include "session/hand_labels.h"
@@ -18,12 +17,9 @@ using kestrel::GameNode;
 /// Per label, the entry that counts; null for a free hand.
 using LocksOfNode = std::array<const NodeLockEntry*, label_count>;
 
-/// The row of a hand, one probability for each action. Nothing when the entry does not fit.
-std::optional<std::vector<float>> lock_row(const NodeLockEntry& lock, std::size_t actions) {
+/// The row of a hand, one probability for each action.
+std::vector<float> lock_row(const NodeLockEntry& lock, std::size_t actions) {
     if (lock.probs.empty()) {
-        if (lock.action_index < 0 || static_cast<std::size_t>(lock.action_index) >= actions) {
-            return std::nullopt;
-        }
         // NaN counts as 0.
         const float prob = lock.action_prob > 0.0F ? std::min(lock.action_prob, 1.0F) : 0.0F;
         if (actions == 1) {
@@ -32,9 +28,6 @@ std::optional<std::vector<float>> lock_row(const NodeLockEntry& lock, std::size_
         std::vector<float> row(actions, (1.0F - prob) / static_cast<float>(actions - 1));
         row[static_cast<std::size_t>(lock.action_index)] = prob;
         return row;
-    }
-    if (lock.probs.size() != actions) {
-        return std::nullopt;
     }
     const auto usable = [](float prob) { return std::isfinite(prob) && prob > 0.0F; };
     double sum = 0;
@@ -57,19 +50,30 @@ std::vector<float> lock_table(const Game& game, const GameNode& node, const Lock
     bool locked = false;
     for (std::size_t h = 0; h < pockets.size(); ++h) {
         const NodeLockEntry* const lock = locks[label_index(pockets[h])];
-        const auto row = lock == nullptr ? std::nullopt : lock_row(*lock, actions);
-        if (!row) {
+        if (lock == nullptr || !lock_fits(game, *lock)) {
             continue;
         }
+        const std::vector<float> row = lock_row(*lock, actions);
         locked = true;
         for (std::size_t a = 0; a < actions; ++a) {
-            table[a * pockets.size() + h] = (*row)[a];
+            table[a * pockets.size() + h] = row[a];
         }
     }
     return locked ? std::move(table) : std::vector<float>();
 }
 
 }  // namespace
+
+bool lock_fits(const Game& game, const NodeLockEntry& lock) {
+    if (lock.node_index >= game.nodes.size() || label_index(lock.hand) == label_count) {
+        return false;
+    }
+    const GameNode& node = game.nodes[lock.node_index];
+    const std::size_t actions = node.actions.size();
+    return node.kind == kestrel::NodeKind::Decision &&
+           (lock.probs.empty() ? lock.action_index >= 0 && std::cmp_less(lock.action_index, actions)
+                               : lock.probs.size() == actions);
+}
 
 void apply_node_locks(Game& game, std::span<const NodeLockEntry> locks) {
     std::map<std::uint64_t, LocksOfNode> by_node;

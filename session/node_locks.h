@@ -21,10 +21,13 @@ struct NodeLockEntry {
     bool operator==(const NodeLockEntry&) const = default;
 };
 
+/// Whether an entry means anything in a tree. Not so: a node that does not exist or decides
+/// nothing, a list of another length than the actions, an action that does not exist, a text that
+/// is no label.
+bool lock_fits(const kestrel::Game& game, const NodeLockEntry& lock);
+
 /// Turns locks into the tables that a game holds; before the solve only. A later entry for the same
-/// node and hand replaces an earlier one. Entries that do not fit the tree are dropped: a node that
-/// does not exist or decides nothing, a list of another length than the actions, an action that
-/// does not exist, a text that is no label.
+/// node and hand replaces an earlier one. What does not fit the tree then is dropped.
 void apply_node_locks(kestrel::Game& game, std::span<const NodeLockEntry> locks);
 
 }  // namespace kestrel_app
