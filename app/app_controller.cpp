@@ -4,7 +4,6 @@
 #include <QDebug>
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <algorithm>
 #include <exception>
 #include <new>
 #include <thread>
@@ -25,8 +24,6 @@ namespace {
 /// Files and trees above these are handled beside the event loop, the others at once.
 constexpr qint64 smallFileBytes = 1 << 20;
 constexpr int smallTreeNodes = 2000;
-
-constexpr double hundredthsPerChip = 100.0;
 
 void logStart(const QVariantMap& cfg) {
     const auto value = [&](const char* key) { return cfg.value(key).toString(); };
@@ -54,30 +51,6 @@ void logStart(const QVariantMap& cfg) {
         line += ' ' + QString(name) + text;
     }
     qInfo().noquote() << line;
-}
-
-QVariantList rootActionsOf(const SolveResult& result) {
-    const std::size_t names = result.root_action_names.size();
-    const std::size_t types = result.root_action_types.size();
-    const std::size_t frequencies = result.root_action_frequencies.size();
-    const std::size_t count = std::min({names, types, frequencies});
-    if (names != count || types != count || frequencies != count) {
-        qWarning().noquote() << QStringLiteral(
-                                    "Result root action arrays have mismatched sizes: "
-                                    "names=%1 types=%2 freqs=%3 (using n=%4)")
-                                    .arg(names)
-                                    .arg(types)
-                                    .arg(frequencies)
-                                    .arg(count);
-    }
-    QVariantList actions;
-    for (std::size_t a = 0; a < count; ++a) {
-        actions.append(
-            QVariantMap{{"name", QString::fromStdString(result.root_action_names[a])},
-                        {"actionType", QString::fromStdString(result.root_action_types[a])},
-                        {"frequency", static_cast<double>(result.root_action_frequencies[a])}});
-    }
-    return actions;
 }
 
 }  // namespace
@@ -193,19 +166,7 @@ void AppController::handleProgress(quint64 solve, const SolveProgress& report) {
 void AppController::handleResult(const SolveResult& result) {
     dropResult();
     if (result.ok) {
-        results_.iterations = static_cast<int>(result.iterations);
-        results_.startingPot = result.starting_pot / hundredthsPerChip;
-        results_.exploitability = static_cast<double>(result.exploitability) / hundredthsPerChip;
-        results_.evOop = static_cast<double>(result.ev_oop) / hundredthsPerChip;
-        results_.evIp = static_cast<double>(result.ev_ip) / hundredthsPerChip;
-        results_.rootActions = rootActionsOf(result);
-        results_.tree = {result.nodes, result.effective_stack / hundredthsPerChip};
-        results_.summary = tr("Board %1 | iters %2 | expl≈%3 | EV(oop)=%4 EV(ip)=%5")
-                               .arg(QString::fromStdString(result.board))
-                               .arg(result.iterations)
-                               .arg(results_.exploitability, 0, 'f', 4)
-                               .arg(results_.evOop, 0, 'f', 3)
-                               .arg(results_.evIp, 0, 'f', 3);
+        results_ = tidewell::resultsOf(result);
         const auto elapsed = std::chrono::steady_clock::now() -
                              solveStart_.value_or(std::chrono::steady_clock::now());
         statistics_.recordSolve(
@@ -327,23 +288,26 @@ bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectS
     data.hasResults = results_.any();
     if (data.hasResults && results_.tree.nodeCount() > 0) {
         // The root can always be looked at again, also if no page has asked for it yet.
-        answers_.handStrategy(0);
-        answers_.handCombos(0);
-        answers_.handBuckets(0);
-        answers_.actionStats(0);
+        answers_.keep(0);
     }
     data.results = results_;
     data.caches = answers_.caches();
     data.nodeLocks = locks_.all();
     data.lastUiCfg = lastSolveCfg_;
+    QString error;
     if (results_.tree.nodeCount() <= smallTreeNodes) {
-        return tidewell::writeProject(path, data, nullptr);
+        error = tidewell::writeProject(path, data, nullptr);
+    } else if (!besideEvents([&](std::atomic<double>& progress) {
+                   error = tidewell::writeProject(path, data, &progress);
+               })) {
+        return false;
     }
-    bool written = false;
-    return besideEvents([&](std::atomic<double>& progress) {
-               written = tidewell::writeProject(path, data, &progress);
-           }) &&
-           written;
+    if (!error.isEmpty()) {
+        qWarning().noquote() << "saveProject: " + error;
+        return false;
+    }
+    qInfo().noquote() << "Saved project:" << path;
+    return true;
 }
 
 QVariantMap AppController::loadProject(const QUrl& fileUrl) {

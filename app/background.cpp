@@ -3,6 +3,7 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <exception>
+#include <system_error>
 #include <thread>
 
 namespace tidewell {
@@ -18,14 +19,21 @@ void runBeside(const std::function<void(std::atomic<double>&)>& work,
         QObject::connect(&ticks, &QTimer::timeout, &loop, [&] { onProgress(progress); });
         ticks.start(tickMilliseconds);
     }
-    std::thread worker([&] {
-        try {
-            work(progress);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
-    });
+    std::thread worker;
+    try {
+        worker = std::thread([&] {
+            try {
+                work(progress);
+            } catch (...) {
+                failure = std::current_exception();
+            }
+            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+        });
+    } catch (const std::system_error&) {  // no thread to be had
+        work(progress);
+        return;
+    }
+    // Ends early when the program is told to quit; the work is waited for all the same.
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     worker.join();
     if (failure) {

@@ -1,6 +1,21 @@
 #include "app/config_map.h"
 
+#include <string>
+#include <variant>
+
 namespace tidewell {
+namespace {
+
+QVariant variant(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+template <class Value>
+QVariant variant(const Value& value) {
+    return value;
+}
+
+}  // namespace
 
 kestrel_app::ConfigMap configMapOf(const QVariantMap& map) {
     kestrel_app::ConfigMap result;
@@ -21,6 +36,15 @@ kestrel_app::ConfigMap configMapOf(const QVariantMap& map) {
             default:
                 value = entry.value().toString().toStdString();
         }
+    }
+    return result;
+}
+
+QVariantMap variantMapOf(const kestrel_app::ConfigMap& map) {
+    QVariantMap result;
+    for (const auto& [key, value] : map) {
+        result.insert(QString::fromStdString(key),
+                      std::visit([](const auto& content) { return variant(content); }, value));
     }
     return result;
 }

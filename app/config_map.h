@@ -10,4 +10,7 @@ namespace tidewell {
 /// any other value counts as the text that it converts to.
 kestrel_app::ConfigMap configMapOf(const QVariantMap& map);
 
+/// The same for the way back.
+QVariantMap variantMapOf(const kestrel_app::ConfigMap& map);
+
 }  // namespace tidewell

@@ -2,7 +2,7 @@
 
 #include <QHash>
 #include <QIODevice>
-#include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <functional>
 
@@ -20,12 +20,12 @@ struct JsonDocument {
 };
 
 /// Reads a JSON document piece by piece from an open device. Whole numbers become qlonglong where
-/// they fit, others double. Of a key that stands twice in an object the last one counts. Text that
-/// is nested more than 1024 deep is not valid.
+/// they fit, others double, null a nullptr. Of a key that stands twice in an object the last one
+/// counts. Text that is nested more than `deepestJson` deep is not valid.
 ///
-/// `streams`: by path from the outer object, "results/treeNodeMeta". `onBytes`: called now and then
-/// with the bytes read so far; may be empty.
-JsonDocument readJson(QIODevice& device, const QHash<QString, JsonStream>& streams,
+/// `streams`: by path of keys from the outer object. `onBytes`: called now and then with the bytes
+/// read so far.
+JsonDocument readJson(QIODevice& device, const QHash<QStringList, JsonStream>& streams,
                       const std::function<void(qint64)>& onBytes);
 
 }  // namespace tidewell

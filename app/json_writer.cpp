@@ -1,5 +1,7 @@
 #include "app/json_writer.h"
 
+#include <QByteArray>
+#include <QJsonValue>
 #include <QVariantHash>
 #include <QVariantList>
 #include <QVariantMap>
@@ -8,13 +10,25 @@
 #include <charconv>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace tidewell {
 namespace {
 
-constexpr qsizetype bufferBytes = 1 << 16;
+constexpr std::size_t bufferBytes = 1 << 16;
+
+/// Below this a double tells every whole number from its neighbours.
+constexpr double mostExact = 9007199254740992.0;  // 2^53
+
+std::string_view viewOf(const QByteArray& bytes) {
+    return {bytes.data(), static_cast<std::size_t>(bytes.size())};
+}
 
 }  // namespace
+
+JsonWriter::JsonWriter(Sink sink) : sink_(std::move(sink)) {
+    buffer_.reserve(2 * bufferBytes);
+}
 
 void JsonWriter::key(std::string_view name) {
     next();
@@ -29,16 +43,26 @@ void JsonWriter::value(std::string_view text) {
 }
 
 void JsonWriter::value(const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
-    value(std::string_view(utf8.data(), static_cast<std::size_t>(utf8.size())));
+    value(viewOf(text.toUtf8()));
 }
 
 void JsonWriter::value(double number) {
-    next();
     if (!std::isfinite(number)) {
-        write("null");
+        null();
         return;
     }
+    if (std::abs(number) < mostExact && std::trunc(number) == number) {
+        value(static_cast<qlonglong>(number));
+        return;
+    }
+    next();
+    std::array<char, 32> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    write({digits.data(), static_cast<std::size_t>(result.ptr - digits.data())});
+}
+
+void JsonWriter::value(qlonglong number) {
+    next();
     std::array<char, 32> digits{};
     const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     write({digits.data(), static_cast<std::size_t>(result.ptr - digits.data())});
@@ -49,43 +73,44 @@ void JsonWriter::value(bool flag) {
     write(flag ? "true" : "false");
 }
 
+void JsonWriter::null() {
+    next();
+    write("null");
+}
+
 void JsonWriter::value(const QVariant& variant) {
     switch (variant.typeId()) {
         case QMetaType::QVariantMap:
-        case QMetaType::QVariantHash: {
-            const QVariantMap map = variant.toMap();
-            beginObject();
-            for (auto entry = map.begin(); entry != map.end(); ++entry) {
-                member(entry.key().toStdString(), entry.value());
-            }
-            endObject();
+        case QMetaType::QVariantHash:
+            object(variant.toMap());
             break;
-        }
         case QMetaType::QVariantList:
-        case QMetaType::QStringList: {
-            beginArray();
-            for (const QVariant& element : variant.toList()) {
-                value(element);
-            }
-            endArray();
+        case QMetaType::QStringList:
+            array(variant.toList());
             break;
-        }
         case QMetaType::QString:
             value(variant.toString());
             break;
         case QMetaType::Bool:
             value(variant.toBool());
             break;
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+            value(variant.toLongLong());
+            break;
+        case QMetaType::Float:
+        case QMetaType::Double:
+            value(variant.toDouble());
+            break;
         default:
-            value(variant.canConvert<double>() ? variant.toDouble() : std::nan(""));
+            other(variant);
     }
 }
 
 bool JsonWriter::finish() {
     write("\n");
-    failed_ = device_.write(buffer_) != buffer_.size() || failed_;
-    buffer_.clear();
-    return !failed_;
+    flush();
+    return whole_;
 }
 
 void JsonWriter::begin(char bracket) {
@@ -121,45 +146,93 @@ void JsonWriter::next() {
 
 void JsonWriter::newLine() {
     write("\n");
-    for (std::size_t depth = 0; depth < filled_.size(); ++depth) {
-        write("    ");
+    for (std::size_t blanks = 4 * filled_.size(); blanks > 0;) {
+        constexpr std::string_view line = "                                ";
+        const std::size_t some = std::min(blanks, line.size());
+        write(line.substr(0, some));
+        blanks -= some;
     }
 }
 
 void JsonWriter::write(std::string_view bytes) {
-    buffer_.append(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    buffer_ += bytes;
     if (buffer_.size() >= bufferBytes) {
-        failed_ = device_.write(buffer_) != buffer_.size() || failed_;
-        buffer_.clear();
+        flush();
     }
+}
+
+void JsonWriter::flush() {
+    sink_(buffer_);
+    buffer_.clear();
 }
 
 void JsonWriter::quoted(std::string_view text) {
     write("\"");
     while (!text.empty()) {
-        const auto plain = std::ranges::find_if(text, [](char character) {
-            return character == '"' || character == '\\' ||
-                   static_cast<unsigned char>(character) < 0x20;
+        const auto special = std::ranges::find_if(text, [](char byte) {
+            return byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20;
         });
-        const auto length = static_cast<std::size_t>(plain - text.begin());
+        const auto length = static_cast<std::size_t>(special - text.begin());
         write(text.substr(0, length));
         text.remove_prefix(length);
         if (!text.empty()) {
-            escaped(text.front());
+            escaped(static_cast<unsigned char>(text.front()));
             text.remove_prefix(1);
         }
     }
     write("\"");
 }
 
-void JsonWriter::escaped(char character) {
-    if (character == '"' || character == '\\') {
-        write(std::string{'\\', character});
+void JsonWriter::escaped(unsigned char byte) {
+    if (byte == '"' || byte == '\\') {
+        const char both[] = {'\\', static_cast<char>(byte)};
+        write({both, sizeof both});
         return;
     }
     constexpr char hex[] = "0123456789abcdef";
-    const auto code = static_cast<unsigned char>(character);
-    write(std::string("\\u00") + hex[code >> 4] + hex[code & 15]);
+    const char code[] = {'\\', 'u', '0', '0', hex[byte >> 4], hex[byte & 15]};
+    write({code, sizeof code});
+}
+
+void JsonWriter::object(const QVariantMap& map) {
+    if (tooDeep()) {
+        return;
+    }
+    beginObject();
+    for (auto entry = map.begin(); entry != map.end(); ++entry) {
+        key(viewOf(entry.key().toUtf8()));
+        value(entry.value());
+    }
+    endObject();
+}
+
+void JsonWriter::array(const QVariantList& list) {
+    if (tooDeep()) {
+        return;
+    }
+    beginArray();
+    for (const QVariant& element : list) {
+        value(element);
+    }
+    endArray();
+}
+
+void JsonWriter::other(const QVariant& variant) {
+    const QJsonValue json = QJsonValue::fromVariant(variant);
+    if (json.isNull() || json.isUndefined()) {
+        null();
+    } else {
+        value(json.toVariant());
+    }
+}
+
+bool JsonWriter::tooDeep() {
+    if (filled_.size() < deepestJson) {
+        return false;
+    }
+    null();
+    whole_ = false;
+    return true;
 }
 
 }  // namespace tidewell

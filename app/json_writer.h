@@ -1,19 +1,26 @@
 #pragma once
 
-#include <QByteArray>
-#include <QIODevice>
+#include <QString>
 #include <QVariant>
+#include <cstddef>
+#include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tidewell {
 
-/// Writes one JSON document, indented by four blanks, piece by piece to a device, so that it never
-/// stands in memory as a whole. Inside a list or an object, values follow each other; in an object
-/// each behind its key.
+/// Levels of lists and objects that a document may have: as many as Qt's own reader takes.
+inline constexpr std::size_t deepestJson = 1024;
+
+/// Writes one JSON document, indented by four blanks, piece by piece, so that it never stands in
+/// memory as a whole. Inside a list or an object, values follow each other; in an object each
+/// behind its key. Texts of bytes are UTF-8.
 class JsonWriter {
   public:
-    explicit JsonWriter(QIODevice& device) : device_(device) {}
+    using Sink = std::function<void(std::string_view)>;
+
+    explicit JsonWriter(Sink sink);
 
     void beginObject() { begin('{'); }
     void endObject() { end('}'); }
@@ -23,11 +30,14 @@ class JsonWriter {
 
     void value(std::string_view text);
     void value(const char* text) { value(std::string_view(text)); }
-    void value(const QString& text);
-    void value(double number);  ///< null where JSON has no such number
-    void value(int number) { value(static_cast<double>(number)); }
+    void value(const QString& text);  ///< half a surrogate pair becomes a question mark
+    void value(double number);        ///< null where JSON has no such number
+    void value(qlonglong number);
+    void value(int number) { value(static_cast<qlonglong>(number)); }
     void value(bool flag);
-    /// Maps, lists, texts, numbers and flags, at any depth; anything else is null.
+    void null();
+    /// Any depth of maps and lists, and in them whatever `QJsonValue::fromVariant` knows; null for
+    /// the rest.
     void value(const QVariant& variant);
 
     template <class Value>
@@ -36,7 +46,7 @@ class JsonWriter {
         value(content);
     }
 
-    /// Hands everything to the device. False when it has refused something.
+    /// Hands the last piece to the sink. False when something was too deep to be written.
     bool finish();
 
   private:
@@ -45,14 +55,19 @@ class JsonWriter {
     void next();
     void newLine();
     void write(std::string_view bytes);
+    void flush();
     void quoted(std::string_view text);
-    void escaped(char character);
+    void escaped(unsigned char byte);
+    void object(const QVariantMap& map);
+    void array(const QVariantList& list);
+    void other(const QVariant& variant);
+    bool tooDeep();
 
-    QIODevice& device_;
-    QByteArray buffer_;
+    Sink sink_;
+    std::string buffer_;
     std::vector<bool> filled_;  // per open bracket: has content
     bool afterKey_ = false;
-    bool failed_ = false;
+    bool whole_ = true;
 };
 
 }  // namespace tidewell

@@ -293,6 +293,13 @@ QVariantList NodeAnswers::handBuckets(int node) {
     return answer;
 }
 
+void NodeAnswers::keep(int node) {
+    handStrategy(node);
+    handCombos(node);
+    handBuckets(node);
+    actionStats(node);
+}
+
 void NodeAnswers::clear() {
     restore({});
 }

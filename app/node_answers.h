@@ -45,6 +45,9 @@ class NodeAnswers {
     /// moment.
     QVariantList handBuckets(int node);
 
+    /// Asks all that a project keeps of the acting seat's node.
+    void keep(int node);
+
     void clear();
     const NodeCaches& caches() const { return caches_; }
     void restore(NodeCaches caches);

@@ -85,6 +85,12 @@ void NodeLockStore::setProbs(int node, const QString& hand, const QVariantList& 
     locks_[node].insert(hand, {normalised(numbers)});
 }
 
+void NodeLockStore::add(const kestrel_app::NodeLockEntry& entry) {
+    locks_[static_cast<int>(entry.node_index)].insert(
+        QString::fromStdString(entry.hand),
+        {{entry.probs.begin(), entry.probs.end()}, entry.action_index, entry.action_prob});
+}
+
 QVariantList NodeLockStore::ofNode(int node) const {
     QVariantList list;
     const QMap<QString, NodeLock> locks = locks_.value(node);

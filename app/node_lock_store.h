@@ -40,6 +40,9 @@ class NodeLockStore {
     /// nothing usable is uniform. Other hands stay free.
     void setProbs(int node, const QString& hand, const QVariantList& probs, int actions);
 
+    /// Locks a hand as a solve does.
+    void add(const kestrel_app::NodeLockEntry& entry);
+
     /// The locks of a node by rising label: maps of `hand`, `actionIndex`, `actionProb`,
     /// `actionProbs`.
     QVariantList ofNode(int node) const;

@@ -1,16 +1,17 @@
 #include "app/project_file.h"
 
 #include <QCoreApplication>
-#include <QDebug>
 #include <QFile>
 #include <QSaveFile>
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 #include "app/json_reader.h"
 #include "app/json_writer.h"
+#include "app/write_all.h"
 
 namespace tidewell {
 namespace {
@@ -21,7 +22,7 @@ constexpr const char* seatNames[] = {"OOP", "IP"};
 
 void tell(std::atomic<double>* progress, double fraction) {
     if (progress != nullptr) {
-        *progress = fraction;
+        progress->store(fraction, std::memory_order_relaxed);
     }
 }
 
@@ -40,14 +41,14 @@ void writeResults(JsonWriter& json, const SolveResults& results, std::atomic<dou
     json.key("treeNodeMeta");
     json.beginArray();
     for (int node = 0; node < nodes; ++node) {
-        json.value(QVariant(results.tree.meta(node)));
+        results.tree.writeMeta(node, json);
         tell(progress, node / total);
     }
     json.endArray();
     json.key("treeNodeActions");
     json.beginArray();
     for (int node = 0; node < lists; ++node) {
-        json.value(QVariant(results.tree.actions(node)));
+        results.tree.writeActions(node, json);
         tell(progress, (nodes + node) / total);
     }
     json.endArray();
@@ -93,6 +94,28 @@ void writeCaches(JsonWriter& json, const NodeCaches& caches) {
     json.endObject();
 }
 
+/// False when something is nested too deep for a file.
+bool writeDocument(QSaveFile& file, const ProjectData& data, std::atomic<double>* progress) {
+    JsonWriter json([&](std::string_view bytes) {
+        writeAll(file, QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    });
+    json.beginObject();
+    json.member("format", formatWord);
+    json.member("version", formatVersion);
+    json.member("project", QVariant(data.project));
+    json.member("hasResults", data.hasResults);
+    json.member("lastUiCfg", QVariant(data.lastUiCfg));
+    json.member("nodeLocks", QVariant(data.nodeLocks));
+    if (data.hasResults) {
+        json.key("nodeCaches");
+        writeCaches(json, data.caches);
+        json.key("results");
+        writeResults(json, data.results, progress);
+    }
+    json.endObject();
+    return json.finish();
+}
+
 // Members of an object by kind: what is missing or of another kind is empty or 0.
 
 QString textAt(const QVariantMap& map, const char* key) {
@@ -115,6 +138,16 @@ int intAt(const QVariantMap& map, const char* key, int missing = 0) {
     return fits ? static_cast<int>(number) : missing;
 }
 
+QVariantMap mapAt(const QVariantMap& map, const char* key) {
+    const QVariant value = map.value(key);
+    return value.typeId() == QMetaType::QVariantMap ? value.toMap() : QVariantMap();
+}
+
+QVariantList listAt(const QVariantMap& map, const char* key) {
+    const QVariant value = map.value(key);
+    return value.typeId() == QMetaType::QVariantList ? value.toList() : QVariantList();
+}
+
 bool flagAt(const QVariantMap& map, const char* key) {
     const QVariant value = map.value(key);
     return value.typeId() == QMetaType::Bool && value.toBool();
@@ -127,14 +160,14 @@ void readResults(const QVariantMap& map, SolveResults& results) {
     results.exploitability = numberAt(map, "resultExploitability");
     results.evOop = numberAt(map, "resultEvOop");
     results.evIp = numberAt(map, "resultEvIp");
-    for (const QVariant& action : map.value("rootActions").toList()) {
+    for (const QVariant& action : listAt(map, "rootActions")) {
         results.rootActions.append(action.toMap());
     }
 }
 
 template <class Store>
 void readCache(const QVariantMap& caches, const char* name, Store store) {
-    for (const QVariant& element : caches.value(name).toList()) {
+    for (const QVariant& element : listAt(caches, name)) {
         const QVariantMap entry = element.toMap();
         const int node = intAt(entry, "nodeIndex", -1);
         if (node >= 0) {
@@ -146,7 +179,7 @@ void readCache(const QVariantMap& caches, const char* name, Store store) {
 NodeCaches readCaches(const QVariantMap& map) {
     NodeCaches caches;
     readCache(map, "handStrategyByNode", [&](int node, const QVariantMap& entry) {
-        caches.handStrategy.insert(node, entry.value("data").toMap());
+        caches.handStrategy.insert(node, mapAt(entry, "data"));
     });
     const std::pair<const char*, QHash<int, QVariantList>*> lists[] = {
         {"actionStatsByNode", &caches.actionStats},
@@ -154,89 +187,105 @@ NodeCaches readCaches(const QVariantMap& map) {
         {"handBucketsByNode", &caches.handBuckets}};
     for (const auto& [name, cache] : lists) {
         readCache(map, name, [cache = cache](int node, const QVariantMap& entry) {
-            cache->insert(node, entry.value("data").toList());
+            cache->insert(node, listAt(entry, "data"));
         });
     }
     readCache(map, "seatHandCombosByNode", [&](int node, const QVariantMap& entry) {
         const QString seat = textAt(entry, "seat").trimmed().toUpper();
         for (std::size_t s = 0; s < 2; ++s) {
             if (seat == seatNames[s]) {
-                caches.seatHandCombos[s].insert(node, entry.value("data").toList());
+                caches.seatHandCombos[s].insert(node, listAt(entry, "data"));
             }
         }
     });
     return caches;
 }
 
-}  // namespace
-
-bool writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        qWarning().noquote() << "saveProject: failed to open:" << path << file.errorString();
-        return false;
+/// The locks that name a node and a hand, with the parts that are of their kind.
+QVariantList readLocks(const QVariantList& list) {
+    QVariantList locks;
+    for (const QVariant& element : list) {
+        const QVariantMap entry = element.toMap();
+        const int node = intAt(entry, "nodeIndex", -1);
+        const QString hand = textAt(entry, "hand");
+        if (node < 0 || hand.isEmpty()) {
+            continue;
+        }
+        QVariantMap lock = {{"nodeIndex", node},
+                            {"hand", hand},
+                            {"actionIndex", intAt(entry, "actionIndex", -1)},
+                            {"actionProb", numberAt(entry, "actionProb", 1.0)}};
+        if (entry.contains("actionProbs")) {
+            lock.insert("actionProbs", listAt(entry, "actionProbs"));
+        }
+        locks.append(lock);
     }
-    JsonWriter json(file);
-    json.beginObject();
-    json.member("format", formatWord);
-    json.member("version", formatVersion);
-    json.member("project", QVariant(data.project));
-    json.member("hasResults", data.hasResults);
-    json.member("lastUiCfg", QVariant(data.lastUiCfg));
-    json.member("nodeLocks", QVariant(data.nodeLocks));
-    if (data.hasResults) {
-        json.key("nodeCaches");
-        writeCaches(json, data.caches);
-        json.key("results");
-        writeResults(json, data.results, progress);
-    }
-    json.endObject();
-    if (!json.finish() || !file.commit()) {
-        qWarning().noquote() << "saveProject: commit failed:" << path << file.errorString();
-        return false;
-    }
-    tell(progress, 1.0);
-    qInfo().noquote() << "Saved project:" << path;
-    return true;
+    return locks;
 }
 
-ReadProject readProject(const QString& path, std::atomic<double>* progress) {
-    ReadProject result;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        result.error = QT_TRANSLATE_NOOP("AppController", "Failed to open file");
-        return result;
+ProjectData readData(const QVariantMap& object, ResultTree::Builder& tree) {
+    ProjectData data;
+    data.project = mapAt(object, "project");
+    data.hasResults = flagAt(object, "hasResults");
+    if (data.hasResults) {
+        readResults(mapAt(object, "results"), data.results);
+        data.results.tree = tree.finish();
     }
+    data.caches = readCaches(mapAt(object, "nodeCaches"));
+    data.nodeLocks = readLocks(listAt(object, "nodeLocks"));
+    data.lastUiCfg = mapAt(object, "lastUiCfg");
+    return data;
+}
+
+ReadProject readDocument(QFile& file, std::atomic<double>* progress) {
     ResultTree::Builder tree;
-    const QHash<QString, JsonStream> streams = {
-        {"results/treeNodeMeta",
+    const QHash<QStringList, JsonStream> streams = {
+        {{"results", "treeNodeMeta"},
          {[&] { tree.beginMeta(); }, [&](const QVariant& entry) { tree.addMeta(entry.toMap()); }}},
-        {"results/treeNodeActions",
+        {{"results", "treeNodeActions"},
          {[&] { tree.beginActions(); },
           [&](const QVariant& entry) { tree.addActions(entry.toList()); }}}};
     const auto total = static_cast<double>(std::max<qint64>(file.size(), 1));
     const JsonDocument document = readJson(
         file, streams, [&](qint64 bytes) { tell(progress, static_cast<double>(bytes) / total); });
-    const QVariantMap& object = document.object;
     if (!document.valid) {
-        result.error = QT_TRANSLATE_NOOP("AppController", "Invalid JSON");
-    } else if (textAt(object, "format") != formatWord) {
-        result.error = QT_TRANSLATE_NOOP("AppController", "Unrecognized project format");
-    } else if (intAt(object, "version") != formatVersion) {
-        result.error = QT_TRANSLATE_NOOP("AppController", "Unsupported project version");
-    } else {
-        ProjectData& data = result.data;
-        data.project = object.value("project").toMap();
-        data.hasResults = flagAt(object, "hasResults");
-        if (data.hasResults) {
-            readResults(object.value("results").toMap(), data.results);
-            data.results.tree = tree.finish();
-        }
-        data.caches = readCaches(object.value("nodeCaches").toMap());
-        data.nodeLocks = object.value("nodeLocks").toList();
-        data.lastUiCfg = object.value("lastUiCfg").toMap();
+        return {QT_TRANSLATE_NOOP("AppController", "Invalid JSON"), {}};
     }
-    return result;
+    if (textAt(document.object, "format") != formatWord) {
+        return {QT_TRANSLATE_NOOP("AppController", "Unrecognized project format"), {}};
+    }
+    if (intAt(document.object, "version") != formatVersion) {
+        return {QT_TRANSLATE_NOOP("AppController", "Unsupported project version"), {}};
+    }
+    return {{}, readData(document.object, tree)};
+}
+
+}  // namespace
+
+QString writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress) {
+    QSaveFile file(path);
+    // A buffer of its own would be written on closing, and what fails there goes unnoticed.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+        return "failed to open: " + path + ' ' + file.errorString();
+    }
+    if (!writeDocument(file, data, progress)) {
+        return "failed to convert to JSON";
+    }
+    const bool written = file.error() == QFileDevice::NoError;
+    const QString reason = file.errorString();
+    if (!file.commit()) {
+        return "commit failed: " + path + ' ' + (written ? file.errorString() : reason);
+    }
+    tell(progress, 1.0);
+    return {};
+}
+
+ReadProject readProject(const QString& path, std::atomic<double>* progress) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {QT_TRANSLATE_NOOP("AppController", "Failed to open file"), {}};
+    }
+    return readDocument(file, progress);
 }
 
 }  // namespace tidewell

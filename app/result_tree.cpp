@@ -5,6 +5,9 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
+
+#include "app/json_writer.h"
 
 namespace tidewell {
 namespace {
@@ -13,60 +16,90 @@ using kestrel_app::SolveActionInfo;
 using kestrel_app::SolveNodeMeta;
 using kestrel_app::TreeSnapshot;
 
-QString text(std::string_view view) {
-    return QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size()));
+constexpr double hundredthsPerChip = 100.0;
+
+QVariant variant(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QVariantMap metaMap(const SolveNodeMeta& meta, double effectiveStack) {
-    return {{"nodeType", text(meta.node_type)},
-            {"chanceDeal", text(meta.chance_deal)},
-            {"player", text(meta.player)},
-            {"pot", meta.pot / 100.0},
-            {"effectiveStack", effectiveStack},
-            {"investedOop", meta.invested_oop / 100.0},
-            {"investedIp", meta.invested_ip / 100.0},
-            {"hasChildren", meta.has_children}};
+template <class Value>
+QVariant variant(const Value& value) {
+    return value;
 }
 
-QVariantMap actionMap(const SolveActionInfo& action) {
-    return {{"name", text(action.name)},
-            {"actionType", text(action.action_type)},
-            {"frequency", static_cast<double>(action.frequency)},
-            {"childIndex", static_cast<int>(action.child_index)}};
+/// Tells the members of an entry to `member(key, value)`.
+template <class Member>
+void tellMeta(const SolveNodeMeta& meta, double effectiveStack, const Member& member) {
+    member("chanceDeal", meta.chance_deal);
+    member("effectiveStack", effectiveStack);
+    member("hasChildren", meta.has_children);
+    member("investedIp", meta.invested_ip / hundredthsPerChip);
+    member("investedOop", meta.invested_oop / hundredthsPerChip);
+    member("nodeType", meta.node_type);
+    member("player", meta.player);
+    member("pot", meta.pot / hundredthsPerChip);
 }
 
-bool isNumber(const QVariant& value) {
-    switch (value.typeId()) {
-        case QMetaType::Int:
-        case QMetaType::LongLong:
-        case QMetaType::Double:
-            return true;
-        default:
-            return false;
-    }
+template <class Member>
+void tellAction(const SolveActionInfo& action, const Member& member) {
+    member("actionType", action.action_type);
+    member("childIndex", static_cast<int>(action.child_index));
+    member("frequency", static_cast<double>(action.frequency));
+    member("name", action.name);
 }
 
-/// A text, a number or a flag of an entry; nothing where it is missing or of another kind.
-std::optional<std::string> textAt(const QVariantMap& map, const char* key) {
+// Parts of an entry; nothing where one is missing, of another kind, or more than a record can hold.
+
+std::optional<std::string> textAt(const QVariantMap& map, const QString& key) {
     const QVariant value = map.value(key);
     return value.typeId() == QMetaType::QString ? std::optional(value.toString().toStdString())
                                                 : std::nullopt;
 }
 
-std::optional<double> numberAt(const QVariantMap& map, const char* key) {
+std::optional<double> numberAt(const QVariantMap& map, const QString& key) {
     const QVariant value = map.value(key);
-    return isNumber(value) ? std::optional(value.toDouble()) : std::nullopt;
+    const double number = value.toDouble();
+    constexpr double mostExact =
+        9007199254740992.0;  // 2^53: a double holds all whole numbers to it
+    switch (value.typeId()) {
+        case QMetaType::Double:
+            return number;
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+            return std::abs(number) <= mostExact ? std::optional(number) : std::nullopt;
+        default:
+            return std::nullopt;
+    }
 }
 
-/// Chips as whole hundredths, where they are just that.
-std::optional<std::int32_t> hundredthsAt(const QVariantMap& map, const char* key) {
+/// Chips that are whole hundredths.
+std::optional<std::int32_t> hundredthsAt(const QVariantMap& map, const QString& key) {
     const auto chips = numberAt(map, key);
-    constexpr double most = std::numeric_limits<std::int32_t>::max() / 100;
+    constexpr double most = std::numeric_limits<std::int32_t>::max() / hundredthsPerChip;
     if (!chips || !(std::abs(*chips) <= most)) {
         return std::nullopt;
     }
-    const auto hundredths = static_cast<std::int32_t>(std::lround(*chips * 100.0));
-    return hundredths / 100.0 == *chips ? std::optional(hundredths) : std::nullopt;
+    const auto hundredths = static_cast<std::int32_t>(std::lround(*chips * hundredthsPerChip));
+    return hundredths / hundredthsPerChip == *chips ? std::optional(hundredths) : std::nullopt;
+}
+
+std::optional<float> floatAt(const QVariantMap& map, const QString& key) {
+    const auto number = numberAt(map, key);
+    constexpr auto most = static_cast<double>(std::numeric_limits<float>::max());
+    if (!number || !(std::abs(*number) <= most)) {
+        return std::nullopt;
+    }
+    const auto narrow = static_cast<float>(*number);
+    return static_cast<double>(narrow) == *number ? std::optional(narrow) : std::nullopt;
+}
+
+std::optional<std::uint32_t> indexAt(const QVariantMap& map, const QString& key) {
+    const auto number = numberAt(map, key);
+    if (!number || !(*number >= 0 && *number <= std::numeric_limits<int>::max()) ||
+        std::trunc(*number) != *number) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint32_t>(*number);
 }
 
 /// An action with the texts that it points into.
@@ -80,19 +113,14 @@ struct ReadAction {
 /// An entry that a record can hold without loss.
 std::optional<ReadAction> readAction(const QVariant& entry) {
     const QVariantMap map = entry.toMap();
-    const auto name = textAt(map, "name");
-    const auto type = textAt(map, "actionType");
-    const auto frequency = numberAt(map, "frequency");
-    const auto child = numberAt(map, "childIndex");
-    if (map.size() != 4 || !name || !type || !frequency || !child || *child < 0 ||
-        *child > std::numeric_limits<int>::max() || std::floor(*child) != *child) {
+    const auto name = textAt(map, QStringLiteral("name"));
+    const auto type = textAt(map, QStringLiteral("actionType"));
+    const auto frequency = floatAt(map, QStringLiteral("frequency"));
+    const auto child = indexAt(map, QStringLiteral("childIndex"));
+    if (map.size() != 4 || !name || !type || !frequency || !child) {
         return std::nullopt;
     }
-    const auto narrow = static_cast<float>(*frequency);
-    if (static_cast<double>(narrow) != *frequency) {
-        return std::nullopt;
-    }
-    return ReadAction{*name, *type, narrow, static_cast<std::uint32_t>(*child)};
+    return ReadAction{*name, *type, *frequency, *child};
 }
 
 }  // namespace
@@ -115,7 +143,10 @@ QVariantMap ResultTree::meta(int node) const {
     if (const auto odd = oddMeta_.find(node); odd != oddMeta_.end()) {
         return *odd;
     }
-    return metaMap(nodes_->node(static_cast<std::size_t>(node)), effectiveStack_);
+    QVariantMap map;
+    tellMeta(nodes_->node(static_cast<std::size_t>(node)), effectiveStack_,
+             [&](const char* key, const auto& value) { map.insert(key, variant(value)); });
+    return map;
 }
 
 QVariantList ResultTree::actions(int node) const {
@@ -127,7 +158,10 @@ QVariantList ResultTree::actions(int node) const {
     }
     QVariantList list;
     for (const SolveActionInfo& action : lists_->actions(static_cast<std::size_t>(node))) {
-        list.append(actionMap(action));
+        QVariantMap map;
+        tellAction(action,
+                   [&](const char* key, const auto& value) { map.insert(key, variant(value)); });
+        list.append(map);
     }
     return list;
 }
@@ -142,9 +176,35 @@ int ResultTree::actionCount(int node) const {
                                 : lists_->action_count(static_cast<std::size_t>(node)));
 }
 
+void ResultTree::writeMeta(int node, JsonWriter& json) const {
+    if (node < 0 || node >= nodeCount() || oddMeta_.contains(node)) {
+        json.value(QVariant(meta(node)));
+        return;
+    }
+    json.beginObject();
+    tellMeta(nodes_->node(static_cast<std::size_t>(node)), effectiveStack_,
+             [&](const char* key, const auto& value) { json.member(key, value); });
+    json.endObject();
+}
+
+void ResultTree::writeActions(int node, JsonWriter& json) const {
+    if (node < 0 || node >= actionListCount() || oddActions_.contains(node)) {
+        json.value(QVariant(actions(node)));
+        return;
+    }
+    json.beginArray();
+    for (const SolveActionInfo& action : lists_->actions(static_cast<std::size_t>(node))) {
+        json.beginObject();
+        tellAction(action, [&](const char* key, const auto& value) { json.member(key, value); });
+        json.endObject();
+    }
+    json.endArray();
+}
+
 void ResultTree::Builder::beginMeta() {
     nodeRecords_ = {};
     tree_.oddMeta_.clear();
+    tree_.effectiveStack_ = 0;
     nodes_ = 0;
 }
 
@@ -155,14 +215,14 @@ void ResultTree::Builder::beginActions() {
 }
 
 void ResultTree::Builder::addMeta(const QVariantMap& meta) {
-    const auto type = textAt(meta, "nodeType");
-    const auto deal = textAt(meta, "chanceDeal");
-    const auto player = textAt(meta, "player");
-    const auto pot = hundredthsAt(meta, "pot");
-    const auto oop = hundredthsAt(meta, "investedOop");
-    const auto ip = hundredthsAt(meta, "investedIp");
-    const auto stack = numberAt(meta, "effectiveStack");
-    const QVariant children = meta.value("hasChildren");
+    const auto type = textAt(meta, QStringLiteral("nodeType"));
+    const auto deal = textAt(meta, QStringLiteral("chanceDeal"));
+    const auto player = textAt(meta, QStringLiteral("player"));
+    const auto pot = hundredthsAt(meta, QStringLiteral("pot"));
+    const auto oop = hundredthsAt(meta, QStringLiteral("investedOop"));
+    const auto ip = hundredthsAt(meta, QStringLiteral("investedIp"));
+    const auto stack = numberAt(meta, QStringLiteral("effectiveStack"));
+    const QVariant children = meta.value(QStringLiteral("hasChildren"));
     if (nodes_ == 0 && stack) {
         tree_.effectiveStack_ = *stack;
     }

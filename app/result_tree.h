@@ -9,6 +9,8 @@
 
 namespace tidewell {
 
+class JsonWriter;
+
 /// The tree of a result as the pages read it, by node index: what each node is, and its actions.
 /// Maps are made on demand from compact records, money in chips. A cheap value; copies share.
 class ResultTree {
@@ -31,6 +33,10 @@ class ResultTree {
     /// Per action `name`, `actionType`, `frequency`, `childIndex`. Empty for an index out of range.
     QVariantList actions(int node) const;
     int actionCount(int node) const;
+
+    // What `meta` and `actions` tell, written at once.
+    void writeMeta(int node, JsonWriter& json) const;
+    void writeActions(int node, JsonWriter& json) const;
 
   private:
     std::shared_ptr<const kestrel_app::TreeSnapshot> nodes_;

@@ -4,6 +4,7 @@
 #include <QVariantList>
 
 #include "app/result_tree.h"
+#include "session/result_snapshot.h"
 
 namespace tidewell {
 
@@ -20,5 +21,8 @@ struct SolveResults {
 
     bool any() const { return iterations > 0 || tree.nodeCount() > 0 || !rootActions.isEmpty(); }
 };
+
+/// Those of a solve that ended well.
+SolveResults resultsOf(const kestrel_app::SolveResult& result);
 
 }  // namespace tidewell

@@ -109,6 +109,7 @@ TEST_F(ControllerProject, WithoutResults) {
 TEST_F(ControllerProject, WhatIsRefusedChangesNothing) {
     write("text", "hello");
     write("list", "[1, 2]");
+    write("large", "{" + QByteArray(2 << 20, ' '));
     write("other", R"({"format": "something", "version": 1})");
     write("newer", R"({"format": "kestrel_project", "version": 2})");
     AppController controller;
@@ -120,6 +121,7 @@ TEST_F(ControllerProject, WhatIsRefusedChangesNothing) {
         {file("missing"), "Failed to open file"},
         {QUrl::fromLocalFile(folder_.path()), "Failed to open file"},
         {file("text"), "Invalid JSON"},
+        {file("large"), "Invalid JSON"},
         {file("list"), "Unrecognized project format"},
         {file("other"), "Unrecognized project format"},
         {file("newer"), "Unsupported project version"}};

@@ -1,0 +1,242 @@
+#include <QJsonArray>
+
+#include "tests/app/project_folder.h"
+
+// Project files that are damaged or not what they should be: read as told, or refused by name.
+
+namespace tidewell {
+namespace {
+
+class ProjectDamage : public ProjectFolder {
+  protected:
+    using ProjectFolder::read;
+    ReadProject read(const QJsonObject& object) const {
+        return read(QJsonDocument(object).toJson());
+    }
+};
+
+/// A project with one of everything.
+QJsonObject smallFile() {
+    return QJsonDocument::fromJson(R"({"format": "kestrel_project", "version": 1,
+        "project": {"p": 1}, "hasResults": true, "lastUiCfg": {"c": 2},
+        "results": {"resultsSummary": "s", "resultStartingPot": 1.5, "resultIterations": 2,
+            "resultExploitability": 3.5, "resultEvOop": 4.5, "resultEvIp": 5.5,
+            "rootActions": [{"name": "r"}], "treeNodeMeta": [{"m": 1}, {"m": 2}],
+            "treeNodeActions": [[{"a": 1}], [{"a": 2}], []]},
+        "nodeCaches": {"handStrategyByNode": [{"nodeIndex": 3, "data": {"h": 1}}],
+            "actionStatsByNode": [{"nodeIndex": 4, "data": [1]}],
+            "handCombosByNode": [{"nodeIndex": 5, "data": [2]}],
+            "handBucketsByNode": [{"nodeIndex": 6, "data": [3]}],
+            "seatHandCombosByNode": [{"nodeIndex": 7, "seat": " ip ", "data": [4]}]},
+        "nodeLocks": [{"nodeIndex": 8, "hand": "AKs", "actionIndex": 1, "actionProb": 0.5,
+            "actionProbs": [1, 2]}]})")
+        .object();
+}
+
+/// Sets a member deep inside an object; in a list the first element. Undefined takes it away.
+QJsonValue replaced(const QJsonValue& outer, QStringList path, const QJsonValue& value) {
+    if (path.isEmpty()) {
+        return value;
+    }
+    if (outer.isArray()) {
+        QJsonArray list = outer.toArray();
+        list[0] = replaced(list[0], path, value);
+        return list;
+    }
+    QJsonObject object = outer.toObject();
+    const QString key = path.takeFirst();
+    object[key] = replaced(object[key], path, value);
+    return object;
+}
+
+TEST_F(ProjectDamage, ReadsWrongKindsAsNothing) {
+    const QVariantMap whole = flat(read(smallFile()).data);
+    const QVariantMap lock = whole["locks"].toList()[0].toMap();
+    const auto changed = [](QVariantMap map, const QString& key, const QVariant& value) {
+        map[key] = value;
+        return map;
+    };
+    QVariantMap actionLock = lock;
+    actionLock.remove("actionProbs");
+    const QVariantList none;
+    const QVariantMap noResults = {{"summary", ""},       {"pot", 0},      {"iterations", 0},
+                                   {"exploitability", 0}, {"evOop", 0},    {"evIp", 0},
+                                   {"rootActions", none}, {"metas", none}, {"actions", none}};
+    const struct {
+        const char* path;
+        QVariantMap expected;  // what else there is then
+    } cases[] = {
+        {"project", {{"project", QVariantMap()}}},
+        {"hasResults", changed(noResults, "hasResults", false)},
+        {"lastUiCfg", {{"lastUiCfg", QVariantMap()}}},
+        {"results", noResults},
+        {"results/resultsSummary", {{"summary", ""}}},
+        {"results/resultStartingPot", {{"pot", 0}}},
+        {"results/resultIterations", {{"iterations", 0}}},
+        {"results/resultExploitability", {{"exploitability", 0}}},
+        {"results/resultEvOop", {{"evOop", 0}}},
+        {"results/resultEvIp", {{"evIp", 0}}},
+        {"results/rootActions", {{"rootActions", none}}},
+        {"results/treeNodeMeta", {{"metas", none}}},
+        {"results/treeNodeActions", {{"actions", none}}},
+        {"nodeCaches",
+         {{"strategy", none}, {"stats", none}, {"combos", none}, {"buckets", none}, {"ip", none}}},
+        {"nodeCaches/handStrategyByNode", {{"strategy", none}}},
+        {"nodeCaches/handStrategyByNode/nodeIndex", {{"strategy", none}}},
+        {"nodeCaches/handStrategyByNode/data", {{"strategy", QVariantList{3, QVariantMap()}}}},
+        {"nodeCaches/actionStatsByNode", {{"stats", none}}},
+        {"nodeCaches/actionStatsByNode/nodeIndex", {{"stats", none}}},
+        {"nodeCaches/actionStatsByNode/data", {{"stats", QVariantList{4, none}}}},
+        {"nodeCaches/handCombosByNode", {{"combos", none}}},
+        {"nodeCaches/handCombosByNode/data", {{"combos", QVariantList{5, none}}}},
+        {"nodeCaches/handBucketsByNode", {{"buckets", none}}},
+        {"nodeCaches/handBucketsByNode/data", {{"buckets", QVariantList{6, none}}}},
+        {"nodeCaches/seatHandCombosByNode", {{"ip", none}}},
+        {"nodeCaches/seatHandCombosByNode/seat", {{"ip", none}}},
+        {"nodeCaches/seatHandCombosByNode/data", {{"ip", QVariantList{7, none}}}},
+        {"nodeLocks", {{"locks", none}}},
+        {"nodeLocks/nodeIndex", {{"locks", none}}},
+        {"nodeLocks/hand", {{"locks", none}}},
+        {"nodeLocks/actionIndex", {{"locks", QVariantList{changed(lock, "actionIndex", -1)}}}},
+        {"nodeLocks/actionProb", {{"locks", QVariantList{changed(lock, "actionProb", 1)}}}},
+        {"nodeLocks/actionProbs", {{"locks", QVariantList{changed(lock, "actionProbs", none)}}}}};
+    const QJsonValue values[] = {
+        QJsonValue(), true,         2.5,           1e10,
+        "x",          QJsonArray(), QJsonObject(), QJsonValue(QJsonValue::Undefined)};
+    for (const auto& [name, expected] : cases) {
+        const QStringList place = QString(name).split('/');
+        QJsonValue good = smallFile();
+        for (const QString& key : place) {
+            good = (good.isArray() ? good[0] : good)[key];
+        }
+        ASSERT_FALSE(good.isUndefined()) << name;
+        const bool mustBeWhole =
+            place.last().endsWith("Index") || place.last() == "resultIterations";
+        for (const QJsonValue& value : values) {
+            if (value.type() == good.type() && !(value.isDouble() && mustBeWhole)) {
+                continue;
+            }
+            SCOPED_TRACE(std::string(name) + " of type " + std::to_string(value.type()));
+            QVariantMap everything = whole;
+            everything.insert(expected);
+            const ReadProject back = read(replaced(smallFile(), place, value).toObject());
+            EXPECT_EQ(back.error, "");
+            if (place.last() == "actionProbs" && value.isUndefined()) {
+                everything["locks"] = QVariantList{actionLock};
+            }
+            EXPECT_EQ(json(flat(back.data)), json(everything));
+        }
+    }
+}
+
+TEST_F(ProjectDamage, KeepsOddTreesAndPassesOverOddEntries) {
+    const QByteArray metas = R"([{"pot": 10.005, "more": [1, {"a": null}]}, 5, "x", [], {},
+        {"pot": 1e300, "effectiveStack": 12345678901234567890}])";
+    const QByteArray lists = R"([[{"name": "a", "frequency": 0.1}, 7, null], {"a": 1}, 3, []])";
+    ReadProject back = read(R"({"format": "kestrel_project", "version": 1.0, "hasResults": true,
+        "results": {"treeNodeMeta": )" +
+                            metas + R"(, "treeNodeActions": )" + lists + R"(}})");
+    EXPECT_EQ(back.error, "");
+    QJsonArray expectedMetas = QJsonDocument::fromJson(metas).array();
+    for (const int index : {1, 2, 3}) {
+        expectedMetas[index] = QJsonObject();
+    }
+    QJsonArray expectedLists = QJsonDocument::fromJson(lists).array();
+    for (const int index : {1, 2}) {
+        expectedLists[index] = QJsonArray();
+    }
+    EXPECT_EQ(json(flat(back.data)["metas"]), expectedMetas);
+    EXPECT_EQ(json(flat(back.data)["actions"]), expectedLists);
+    // Saved, it is the same again.
+    ASSERT_EQ(writeProject(path(), back.data, nullptr), "");
+    const QJsonValue results = object()["results"];
+    EXPECT_EQ(results["treeNodeMeta"], expectedMetas);
+    EXPECT_EQ(results["treeNodeActions"], expectedLists);
+
+    back = read(R"({"format": "kestrel_project", "version": 1, "hasResults": 1,
+        "results": {"resultsSummary": "s", "treeNodeMeta": [{}]},
+        "nodeCaches": {"handCombosByNode": [{"nodeIndex": -1, "data": [1]}, 5,
+            {"nodeIndex": 3000000000, "data": [1]}, {"nodeIndex": 2, "data": [1]},
+            {"nodeIndex": 2.0, "data": [2]}],
+            "seatHandCombosByNode": [{"nodeIndex": 1, "seat": "Oop\t", "data": [3]},
+                {"nodeIndex": 1, "seat": "BB", "data": [4]}, {"nodeIndex": 1, "seat": "ip"}]},
+        "nodeLocks": [{"nodeIndex": 1, "hand": ""}, {"nodeIndex": -1, "hand": "AA"}, [],
+            {"hand": "AA"}, {"nodeIndex": 1}, {"nodeIndex": 1, "hand": "AA", "other": 1}]})");
+    QVariantMap expected = flat({});
+    expected["combos"] = QVariantList{2, QVariantList{2}};
+    expected["oop"] = QVariantList{1, QVariantList{3}};
+    expected["ip"] = QVariantList{1, QVariantList()};
+    expected["locks"] = QVariantList{
+        QVariantMap{{"nodeIndex", 1}, {"hand", "AA"}, {"actionIndex", -1}, {"actionProb", 1.0}}};
+    EXPECT_EQ(json(flat(back.data)), json(expected)) << "with no results the caches count";
+}
+
+TEST_F(ProjectDamage, RefusesByName) {
+    const QByteArray good = R"({"format": "kestrel_project", "version": 1})";
+    const char* const json = "Invalid JSON";
+    const char* const format = "Unrecognized project format";
+    const char* const version = "Unsupported project version";
+    const std::pair<QByteArray, const char*> cases[] = {
+        {good, ""},
+        {"\xEF\xBB\xBF" + good, ""},
+        {good + " \n", ""},
+        {"", json},
+        {" ", json},
+        {"\"kestrel_project\"", json},
+        {good + good, json},
+        {good + QByteArray(1, '\0'), json},
+        {"\xFF\xFE" + good, json},
+        {QByteArray(good).replace("1}", "1, \"project\": {\"a\": \"\xC3\"}}"), json},
+        {QByteArray(good).replace("1}", "1, \"project\": {\"a\": 1e999}}"), json},
+        {QByteArray(good).replace("1}", "1, \"a\": " + QByteArray(100000, '[') + "}"), json},
+        {"{\"version\": 2, \"results\": [}", json},
+        {"[" + good + "]", format},
+        {"[]", format},
+        {"{}", format},
+        {R"({"version": 2})", format},
+        {R"({"format": ["kestrel_project"], "version": 1})", format},
+        {R"({"format": "Kestrel_project", "version": 1})", format},
+        {R"({"format": "kestrel_project"})", version},
+        {R"({"format": "kestrel_project", "version": 2})", version},
+        {R"({"format": "kestrel_project", "version": 1.5})", version},
+        {R"({"format": "kestrel_project", "version": "1"})", version},
+        {R"({"format": "kestrel_project", "version": true})", version},
+        {R"({"format": "kestrel_project", "version": 4294967297})", version}};
+    for (const auto& [text, error] : cases) {
+        EXPECT_EQ(read(text).error, error) << text.left(80).toStdString();
+    }
+    const QString cannot = "Failed to open file";
+    EXPECT_EQ(readProject(path("missing"), nullptr).error, cannot);
+    EXPECT_EQ(readProject(path("."), nullptr).error, cannot);
+    EXPECT_EQ(readProject("", nullptr).error, cannot);
+    EXPECT_EQ(readProject("/proc/self/mem", nullptr).error, json) << "opens, but cannot be read";
+    write(good);
+    QFile::setPermissions(path(), {});
+    EXPECT_EQ(readProject(path(), nullptr).error,
+              QFile(path()).open(QIODevice::ReadOnly) ? "" : cannot)
+        << "the superuser may read everything";
+}
+
+TEST_F(ProjectDamage, TakesATruncatedFileOnlyWhole) {
+    const QByteArray text = QJsonDocument(smallFile()).toJson(QJsonDocument::Compact);
+    for (qsizetype length = 0; length <= text.size(); ++length) {
+        const char* const error = length < text.size() ? "Invalid JSON" : "";
+        ASSERT_EQ(read(text.left(length)).error, error) << length;
+    }
+}
+
+TEST_F(ProjectDamage, ReadsThroughMuchOfNothing) {
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("{");
+    const QByteArray blanks(1 << 20, ' ');
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(file.write(blanks), blanks.size());
+    }
+    file.write(R"("version": 1, "format": "kestrel_project"})");
+    file.close();
+    EXPECT_EQ(readProject(path(), nullptr).error, "");
+}
+
+}  // namespace
+}  // namespace tidewell
