@@ -29,8 +29,9 @@ double percentage(const std::string& option, std::string_view text) {
 }
 
 void check_together(const Options& options) {
-    const bool asks_of_a_solve = !options.json_path.empty() || !options.node_line.empty() ||
-                                 !options.locks.empty() || options.stats || options.tables();
+    const bool asks_of_a_solve = !options.json_path.empty() || !options.save_path.empty() ||
+                                 !options.node_line.empty() || !options.locks.empty() ||
+                                 options.stats || options.tables();
     if (options.signature && (!options.spot_path.empty() || asks_of_a_solve)) {
         throw InputError("--signature solves spots of its own and reports nothing else");
     }
@@ -91,6 +92,11 @@ Options parse_options(std::span<const char* const> arguments) {
             if (options.json_path.empty()) {
                 throw InputError("--json takes the name of a file");
             }
+        } else if (name == "--save") {
+            options.save_path = value();
+            if (options.save_path.empty() || options.save_path == "-") {
+                throw InputError("--save takes the name of a file");
+            }
         } else if (name == "--node") {
             options.node_line = value();
         } else if (name == "--list-nodes") {
@@ -124,7 +130,7 @@ Options parse_options(std::span<const char* const> arguments) {
 }
 
 const char* const help_text =
-    R"(Usage: tidewell-solve [options] [SPOT.json]
+    R"(Usage: tidewell-solve [options] [SPOT.json | PROJECT.tidewellproj]
 
 Solves a heads-up no-limit hold'em spot after the flop and reports the strategy
 of its first decision. Without a spot it solves the quick-solve spot.
@@ -138,6 +144,8 @@ Options:
                       for instance "Check/Bet 50%/Call/2c"
   --list-nodes DEPTH  list the lines of the tree down to a depth, without solving
   --json FILE         write the result as JSON ("-": standard output)
+  --save FILE         write a project that the desktop program opens (.tidewellproj),
+                      with the tree, and the hands of the root and of --node
   --stats             also how many combos take each action of the node, with what
                       equity and EV
   --combos            the hands of the node's player: EV, how often each action, tags
@@ -174,8 +182,11 @@ Amounts are in chips. Board, pot, stack and both ranges are needed.
                          offer an all-in of at most this percentage of the pot
   exact_all_in           true or false, as --exact-all-in
 
-Exit code: 0 solved, 1 the solve failed or does not fit in memory, 2 bad input,
-130 interrupted: nothing is written then.
+PROJECT.tidewellproj is a project of the desktop program: its last solve is solved
+again, with its locks if that was made under them; without one, what its pages show.
+
+Exit code: 0 solved, 1 the solve failed, does not fit in memory or cannot be
+written, 2 bad input, 130 interrupted: nothing is written then.
 )";
 
 }  // namespace tidewell_cli

@@ -18,6 +18,7 @@ struct Options {
     std::optional<std::uint32_t> iterations;
     std::optional<double> target_percent;  ///< of the starting pot
     std::string json_path;                 ///< empty for none, "-" for standard output
+    std::string save_path;                 ///< of a project; empty for none
     std::string node_line;
     std::optional<std::size_t> list_depth;
     std::vector<Lock> locks;

@@ -6,10 +6,10 @@
 #include <cctype>
 #include <exception>
 #include <iostream>
+#include <iterator>
 #include <new>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -18,11 +18,13 @@
 #include "cli/interrupt.h"
 #include "cli/line_walk.h"
 #include "cli/options.h"
+#include "cli/output_file.h"
 #include "cli/progress.h"
+#include "cli/project_save.h"
 #include "cli/report_json.h"
 #include "cli/solve_report.h"
 #include "cli/solve_run.h"
-#include "cli/spot_file.h"
+#include "cli/solve_task.h"
 #include "cli/tables.h"
 #include "cli/terminal.h"
 #include "cli/terminal_report.h"
@@ -30,7 +32,6 @@
 #include "session/hand_distributions.h"
 #include "session/memory_info.h"
 #include "session/node_queries.h"
-#include "session/presets.h"
 #include "session/signature.h"
 
 namespace tidewell_cli {
@@ -39,10 +40,6 @@ namespace {
 using kestrel_app::HandBucket;
 using kestrel_app::HandDistributions;
 
-std::size_t all_threads() {
-    return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, max_threads);
-}
-
 /// One line, whatever the text quotes.
 void complain(std::string text) {
     std::ranges::replace_if(
@@ -50,33 +47,15 @@ void complain(std::string text) {
     std::cerr << "tidewell-solve: " << text << std::endl;
 }
 
-kestrel_app::SolveConfig config_of(const Options& options) {
-    kestrel_app::ConfigMap map;
-    if (options.spot_path.empty()) {
-        map = kestrel_app::quick_solve_preset();
-    } else {
-        std::vector<std::string> warnings;
-        map = read_spot_file(options.spot_path, warnings);
-        for (const std::string& warning : warnings) {
-            complain("warning: " + warning);
-        }
-    }
-    kestrel_app::SolveConfig config = kestrel_app::config_from_map(map);
-    if (!map.contains("thread_count")) {
-        config.thread_count = all_threads();
-    }
-    if (options.threads) {
-        config.thread_count = *options.threads;
-    }
-    if (options.iterations) {
-        config.max_iterations = *options.iterations;
-    }
-    config.exact_all_in = config.exact_all_in || options.exact_all_in;
-    if (options.target_percent) {
-        config.target_exploitability =
-            static_cast<float>(config.starting_pot * *options.target_percent / 100.0);
-    }
-    return config;
+void warn(const std::string& text) {
+    complain("warning: " + text);
+}
+
+SolveTask told_task(const Options& options) {
+    std::vector<std::string> warnings;
+    SolveTask task = read_task(options, warnings);
+    std::ranges::for_each(warnings, warn);
+    return task;
 }
 
 /// Where the report goes for a person.
@@ -91,6 +70,29 @@ Screen screen_of(const Options& options) {
         return {std::cerr, style_of(STDERR_FILENO)};
     }
     return {std::cout, style_of(STDOUT_FILENO)};
+}
+
+/// Before the long run: whether the results can be put where they are wanted.
+void check_outputs(const Options& options, const SolveTask& task) {
+    if (!options.json_path.empty()) {
+        check_writable(options.json_path);
+    }
+    if (!options.save_path.empty()) {
+        check_replaceable(options.save_path);
+        std::ranges::for_each(save_warnings(task.settings), warn);
+    }
+}
+
+/// Leaves the locks of a project that fit the tree.
+void check_project_locks(BuiltSpot& spot) {
+    const std::size_t misfits =
+        std::erase_if(spot.config.node_locks, [&](const kestrel_app::NodeLockEntry& lock) {
+            return !kestrel_app::lock_fits(*spot.game, lock);
+        });
+    if (misfits > 0) {
+        warn("node locks of the project (" + std::to_string(misfits) +
+             ") do not fit the tree and are ignored");
+    }
 }
 
 /// Before the long run: whether the node can answer what is asked of it.
@@ -124,8 +126,7 @@ std::string tables_of(const Options& options, const SolveRun& run, const NodeRep
     if (options.distributions) {
         const auto both = kestrel_app::hand_distributions(*run.finished, node.index);
         if (!both) {
-            complain("warning: a player never gets to " + node.line +
-                     ", so that --distributions is empty");
+            warn("a player never gets to " + node.line + ", so that --distributions is empty");
         }
         tables.push_back(distributions_table(both.value_or(HandDistributions())));
     }
@@ -138,11 +139,10 @@ std::string tables_of(const Options& options, const SolveRun& run, const NodeRep
 
 void solve(const Options& options, Clock::time_point program_start) {
     InterruptGuard interrupt;
-    kestrel_app::SolveConfig config = config_of(options);
-    if (!options.json_path.empty()) {
-        check_writable(options.json_path);
-    }
-    BuiltSpot spot = build_spot(config);
+    const SolveTask task = told_task(options);
+    check_outputs(options, task);
+    BuiltSpot spot = build_spot(config_of(task));
+    check_project_locks(spot);
     if (options.list_depth) {
         list_nodes(std::cout, *spot.game, *options.list_depth);
         return;
@@ -150,7 +150,8 @@ void solve(const Options& options, Clock::time_point program_start) {
     const NodePath path = walk_line(*spot.game, options.node_line);
     check_questions(options, *spot.game, path);
     std::vector<Lock> locks = options.locks;
-    config.node_locks = place_locks(*spot.game, locks);
+    kestrel_app::SolveConfig config = spot.config;
+    std::ranges::copy(place_locks(*spot.game, locks), std::back_inserter(config.node_locks));
     spot.game.reset();  // the solve builds its own
 
     const Screen screen = screen_of(options);
@@ -177,9 +178,14 @@ void solve(const Options& options, Clock::time_point program_start) {
     report.seconds.total = seconds_since(program_start);
     print_report(screen.out, screen.style, report);
     print_stats(screen.out, screen.style, report);
-    std::cout << tables;
+    std::cout << tables << std::flush;
     if (!options.json_path.empty()) {
         write_json(report, options.json_path);
+    }
+    if (!options.save_path.empty()) {
+        interrupt.defer();  // the file is finished, with nothing half-written beside it
+        save_project(options.save_path, {run, task.settings, config.node_locks, path.node});
+        interrupt.stop_deferring();
     }
 }
 
@@ -197,7 +203,7 @@ void run(std::span<const char* const> arguments, Clock::time_point program_start
     }
     std::cout.flush();
     if (!std::cout) {
-        throw std::runtime_error("cannot write to standard output");
+        throw WriteFailed("cannot write to standard output");
     }
 }
 
@@ -215,6 +221,8 @@ int run_program(std::span<const char* const> arguments) {
         complain(error.what());
         return exit_interrupted;
     } catch (const MemoryRefused& error) {
+        complain(error.what());
+    } catch (const WriteFailed& error) {
         complain(error.what());
     } catch (const std::bad_alloc&) {
         complain("the solve failed: out of memory");

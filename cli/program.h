@@ -7,7 +7,7 @@ namespace tidewell_cli {
 /// What the process ends with.
 enum ExitCode : int {
     exit_ok = 0,
-    exit_failed = 1,         ///< the solve failed or does not fit in memory
+    exit_failed = 1,         ///< the solve failed, does not fit in memory or cannot be written
     exit_bad_input = 2,      ///< command line or spot
     exit_interrupted = 130,  ///< 128 + SIGINT
 };

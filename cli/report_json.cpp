@@ -1,23 +1,18 @@
 #include "cli/report_json.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 #include <utility>
 #include <vector>
 
-#include "cli/input_error.h"
+#include "cli/output_file.h"
 #include "engine/poker/cards.h"
 
 namespace tidewell_cli {
 namespace {
 
-namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 Json actions_json(const SolveReport& report) {
@@ -121,19 +116,6 @@ std::string json_text(const SolveReport& report) {
     return result.dump(2) + "\n";
 }
 
-void check_writable(const std::string& path) {
-    if (path == "-") {
-        return;
-    }
-    std::error_code ignored;
-    const fs::path file(path);
-    const bool exists = fs::exists(file, ignored);
-    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
-    if (fs::is_directory(file, ignored) || access((exists ? file : folder).c_str(), W_OK) != 0) {
-        throw InputError("cannot write " + path);
-    }
-}
-
 void write_json(const SolveReport& report, const std::string& path) {
     const std::string text = json_text(report);
     if (path == "-") {
@@ -143,7 +125,7 @@ void write_json(const SolveReport& report, const std::string& path) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << text << std::flush;
     if (!file) {
-        throw std::runtime_error("cannot write " + path);
+        throw WriteFailed("cannot write " + path);
     }
 }
 

@@ -10,10 +10,7 @@ namespace tidewell_cli {
 /// tell them apart.
 std::string json_text(const SolveReport& report);
 
-/// Refuses, before the long run, a file that cannot be written. Throws InputError.
-void check_writable(const std::string& path);
-
-/// Writes the result to a file, or to standard output for "-". Throws std::runtime_error.
+/// Writes the result to a file, or to standard output for "-". Throws WriteFailed.
 void write_json(const SolveReport& report, const std::string& path);
 
 }  // namespace tidewell_cli

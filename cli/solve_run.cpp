@@ -6,11 +6,11 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "cli/timing.h"
 #include "engine/solver/discounted_cfr.h"
-#include "session/solve_session.h"
 
 namespace tidewell_cli {
 namespace {
@@ -100,23 +100,25 @@ SolveRun run_solve(const kestrel_app::SolveConfig& config, InterruptGuard& inter
                    const IterationCallback& on_iteration) {
     RunRecord record(config, on_iteration);
     std::promise<kestrel_app::SolveResult> last_report;
+    auto session = std::make_unique<kestrel_app::SolveSession>();
     SolveRun run;
     interrupt.defer();
-    {
-        kestrel_app::SolveSession session;
-        session.start(config, [&](const SolveProgress& report) {
-            if (report.result) {
-                last_report.set_value(*report.result);
-                return;
-            }
-            record.add(report);
-            if (interrupt.interrupted()) {
-                session.cancel();
-            }
-        });
-        run.result = last_report.get_future().get();
-        run.finished = session.finished();
+    session->start(config, [&, solve = session.get()](const SolveProgress& report) {
+        if (report.result) {
+            last_report.set_value(*report.result);
+            return;
+        }
+        record.add(report);
+        if (interrupt.interrupted()) {
+            solve->cancel();
+        }
+    });
+    run.result = last_report.get_future().get();
+    while (session->isRunning()) {  // a step from its end
+        std::this_thread::yield();
     }
+    run.finished = session->finished();
+    run.session = std::move(session);
     interrupt.stop_deferring();
     if (interrupt.interrupted()) {
         throw Interrupted("interrupted after " + std::to_string(record.iterations()) +

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "cli/interrupt.h"
-#include "session/finished_solve.h"
 #include "session/result_snapshot.h"
 #include "session/solve_config.h"
+#include "session/solve_session.h"
 
 namespace tidewell_cli {
 
@@ -27,6 +27,7 @@ struct TracePoint {
 /// A solve that ended well.
 struct SolveRun {
     kestrel_app::SolveResult result;
+    std::unique_ptr<const kestrel_app::SolveSession> session;  ///< answers questions
     std::shared_ptr<const kestrel_app::FinishedSolve> finished;
     std::vector<TracePoint> trace;
     double prepare_seconds = 0;  ///< the solver's states

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
+#include <variant>
 
 #include "cli/format.h"
 #include "cli/input_error.h"
@@ -210,8 +211,7 @@ void check_spot(ConfigMap& map) {
     }
 }
 
-ConfigMap checked_map(std::string_view text, std::vector<std::string>& warnings) {
-    const json spot = parse_json(text, warnings);
+ConfigMap checked_map(const json& spot, std::vector<std::string>& warnings) {
     if (!spot.is_object()) {
         throw InputError("a spot is one JSON object");
     }
@@ -228,13 +228,12 @@ ConfigMap checked_map(std::string_view text, std::vector<std::string>& warnings)
     return map;
 }
 
-}  // namespace
-
-ConfigMap parse_spot_text(std::string_view text, const std::string& name,
-                          std::vector<std::string>& warnings) {
+/// Calls `read`, and names the file in what it throws and warns of.
+template <class Read>
+ConfigMap named(const std::string& name, std::vector<std::string>& warnings, const Read& read) {
     const std::size_t first_new = warnings.size();
     try {
-        ConfigMap map = checked_map(text, warnings);
+        ConfigMap map = read();
         for (std::size_t i = first_new; i < warnings.size(); ++i) {
             warnings[i].insert(0, name + ": ");
         }
@@ -242,6 +241,22 @@ ConfigMap parse_spot_text(std::string_view text, const std::string& name,
     } catch (const InputError& error) {
         throw InputError(name + ": " + error.what());
     }
+}
+
+}  // namespace
+
+ConfigMap parse_spot_text(std::string_view text, const std::string& name,
+                          std::vector<std::string>& warnings) {
+    return named(name, warnings, [&] { return checked_map(parse_json(text, warnings), warnings); });
+}
+
+ConfigMap check_settings(const ConfigMap& settings, const std::string& name,
+                         std::vector<std::string>& warnings) {
+    json spot = json::object();
+    for (const auto& [key, value] : settings) {
+        std::visit([&, &key = key](const auto& content) { spot[key] = content; }, value);
+    }
+    return named(name, warnings, [&] { return checked_map(spot, warnings); });
 }
 
 ConfigMap read_spot_file(const std::string& path, std::vector<std::string>& warnings) {

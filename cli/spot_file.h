@@ -19,4 +19,8 @@ kestrel_app::ConfigMap read_spot_file(const std::string& path, std::vector<std::
 kestrel_app::ConfigMap parse_spot_text(std::string_view text, const std::string& name,
                                        std::vector<std::string>& warnings);
 
+/// The same for settings that were read elsewhere.
+kestrel_app::ConfigMap check_settings(const kestrel_app::ConfigMap& settings,
+                                      const std::string& name, std::vector<std::string>& warnings);
+
 }  // namespace tidewell_cli

@@ -135,6 +135,10 @@ void print_spot(std::ostream& out, const TerminalStyle& style, const BuiltSpot& 
     if (config.exact_all_in) {
         print_row(out, style, "All-ins", "exact run-outs");
     }
+    if (!config.node_locks.empty()) {
+        print_row(out, style, "Locks",
+                  "of the project: " + std::to_string(config.node_locks.size()));
+    }
     print_row(out, style, "Hands",
               std::to_string(estimate.oop_hand_count) + " OOP, " +
                   std::to_string(estimate.ip_hand_count) + " IP");

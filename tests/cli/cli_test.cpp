@@ -69,6 +69,8 @@ TEST(Options, ReadOrRefused) {
                              "--target 101",
                              "--target=",
                              "--json=",
+                             "--save -",
+                             "--list-nodes 1 --save a",
                              "--list-nodes -1",
                              "--list-nodes 1 --json -",
                              "--list-nodes 1 --stats",
@@ -340,7 +342,7 @@ TEST(Memory, RefusesWhatDoesNotFit) {
          "[0-9]+ [KM]B of the betting tree"},
     };
     for (const auto& [limit, message] : cases) {
-        const RunResult result = Child({}, limit).wait();
+        const RunResult result = Child({}, std::string("ulimit -d ") + limit).wait();
         EXPECT_EQ(result.exit_code, 1);
         EXPECT_THAT(result.err, MatchesRegex(std::string("tidewell-solve: not enough memory: ") +
                                              message + "\n"));

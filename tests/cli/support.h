@@ -53,12 +53,11 @@ struct RunResult {
     std::string err;
 };
 
-/// The program as a child process with files for its output.
+/// The program as a child process with files for its output. `limits`: what the shell does first.
 class Child {
   public:
-    explicit Child(const std::vector<std::string>& arguments,
-                   const std::string& data_kilobytes = "unlimited") {
-        std::string command = "ulimit -d " + data_kilobytes + "; exec " TIDEWELL_SOLVE_PATH;
+    explicit Child(const std::vector<std::string>& arguments, const std::string& limits = "true") {
+        std::string command = limits + "; exec " TIDEWELL_SOLVE_PATH;
         for (const std::string& argument : arguments) {
             command += " '" + argument + "'";
         }
