@@ -264,17 +264,15 @@ ReadProject readDocument(QFile& file, std::atomic<double>* progress) {
 
 QString writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress) {
     QSaveFile file(path);
-    // A buffer of its own would be written on closing, and what fails there goes unnoticed.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+    if (!openForAll(file)) {
         return "failed to open: " + path + ' ' + file.errorString();
     }
     if (!writeDocument(file, data, progress)) {
         return "failed to convert to JSON";
     }
-    const bool written = file.error() == QFileDevice::NoError;
-    const QString reason = file.errorString();
-    if (!file.commit()) {
-        return "commit failed: " + path + ' ' + (written ? file.errorString() : reason);
+    QString reason;
+    if (!commitAll(file, reason)) {
+        return "commit failed: " + path + ' ' + reason;
     }
     tell(progress, 1.0);
     return {};

@@ -35,14 +35,15 @@ QVariantMap saveTextFile(const QUrl& fileUrl, const QString& text) {
         return failedSave(QCoreApplication::translate("AppController", "Empty file path"));
     }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+    if (!openForAll(file)) {
         return failedSave(QCoreApplication::translate("AppController", "Failed to open file: %1")
                               .arg(file.errorString()));
     }
     writeAll(file, text.toUtf8());
-    if (!file.commit()) {
-        return failedSave(QCoreApplication::translate("AppController", "Failed to save file: %1")
-                              .arg(file.errorString()));
+    QString reason;
+    if (!commitAll(file, reason)) {
+        return failedSave(
+            QCoreApplication::translate("AppController", "Failed to save file: %1").arg(reason));
     }
     return {{"ok", true}, {"error", QString()}};
 }

@@ -152,7 +152,7 @@ void UpdateManager::downloadNow() {
         QFile::remove(download_.path);
     }
     downloadFile_ = std::make_unique<QSaveFile>(download_.path);
-    if (QFileInfo(download_.path).isSymLink() || !downloadFile_->open(QIODevice::WriteOnly)) {
+    if (QFileInfo(download_.path).isSymLink() || !tidewell::openForAll(*downloadFile_)) {
         dropDownload();
         return setError(tr("Failed to create download file."));
     }

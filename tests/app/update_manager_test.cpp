@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "app/update_manifest.h"
+#include "tests/app/file_size_limit.h"
 #include "tests/app/http_server.h"
 
 using After = HttpServer::After;
@@ -341,6 +342,15 @@ TEST_F(UpdateManagerTest, AFailedDownloadLeavesNoFile) {
 
 TEST_F(UpdateManagerTest, TellsWhenTheFileCannotBeStored) {
     const auto manager = makeManagerFor("/s.exe", httpAnswer(200, "installer"));
+    {
+        const tidewell::FileSizeLimit full(4);
+        manager->downloadNow();
+        finishDownload(*manager);
+    }
+    EXPECT_EQ(manager->lastError(), "Failed to finalize download file (HTTP 200).");
+    EXPECT_FALSE(manager->downloaded());
+    EXPECT_EQ(storedFiles(), QStringList());
+
     manager->downloadNow();
     ASSERT_TRUE(QDir(folder.path()).mkdir("s.exe"));  // where the file is to stand
     finishDownload(*manager);
