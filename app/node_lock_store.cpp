@@ -49,7 +49,7 @@ void NodeLockStore::clearNode(int node) {
 void NodeLockStore::setAction(
     int node, const QString& hand, int action, double prob, int actions,
     const std::function<std::optional<kestrel_app::HandStrategy>()>& present) {
-    if (node < 0 || hand.isEmpty()) {
+    if (node < 0 || hand.isEmpty() || actions <= 0 || action >= actions) {
         return;
     }
     if (locks_.value(node).isEmpty()) {
@@ -60,9 +60,6 @@ void NodeLockStore::setAction(
                               {normalised(strategy->action_probs[label])});
             }
         }
-    }
-    if (action >= actions) {
-        return;
     }
     const double share = prob > 0 ? std::min(prob, 1.0) : 0.0;
     NodeLock lock{{1.0F}, action, share};

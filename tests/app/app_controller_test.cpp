@@ -211,6 +211,7 @@ TEST(AppController, LocksAndReSolve) {
     const int last = controller.treeNodeCount() - 1;
     for (const int node : {-1, last, last + 1, std::numeric_limits<int>::max()}) {
         controller.setNodeLock(node, "TT", 0, 1);
+        controller.setNodeLock(node, "TT", -1, 1);
         controller.setNodeLockProbs(node, "TT", {1});
         EXPECT_TRUE(controller.nodeLocks(node).isEmpty()) << node;
     }
@@ -229,6 +230,8 @@ TEST(AppController, LocksAndReSolve) {
     // One action locked freezes the whole node as it is.
     controller.clearNodeLocks(0);
     controller.clearNodeLocks(0);
+    controller.setNodeLock(0, "TT", 2, 1);
+    EXPECT_TRUE(controller.nodeLocks(0).isEmpty()) << "no such action, nothing is frozen";
     const auto present = controller.nodeHandStrategy(0)["actionProbs"].toMap();
     controller.setNodeLock(0, "TT", 1, 0.25);
     EXPECT_EQ(controller.nodeLocks(0).size(), 169);
