@@ -106,6 +106,7 @@ void AppController::startSolveWithConfig(const QVariantMap& cfg) {
     dropResult();
     memory_.clearResult();
     Q_EMIT resultsChanged();
+    Q_EMIT systemMemoryChanged();
     if (!memory_.beginSolve()) {
         setStatusText(tr("Not enough RAM to solve (after clearing previous results)"));
         return;
@@ -222,6 +223,7 @@ void AppController::clearResults() {
     setStatusText(tr("Ready"));
     setRunning(false);
     Q_EMIT resultsChanged();
+    Q_EMIT systemMemoryChanged();
 }
 
 void AppController::requestSolveMemoryEstimate(const QVariantMap& cfg) {
@@ -344,7 +346,7 @@ QVariantMap AppController::loadProject(const QUrl& fileUrl) {
 
     ProjectData& data = read.data;
     session_.clearResults();
-    solveDropped_ = true;
+    ++solve_;  // the last report of a solve before may still come
     dropAnswers();
     locks_.clear();
     results_ = std::move(data.results);

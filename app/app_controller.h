@@ -179,7 +179,7 @@ class AppController : public QObject {
     bool developerMode_ = false;
     double fileProgress_ = -1;
     bool fileBusy_ = false;      // events are handled beside a save or a load
-    quint64 solve_ = 0;          // number of the last solve that was started
+    quint64 solve_ = 0;          // number of the last solve or load; earlier reports are void
     bool solveDropped_ = false;  // its result has been given up while it ran
     std::optional<std::chrono::steady_clock::time_point> solveStart_;
 };

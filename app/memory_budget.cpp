@@ -104,7 +104,6 @@ void MemoryBudget::keepResult() {
 void MemoryBudget::clearResult() {
     reclaimableBytes_ = 0;
     pendingBytes_ = 0;
-    Q_EMIT systemChanged();
 }
 
 void MemoryBudget::setSystem(quint64 total, quint64 available) {

@@ -45,6 +45,7 @@ class MemoryBudget : public QObject {
     /// The solve that was begun has ended well: its result holds what was estimated.
     void keepResult();
 
+    /// The one call whose change the caller tells of, once the rest of the result is gone too.
     void clearResult();
 
     /// For tests: what the machine is taken to have.

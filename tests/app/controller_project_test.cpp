@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <thread>
 #include <utility>
 
 #include "tests/app/controller_support.h"
@@ -90,6 +91,20 @@ TEST_F(ControllerProject, ALoadedSolveAnswersAsFarAsItWasSaved) {
     again.reSolveWithNodeLocks();
     ASSERT_TRUE(waitUntil([&] { return !again.running(); }));
     EXPECT_EQ(again.nodeHandStrategy(0)["actionProbs"].toMap()["TT"], (QVariantList{0.5, 0.5}));
+}
+
+// A solve that was given up has ended, but its last report waits in the queue.
+TEST_F(ControllerProject, ALateReportLeavesALoadedProjectAlone) {
+    AppController controller;
+    solve(controller, riverConfig(1));
+    ASSERT_TRUE(controller.saveProject(file("a.tidewellproj"), {}));
+    controller.startSolveWithConfig(endlessConfig());
+    controller.clearResults();
+    while (controller.loadProject(file("a.tidewellproj"))["error"] == "A solve is running")
+        std::this_thread::yield();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(controller.nodeHandCombos(0).isEmpty());
+    EXPECT_EQ(controller.statusText(), "Loaded project (1 strategy nodes, 1 combo nodes)");
 }
 
 TEST_F(ControllerProject, WithoutResults) {
