@@ -89,11 +89,14 @@ void onSignal(int number, siginfo_t* info, void*) {
     const auto code = static_cast<std::uintptr_t>(number);
     if (isHardwareFault(number, *info)) {
         const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
-        FixedText<128> line;
-        line << "FATAL: Unhandled SEH exception code=0x";
-        line.number(code, 16) << " addr=";
-        line.number(address, 16);
-        appendCrashLine(line.view());
+        // Noticed first and unhandled last at once: nothing can catch such a fault in between.
+        for (const char* const event : {"Vectored", "Unhandled SEH"}) {
+            FixedText<128> line;
+            line << "FATAL: " << event << " exception code=0x";
+            line.number(code, 16) << " addr=";
+            line.number(address, 16);
+            appendCrashLine(line.view());
+        }
     }
     FixedText<128> line;
     line << "FATAL: C signal received sig=";

@@ -153,7 +153,8 @@ TEST(ReportFailures, EndsTheEventLoopWhenALaterDocumentFails) {
 
 TEST_F(Startup, LastWordsReachBothFiles) {
     const auto fault = [](const std::string& code, const std::string& address) {
-        return "FATAL: Unhandled SEH exception code=0x" + code + " addr=" + address + "\r";
+        const std::string rest = " exception code=0x" + code + " addr=" + address + "\r";
+        return std::vector{"FATAL: Vectored" + rest, "FATAL: Unhandled SEH" + rest};
     };
     const auto signalLine = [](int number) {
         return "FATAL: C signal received sig=" + std::to_string(number) + "\r";
@@ -168,12 +169,12 @@ TEST_F(Startup, LastWordsReachBothFiles) {
     };
     const Case cases[] = {
         {"abort", SIGABRT, {}},
-        {"bad address", SIGSEGV, {fault("b", "10")}},
-        {"bad address in a thread", SIGSEGV, {fault("b", "10")}},
-        {"stack overflow", SIGSEGV, {fault("b", anywhere)}},
-        {"beyond a file", SIGBUS, {fault("7", anywhere)}},
-        {"illegal instruction", SIGILL, {fault("4", anywhere)}},
-        {"division by zero", SIGFPE, {fault("8", anywhere)}},
+        {"bad address", SIGSEGV, fault("b", "10")},
+        {"bad address in a thread", SIGSEGV, fault("b", "10")},
+        {"stack overflow", SIGSEGV, fault("b", anywhere)},
+        {"beyond a file", SIGBUS, fault("7", anywhere)},
+        {"illegal instruction", SIGILL, fault("4", anywhere)},
+        {"division by zero", SIGFPE, fault("8", anywhere)},
         {"sent signal", SIGSEGV, {}},
         {"terminate", SIGABRT, {terminateLine}},
         {"uncaught exception", SIGABRT, {terminateLine}},
