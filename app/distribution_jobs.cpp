@@ -59,6 +59,16 @@ QVariantMap workOut(const std::shared_ptr<const kestrel_app::FinishedSolve>& sol
 
 }  // namespace
 
+DistributionJobs::~DistributionJobs() {
+    const auto watchers = findChildren<QFutureWatcherBase*>();
+    for (auto* const watcher : watchers) {
+        watcher->cancel();  // what has not begun
+    }
+    for (auto* const watcher : watchers) {
+        watcher->waitForFinished();
+    }
+}
+
 QVariantMap DistributionJobs::request(int node) {
     if (node < 0) {
         return emptyAnswer(node, QStringLiteral("Invalid node index."));

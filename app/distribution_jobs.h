@@ -9,14 +9,15 @@
 
 namespace tidewell {
 
-/// Works out the distributions of nodes on threads of the global pool, and keeps them. A worker
-/// holds the solve that it asks and nothing else, so this object may go while one runs.
+/// Works out the distributions of nodes on threads of the global pool, and keeps them. The
+/// destructor waits for the workers that run.
 class DistributionJobs : public QObject {
     Q_OBJECT
 
   public:
     explicit DistributionJobs(const kestrel_app::SolveSession& session, QObject* parent = nullptr)
         : QObject(parent), session_(session) {}
+    ~DistributionJobs() override;
 
     /// Answers at once, with what is kept or, while it is being worked out, with `pending` set:
     /// `ok`, `pending`, `nodeIndex`, `error`, and per seat `oopHands`, `evOop` (chips),
