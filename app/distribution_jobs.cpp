@@ -60,11 +60,8 @@ QVariantMap workOut(const std::shared_ptr<const kestrel_app::FinishedSolve>& sol
 }  // namespace
 
 DistributionJobs::~DistributionJobs() {
-    const auto watchers = findChildren<QFutureWatcherBase*>();
-    for (auto* const watcher : watchers) {
-        watcher->cancel();  // what has not begun
-    }
-    for (auto* const watcher : watchers) {
+    clear();
+    for (auto* const watcher : findChildren<QFutureWatcherBase*>()) {
         watcher->waitForFinished();
     }
 }
@@ -82,7 +79,9 @@ QVariantMap DistributionJobs::request(int node) {
         connect(watcher, &QFutureWatcherBase::finished, this,
                 [this, watcher, node, generation = generation_] {
                     watcher->deleteLater();
-                    finish(node, generation, watcher->result());
+                    if (generation == generation_) {
+                        finish(node, watcher->result());
+                    }
                 });
         watcher->setFuture(QtConcurrent::run(workOut, session_.finished(), node));
     }
@@ -95,12 +94,12 @@ void DistributionJobs::clear() {
     answers_.clear();
     pending_.clear();
     ++generation_;
+    for (auto* const watcher : findChildren<QFutureWatcherBase*>()) {
+        watcher->cancel();  // what has not begun need not hold its solve for long
+    }
 }
 
-void DistributionJobs::finish(int node, quint64 generation, const QVariantMap& answer) {
-    if (generation != generation_) {
-        return;
-    }
+void DistributionJobs::finish(int node, const QVariantMap& answer) {
     pending_.remove(node);
     answers_.insert(node, answer);
     Q_EMIT ready(node);

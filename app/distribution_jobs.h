@@ -31,7 +31,7 @@ class DistributionJobs : public QObject {
     void ready(int node);
 
   private:
-    void finish(int node, quint64 generation, const QVariantMap& answer);
+    void finish(int node, const QVariantMap& answer);
 
     const kestrel_app::SolveSession& session_;
     QHash<int, QVariantMap> answers_;

@@ -350,7 +350,8 @@ TEST(AppController, DistributionsComeLater) {
 
     // What belongs to a solve that is gone does not show in the next.
     QSignalSpy ready(&controller, &AppController::handDistributions169Ready);
-    controller.nodeHandDistributions169(1);
+    for (const int node : {1, 2, 3, 4, 5, 6})
+        controller.nodeHandDistributions169(node);
     controller.clearResults();
     solve(controller, riverConfig(1));
     EXPECT_TRUE(ask(1)["ok"].toBool());
