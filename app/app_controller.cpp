@@ -282,7 +282,11 @@ bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectS
         return false;
     }
     const QString path = fileUrl.toLocalFile();
-    if (path.isEmpty() || fileBusy_) {
+    if (path.isEmpty()) {
+        return false;
+    }
+    if (fileBusy_) {
+        qWarning("saveProject: another file is being read or written");
         return false;
     }
     ProjectData data;
