@@ -14,6 +14,7 @@
 #include <QWindow>
 
 #include "app/app_controller.h"
+#include "app/graphics_backend.h"
 #include "app/language_manager.h"
 #include "app/logging.h"
 #include "app/platform/crash_handlers.h"
@@ -87,6 +88,7 @@ int runApplication(int& argc, char** argv, const QUrl& document) {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     const QGuiApplication application(argc, argv);
     nameApplication();
+    chooseGraphicsBackend();
 
     const bool logsEnabled = loggingRequested();
     if (!logsEnabled) {
@@ -103,6 +105,7 @@ int runApplication(int& argc, char** argv, const QUrl& document) {
 
     QGuiApplication::setQuitOnLastWindowClosed(true);
     QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/"));  // the module of the documents
     QQmlContext* const context = engine.rootContext();
     LanguageManager languageManager(&engine);
     context->setContextProperty(QStringLiteral("languageManager"), &languageManager);
