@@ -5,7 +5,8 @@
 packages_for() {
     local run=(g++ cmake ninja-build nlohmann-json3-dev
         qt6-base-dev qt6-declarative-dev libgl1-mesa-dev libqt6svg6
-        qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
+        qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
+        qml6-module-qtquick
         qml6-module-qtquick-controls qml6-module-qtquick-templates qml6-module-qtquick-window
         qml6-module-qtquick-layouts qml6-module-qtquick-dialogs qml6-module-qt-labs-settings
         qml6-module-qt-labs-folderlistmodel qml6-module-qt5compat-graphicaleffects)

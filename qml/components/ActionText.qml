@@ -1,0 +1,52 @@
+pragma Singleton
+
+import QtQuick
+import "../logic/action_list.mjs" as ActionList
+
+// Actions as they are read, in the language of the user.
+QtObject {
+    // From an action's name ("Bet 33%") and type ("bet 33%"); the type wins. What is no action of the
+    // game, such as a card, stays as it is.
+    function label(name: string, actionType: string): string {
+        const kind = ActionList.kindOf(actionType);
+        const size = _sizeIn(name, kind) || _sizeIn(actionType, kind);
+        return _phrase(kind, size) || _fromName(name);
+    }
+
+    // From the name alone, as it stands in bars and legends.
+    function named(name: string): string {
+        return name === "All-In" ? qsTranslate("TreeNode", "All-In") : _fromName(name);
+    }
+
+    function _fromName(name: string): string {
+        const kind = /^(Bet|Raise)( |$)|^(Check|Call|Fold|All-In|All-in)$/.test(name)
+            ? ActionList.kindOf(name.replace("-", "")) : "";
+        return _phrase(kind, _sizeIn(name, kind)) || name;
+    }
+
+    function _sizeIn(text: string, kind: string): string {
+        return text.toLowerCase().startsWith(kind) ? text.slice(kind.length).trim() : "";
+    }
+
+    function _phrase(kind: string, size: string): string {
+        switch (kind) {
+        case "check":
+            return qsTranslate("TreeNode", "Check");
+        case "call":
+            return qsTranslate("TreeNode", "Call");
+        case "fold":
+            return qsTranslate("TreeNode", "Fold");
+        case "allin":
+            return qsTranslate("TreeNode", "All-in");
+        case "bet":
+            //: %1 is the size, such as "33%"
+            return size ? qsTranslate("TreeNode", "Bet %1").arg(size) : qsTranslate("TreeNode", "Bet");
+        case "raise":
+            //: %1 is the size, such as "33%"
+            return size ? qsTranslate("TreeNode", "Raise %1").arg(size)
+                        : qsTranslate("TreeNode", "Raise");
+        default:
+            return "";
+        }
+    }
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Controls.Basic as Basic
+import Tidewell
+
+// One line of text. A non-empty `error` marks the field and is shown while it has the pointer or
+// the keyboard. Where the label stands apart from the field, set Accessible.name.
+Basic.TextField {
+    id: field
+
+    property Theme theme: Fallback.theme
+    property string error: ""
+    // Help, shown while the pointer rests on the field.
+    property string tip: ""
+    property bool mono: false
+
+    implicitWidth: 160
+    implicitHeight: Math.max(34, Math.ceil(contentHeight) + topPadding + bottomPadding)
+    leftPadding: 10
+    rightPadding: 10
+    topPadding: 6
+    bottomPadding: 6
+    hoverEnabled: true
+    selectByMouse: true
+    color: theme.text
+    placeholderTextColor: theme.textFaint
+    selectionColor: theme.withOpacity(theme.strokeFocus, 0.4)
+    selectedTextColor: theme.text
+    font.pixelSize: mono ? Fallback.type.mono : Fallback.type.bodyMd
+    font.family: mono ? theme.monoFamily : theme.uiFamily
+    verticalAlignment: TextInput.AlignVCenter
+    opacity: enabled ? 1 : 0.5
+    Accessible.role: Accessible.EditableText
+    Accessible.name: placeholderText
+    Accessible.description: error !== "" ? error : tip
+
+    background: FieldFrame {
+        theme: field.theme
+        focused: field.activeFocus
+        hovered: field.enabled && field.hovered
+        faulty: field.error !== ""
+    }
+
+    AppToolTip {
+        theme: field.theme
+        text: field.error !== "" ? field.error : field.tip
+        visible: text !== "" && (field.hovered || field.error !== "" && field.activeFocus)
+    }
+}

@@ -1,0 +1,138 @@
+import QtQuick
+import Tidewell
+import "../logic/range_text.mjs" as Hands
+
+// The 13 by 13 grid of starting hands, for painting a range and for showing a strategy. It changes no
+// weights by itself: a signal tells what the user wants, the owner sets `weights` anew.
+FocusScope {
+    id: matrix
+
+    property Theme theme: Fallback.theme
+    // What the grid shows, for those who cannot see it.
+    property string title: qsTr("Starting hands")
+
+    // Maps from labels ("AA", "AKs", "AKo") to a weight from 0 to 1, to the colour of a hand without
+    // probabilities, and to a list of probabilities in the order of actionTypes, which are what
+    // Theme.actionColor takes.
+    property var weights: ({})
+    property var colors: ({})
+    property var actionTypes: []
+    property var actionProbs: ({})
+    // Weights fill cells from the left, or from the bottom with "verticalFill".
+    property string weightDisplayMode: "horizontalSpan"
+
+    property bool editable: false
+    property bool selectable: false
+    property bool dragSelectable: false
+    // Whether hands of weight 0 carry their label too.
+    property bool showLabels: true
+    // Framed as chosen; empty for none.
+    property string selectedHand: ""
+
+    property real cellSize: 32
+    property real cellSpacing: 2
+    // Cells as large as the width allows, between these sizes, instead of cellSize.
+    property bool autoFitToWidth: false
+    property real minCellSize: 28
+    property real maxCellSize: 64
+
+    readonly property real effectiveCellSize: {
+        if (!autoFitToWidth) {
+            return cellSize;
+        }
+        const fitting = Math.floor((width - 12 * cellSpacing) / 13);
+        return Math.max(minCellSize, Math.min(fitting, maxCellSize));
+    }
+    readonly property real effectiveMatrixSize: 13 * effectiveCellSize + 12 * cellSpacing
+    readonly property alias currentHand: grid.currentHand
+    readonly property alias hoveredHand: grid.hoveredHand
+    // Where the hand that the keyboard stands on is marked; empty where it is not.
+    readonly property rect markedCell: {
+        if (!grid.focusVisible) {
+            return Qt.rect(0, 0, 0, 0);
+        }
+        const cell = Hands.allHands().indexOf(grid.currentHand);
+        const step = effectiveCellSize + cellSpacing;
+        return Qt.rect(cell % 13 * step, Math.floor(cell / 13) * step,
+                       effectiveCellSize, effectiveCellSize);
+    }
+
+    readonly property string _currentText: {
+        //: A starting hand of a range and how often it is held: "AKs, 50%"
+        const text = qsTr("%1, %2%").arg(grid.currentHand).arg(_percent(grid.currentWeight));
+        const shares = grid.currentShares;
+        const actions = [];
+        for (let i = 0; i < shares.length; ++i) {
+            //: An action and how often it is taken: "bet 33%: 40%"
+            actions.push(qsTr("%1: %2%").arg(actionTypes[i]).arg(_percent(shares[i])));
+        }
+        return [text].concat(actions).join(", ");
+    }
+
+    signal handClicked(hand: string, currentWeight: real)
+    signal handPainted(hand: string, desiredOn: bool, currentWeight: real)
+    signal handDragged(hand: string, currentWeight: real)
+    signal handHovered(hand: string, weight: real)
+
+    // Puts the whole grid on the clipboard, as lines with tabs.
+    function copy() {
+        grid.copy();
+    }
+
+    function _percent(share: real): string {
+        return Math.round(100 * share).toLocaleString(Qt.locale(), "f", 0);
+    }
+
+    function _actionColors(types: var): var {
+        const colors = [];
+        for (let i = 0; i < types.length; ++i) {
+            colors.push(theme.actionColor(types[i]));
+        }
+        return colors;
+    }
+
+    // From the plain size, so that layouts cannot go round in a circle.
+    implicitWidth: 13 * (cellSize + cellSpacing) - cellSpacing
+    implicitHeight: autoFitToWidth ? effectiveMatrixSize : implicitWidth
+
+    HandMatrixItem {
+        id: grid
+
+        width: matrix.effectiveMatrixSize
+        height: matrix.effectiveMatrixSize
+        focus: true
+        weights: matrix.weights
+        colors: matrix.colors
+        actionTypes: matrix.actionTypes
+        actionColors: matrix._actionColors(matrix.actionTypes)
+        actionProbs: matrix.actionProbs
+        fillFromBottom: matrix.weightDisplayMode === "verticalFill"
+        editable: matrix.editable
+        selectable: matrix.selectable
+        dragSelectable: matrix.dragSelectable
+        showLabels: matrix.showLabels
+        selectedHand: matrix.selectedHand
+        cellSize: matrix.effectiveCellSize
+        cellSpacing: matrix.cellSpacing
+        labelFont.family: matrix.theme.monoFamily
+        labelFont.pointSize: 1.25 * (matrix.effectiveCellSize <= 28 ? 8 : 9)
+        pairColor: matrix.theme.surface3
+        suitedColor: matrix.theme.surface2
+        offsuitColor: matrix.theme.surface
+        borderColor: matrix.theme.strokeLight
+        focusColor: matrix.theme.strokeFocus
+        selectionColor: matrix.theme.text
+        accentColor: matrix.theme.accent
+        labelColor: matrix.theme.text
+        haloColor: matrix.theme.surface
+        Accessible.role: Accessible.Table
+        Accessible.name: matrix.title + ": " + matrix._currentText
+        Accessible.focusable: activeFocusOnTab
+        Accessible.onPressAction: activateCurrent()
+
+        onHandClicked: (hand, weight) => matrix.handClicked(hand, weight)
+        onHandPainted: (hand, on, weight) => matrix.handPainted(hand, on, weight)
+        onHandDragged: (hand, weight) => matrix.handDragged(hand, weight)
+        onHandHovered: (hand, weight) => matrix.handHovered(hand, weight)
+    }
+}

@@ -1,0 +1,59 @@
+import QtQuick
+import Tidewell
+
+// One card of the picker.
+Rectangle {
+    id: card
+
+    required property Theme theme
+    required property string rank
+    required property string suit
+    required property color suitColor
+    required property bool used
+    required property bool focused
+
+    signal chosen
+
+    // What assistive programs call when they press the card.
+    function accessiblePressAction(): void {
+        chosen();
+    }
+
+    implicitWidth: 28
+    implicitHeight: 28
+    radius: theme.radiusXs + 2
+    color: theme.surface2
+    border.width: 1
+    border.color: !used && area.containsMouse ? suitColor : theme.stroke
+    opacity: used ? 0.3 : 1
+    scale: !used && area.containsMouse ? 1.1 : 1
+    Accessible.role: Accessible.Button
+    Accessible.name: CardText.spoken(rank, suit)
+    Accessible.focusable: true
+    Accessible.focused: focused
+
+    Behavior on scale { NumberAnimation { duration: 80 } }
+
+    Text {
+        anchors.centerIn: parent
+        text: card.rank
+        color: card.suitColor
+        font.pixelSize: Fallback.type.bodyMd
+        font.weight: Fallback.type.weightSemibold
+        Accessible.ignored: true
+    }
+    FocusRing {
+        theme: card.theme
+        cornerRadius: card.radius
+        gap: -1
+        shown: card.focused
+    }
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
+        cursorShape: card.used ? Qt.ForbiddenCursor : Qt.PointingHandCursor
+        onClicked: if (!card.used) card.chosen()
+    }
+}

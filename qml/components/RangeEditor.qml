@@ -1,0 +1,111 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+import "../logic/range_editor.mjs" as RangeEditorText
+
+// A range as a grid and as text. It leaves rangeText to its owner: rangeChanged tells the text that
+// the user wants.
+ColumnLayout {
+    id: editor
+
+    property Theme theme: Fallback.theme
+    property string rangeText: ""
+    property string label: ""
+
+    readonly property string _name: label !== "" ? label : qsTr("Range")
+    readonly property var _weights: RangeEditorText.parseWeights(rangeText)
+
+    signal rangeChanged(newRange: string)
+
+    spacing: theme.spaceSm
+
+    // Typing ends the field's binding to the text.
+    onRangeTextChanged: {
+        if (field.text !== rangeText) {
+            field.text = rangeText;
+        }
+    }
+
+    RowLayout {
+        spacing: editor.theme.spaceXs
+        Layout.maximumWidth: matrix.implicitWidth
+
+        AppLabel {
+            theme: editor.theme
+            text: editor.label
+            font.weight: Fallback.type.weightSemibold
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+        }
+        Repeater {
+            model: ["100%", "50%", "25%"]
+
+            SecondaryButton {
+                required property string modelData
+
+                theme: editor.theme
+                compact: true
+                text: modelData
+                tip: qsTr("All hands at %1").arg(modelData)
+                onClicked: editor.rangeChanged(modelData)
+            }
+        }
+        SecondaryButton {
+            theme: editor.theme
+            compact: true
+            text: qsTr("Clear")
+            onClicked: editor.rangeChanged("")
+        }
+    }
+    HandMatrix {
+        id: matrix
+
+        theme: editor.theme
+        title: editor._name
+        cellSize: 30
+        editable: true
+        weights: editor._weights
+        onHandPainted: (hand, on) =>
+            editor.rangeChanged(RangeEditorText.paintedText(editor.rangeText, hand, on))
+    }
+    RowLayout {
+        spacing: editor.theme.spaceSm
+        Layout.maximumWidth: matrix.implicitWidth
+
+        AppTextField {
+            id: field
+
+            theme: editor.theme
+            mono: true
+            text: editor.rangeText
+            //: %1 stands for an example of how a range is written
+            placeholderText: qsTr("e.g., %1").arg("AA, KK, AKs, QQ+")
+            Accessible.name: editor._name
+            Layout.fillWidth: true
+            onTextEdited: editor.rangeChanged(text)
+        }
+        Rectangle {
+            implicitWidth: Math.ceil(count.implicitWidth) + 2 * editor.theme.spaceMd
+            implicitHeight: field.implicitHeight
+            radius: editor.theme.radiusSm
+            color: editor.theme.surface2
+            border.width: 1
+            border.color: editor.theme.stroke
+
+            AppLabel {
+                id: count
+
+                anchors.centerIn: parent
+                theme: editor.theme
+                muted: true
+                font.pixelSize: Fallback.type.labelMd
+                //: %1 is a number from 0 to 169
+                text: qsTr("%1 hands").arg(
+                    RangeEditorText.countHands(editor._weights).toLocaleString(Qt.locale(), "f", 0))
+            }
+        }
+    }
+}

@@ -1,0 +1,32 @@
+// The actions of a node, in the node's order: entries with `name` ("Bet 33%"), `actionType`
+// ("bet 33%") and whatever else is known of them.
+
+// A list of the controller is no array, but has a length and can be indexed.
+export function toArray(list) {
+    return Array.from({length: list ? list.length : 0}, (_, i) => list[i]);
+}
+
+// Without the size: "bet 33%" gives "bet".
+export function kindOf(actionType) {
+    return String(actionType ?? "").trim().split(/\s+/)[0].toLowerCase();
+}
+
+export function isFold(action) {
+    return action.actionType === "fold" || String(action.name ?? "").toLowerCase().includes("fold");
+}
+
+// What a fold loses counts as nothing, so that every other action tells what it gains over folding.
+// Without a fold of known value the list stays as it is.
+export function withEvsAgainstFold(actions) {
+    const fold = actions.find(isFold);
+    if (!fold || !Number.isFinite(fold.ev)) {
+        return actions;
+    }
+    return actions.map(action => Number.isFinite(action.ev)
+        ? Object.assign({}, action, {ev: action.ev - fold.ev}) : action);
+}
+
+// "12", "12.5": whole numbers of combos without a decimal.
+export function comboDigits(combos) {
+    return Math.abs(combos - Math.round(combos)) < 1e-6 ? 0 : 1;
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtQuickTest>
+
+#include "app/app_controller.h"
+#include "app/graphics_backend.h"
+#include "app/language_manager.h"
+#include "app/update_manager.h"
+
+/// What a document finds: the program's own objects, anew for each test file, over a settings store
+/// that nobody else sees.
+class Surroundings : public QObject {
+    Q_OBJECT
+
+  public slots:
+    // Called by the test runner.
+    void applicationAvailable() {
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
+        tidewell::chooseGraphicsBackend();
+        for (const QSettings::Format format : {QSettings::NativeFormat, QSettings::IniFormat}) {
+            QSettings::setPath(format, QSettings::UserScope, settings_.path());
+        }
+        QGuiApplication::setOrganizationName(QStringLiteral("TidewellTests"));
+        QGuiApplication::setApplicationName(QStringLiteral("TidewellTests"));
+        QGuiApplication::setApplicationVersion(QStringLiteral("1.0.4"));
+    }
+
+    // Called by the test runner. The engine owns the objects, so that they live as long as its
+    // documents.
+    void qmlEngineAvailable(QQmlEngine* engine) {
+        engine->addImportPath(QStringLiteral("qrc:/"));
+        QQmlContext* const context = engine->rootContext();
+        context->setContextProperty(QStringLiteral("languageManager"),
+                                    new LanguageManager(engine, engine));
+        context->setContextProperty(QStringLiteral("appController"), new AppController(engine));
+        context->setContextProperty(QStringLiteral("updates"), new UpdateManager(engine));
+    }
+
+  private:
+    QTemporaryDir settings_;
+};
