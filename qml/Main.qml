@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import Tidewell
 
 import "logic/window_geometry.mjs" as WindowGeometry
 
@@ -13,7 +14,7 @@ ApplicationWindow {
         Screen.desktopAvailableHeight || Screen.height)
 
     // What the widest page would like to have, in pixels.
-    property int projectRecommendedWidth: 0
+    readonly property int projectRecommendedWidth: shell.projectRecommendedWidth
 
     title: "Tidewell"
     color: "#080B12"
@@ -31,5 +32,18 @@ ApplicationWindow {
         width = opening.width;
         height = opening.height;
         showNormal();
+    }
+    onClosing: event => {
+        event.accepted = shell.requestClose(() => window.close());
+    }
+
+    AppShell {
+        id: shell
+
+        anchors.fill: parent
+        // The program makes it known to the documents.
+        // qmllint disable unqualified
+        controller: appController
+        // qmllint enable unqualified
     }
 }

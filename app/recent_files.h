@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QStringList>
+#include <QUrl>
+#include <QtQmlIntegration>
+#include <vector>
+
+namespace tidewell {
+
+/// The project files that were last opened or saved, newest first, kept in the application's
+/// settings store under "recentFiles/paths". A file that is not there any more stays listed, as
+/// missing, until someone removes it: its disk may come back.
+class RecentFiles : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+  public:
+    static constexpr int most = 8;
+
+    enum Role {
+        UrlRole = Qt::UserRole,  ///< "url": the file as a URL
+        NameRole,                ///< "name": its name without the folder
+        FolderRole,              ///< "folder": the path of its folder
+        MissingRole              ///< "missing": bool, as of the last `refresh` or `add`
+    };
+
+    explicit RecentFiles(QObject* parent = nullptr);
+
+    int count() const { return static_cast<int>(entries_.size()); }
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// Puts a file on top; beyond `most` the oldest goes. What is no local file is ignored.
+    Q_INVOKABLE void add(const QUrl& file);
+    Q_INVOKABLE void remove(const QUrl& file);
+    /// Looks which files are there.
+    Q_INVOKABLE void refresh();
+
+  Q_SIGNALS:
+    void countChanged();
+
+  private:
+    struct Entry {
+        QString path;  ///< absolute
+        bool missing = false;
+    };
+
+    int find(const QString& path) const;
+    void store() const;
+
+    std::vector<Entry> entries_;
+};
+
+}  // namespace tidewell

@@ -1,0 +1,157 @@
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+// The start page: ways into a project, and what has been solved so far. It holds no project; the
+// shell hands it one to save and takes over the one that was opened.
+Item {
+    id: page
+
+    property Theme theme: Fallback.theme
+    property Typography type: Fallback.type
+    property var controller: null
+    // Gives the project state to be saved, a map.
+    property var projectStateProvider: () => ({})
+    // Called with what would lose unsaved changes; calls it when they may be lost.
+    property var confirmLoss: proceed => proceed()
+    property bool canSave: true
+    property bool canImportRange: true
+
+    readonly property alias files: projectFiles
+
+    property var solveActivityGrid: []
+    property var solveHistoryDaily: []
+    property int solvesToday: 0
+    property var playVsSolutionStats: ({})
+
+    signal newProject
+    signal quickSolve
+    signal importRange
+    signal projectLoaded(var projectState, bool hasResults)
+
+    function reloadSolveStats(): void {
+        solveActivityGrid = controller?.solveActivityGridLastSixMonths() ?? [];
+        solveHistoryDaily = controller?.solveHistoryDaily() ?? [];
+        solvesToday = controller?.solvesToday() ?? 0;
+    }
+
+    function reloadTrainerStats(): void {
+        playVsSolutionStats = controller?.playVsSolutionStats() ?? {};
+    }
+
+    onVisibleChanged: {
+        if (visible) {
+            projectFiles.recent.refresh();
+        }
+    }
+    Component.onCompleted: {
+        reloadSolveStats();
+        reloadTrainerStats();
+    }
+
+    ProjectFiles {
+        id: projectFiles
+
+        controller: page.controller
+        stateProvider: () => page.projectStateProvider()
+        confirmLoss: proceed => page.confirmLoss(proceed)
+        onOpened: (projectState, hasResults) => page.projectLoaded(projectState, hasResults)
+    }
+    Connections {
+        target: page.controller
+
+        function onSolveStatsChanged(): void {
+            page.reloadSolveStats();
+        }
+        function onPlayVsSolutionStatsChanged(): void {
+            page.reloadTrainerStats();
+        }
+    }
+    AppScrollView {
+        id: scroll
+
+        anchors.fill: parent
+        theme: page.theme
+        contentWidth: availableWidth
+
+        ColumnLayout {
+            x: page.theme.spaceXl
+            width: scroll.availableWidth - 2 * page.theme.spaceXl
+            spacing: page.theme.spaceXl
+
+            HeroBand {
+                theme: page.theme
+                canSave: page.canSave
+                onNewRequested: page.newProject()
+                onSaveRequested: projectFiles.chooseToSave()
+                onOpenRequested: projectFiles.chooseToOpen()
+                Layout.fillWidth: true
+                Layout.topMargin: page.theme.spaceXl
+            }
+            RowLayout {
+                spacing: page.theme.spaceXl
+                Layout.fillWidth: true
+
+                ColumnLayout {
+                    spacing: page.theme.spaceXl
+                    Layout.preferredWidth: 320
+                    Layout.maximumWidth: 320
+
+                    QuickActionsCard {
+                        theme: page.theme
+                        canImportRange: page.canImportRange
+                        onNewRequested: page.newProject()
+                        onQuickRequested: page.quickSolve()
+                        onImportRequested: page.importRange()
+                        Layout.fillWidth: true
+                    }
+                    RecentFilesCard {
+                        theme: page.theme
+                        files: projectFiles.recent
+                        onOpenRequested: file => projectFiles.open(file)
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                    }
+                }
+                ColumnLayout {
+                    spacing: page.theme.spaceXl
+
+                    TrainerStatsCard {
+                        theme: page.theme
+                        stats: page.playVsSolutionStats
+                        onClearConfirmed: page.controller?.clearPlayVsSolutionStats()
+                        Layout.fillWidth: true
+                    }
+                    OverviewCard {
+                        theme: page.theme
+                        controller: page.controller
+                        activityGrid: page.solveActivityGrid
+                        solvesToday: page.solvesToday
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                    }
+                }
+            }
+            RowLayout {
+                spacing: page.theme.spaceXl
+                Layout.fillWidth: true
+                Layout.bottomMargin: page.theme.spaceXl
+
+                SolvesChartCard {
+                    theme: page.theme
+                    history: page.solveHistoryDaily
+                    Layout.preferredWidth: 680
+                    Layout.maximumWidth: 680
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                }
+                ActivityCard {
+                    theme: page.theme
+                    cells: page.solveActivityGrid
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                }
+            }
+        }
+    }
+}

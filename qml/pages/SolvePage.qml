@@ -1,0 +1,229 @@
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+import "../logic/solve_config.mjs" as SolveConfig
+
+// Starts and cancels a solve and shows how far it is. The spot comes from outside, in the properties
+// of the project state; of these the page changes threadCount alone.
+Item {
+    id: page
+
+    property Theme theme: Fallback.theme
+    property Typography type: Fallback.type
+    // An AppController, or null.
+    property var controller: null
+    property bool canSolve: false
+
+    property string boardText: ""
+    property string oopRangeText: ""
+    property string ipRangeText: ""
+    property string betSizesText: ""
+    property int maxIterations: 0
+    property real startingPot: 0
+    property real effectiveStack: 0
+    property int threadCount: maxThreadCount
+    property string startingStreet: "flop"
+    property real targetExploitability: 0
+    property real rakePercent: 0
+    property int rakeCap: 0
+    property string oopFlopBetSizesText: ""
+    property string oopTurnBetSizesText: ""
+    property string oopRiverBetSizesText: ""
+    property string oopFlopRaiseSizesText: ""
+    property string oopTurnRaiseSizesText: ""
+    property string oopRiverRaiseSizesText: ""
+    property string ipFlopBetSizesText: ""
+    property string ipTurnBetSizesText: ""
+    property string ipRiverBetSizesText: ""
+    property string ipFlopRaiseSizesText: ""
+    property string ipTurnRaiseSizesText: ""
+    property string ipRiverRaiseSizesText: ""
+    property bool oopFlopAddAllIn: false
+    property bool oopTurnAddAllIn: false
+    property bool oopRiverAddAllIn: false
+    property bool ipFlopAddAllIn: false
+    property bool ipTurnAddAllIn: false
+    property bool ipRiverAddAllIn: false
+    property bool oopFlopDontDonk: false
+    property bool oopTurnDontDonk: false
+    property bool oopRiverDontDonk: false
+    property bool oopAddAllInIfJamLtEnabled: false
+    property bool ipAddAllInIfJamLtEnabled: false
+    property real oopAddAllInIfJamLtPct: 0
+    property real ipAddAllInIfJamLtPct: 0
+
+    readonly property int maxThreadCount: controller?.systemThreadCount || 1
+
+    readonly property alias isStarting: solveProgress.isStarting
+    readonly property alias isInitializing: solveProgress.isInitializing
+    readonly property alias isFinalizing: solveProgress.isFinalizing
+    readonly property alias currentIteration: solveProgress.currentIteration
+    readonly property alias currentExploitabilityValue: solveProgress.currentExploitabilityValue
+    readonly property alias progressWheelTotalIterations: solveProgress.progressWheelTotalIterations
+    readonly property alias progressWheelValue: solveProgress.progressWheelValue
+    readonly property alias runComplete: solveProgress.runComplete
+    readonly property alias iterationWindowSize: solveProgress.iterationWindowSize
+    readonly property alias iterationWindowValue: solveProgress.iterationWindowValue
+    readonly property alias elapsedTime: solveClock.elapsedTime
+    readonly property alias estimatedRemaining: solveClock.estimatedRemaining
+    readonly property alias iterationsPerSec: solveClock.iterationsPerSec
+    readonly property alias runs: runHistory.runs
+    readonly property alias _lastIterFromStatusText: solveProgress._lastIterFromStatusText
+    readonly property alias _activeRunId: runHistory._activeRunId
+    readonly property alias _threadChoiceModel: computePanel._threadChoiceModel
+
+    readonly property real _targetAmount:
+        SolveConfig.targetAmount(startingPot, targetExploitability)
+
+    signal goToResults
+
+    function startSolve(): void {
+        if (!canSolve || !controller || controller.running) {
+            return;
+        }
+        const config = SolveConfig.solveConfig(page);
+        runHistory.begin(_runSummary());
+        controller.startSolveWithConfig(config);
+        if (!controller.running) {
+            runHistory.withdraw();
+        }
+    }
+
+    function cancelSolve(): void {
+        runHistory.cancel();
+        controller?.cancelSolve();
+    }
+
+    function _formatExploitabilityForUi(iteration: int, value: real): string {
+        return progressPanel._formatExploitabilityForUi(iteration, value);
+    }
+
+    function _runSummary(): string {
+        //: A run in one line; %3 is the target in chips
+        return qsTr("Iterations %1 • Target %2% (≈ %3) • Threads %4")
+            .arg(maxIterations.toLocaleString(Qt.locale(), "f", 0))
+            .arg(targetExploitability.toLocaleString(Qt.locale(), "f", -128))
+            .arg(_targetAmount.toLocaleString(Qt.locale(), "f", 2))
+            .arg(threadCount);
+    }
+
+    function _limitThreads(): void {
+        if (threadCount < 1 || threadCount > maxThreadCount) {
+            threadCount = maxThreadCount;
+        }
+    }
+
+    onMaxThreadCountChanged: _limitThreads()
+
+    SolveProgress {
+        id: solveProgress
+
+        controller: page.controller
+        maxIterations: page.maxIterations
+        targetExploitability: page.targetExploitability
+        onRunningChanged: if (!running) runHistory.end()
+    }
+    SolveClock {
+        id: solveClock
+
+        running: solveProgress.running
+        iteration: solveProgress.currentIteration
+        maxIterations: page.maxIterations
+    }
+    RunHistory {
+        id: runHistory
+    }
+    AppScrollView {
+        id: view
+
+        anchors.fill: parent
+        theme: page.theme
+        contentWidth: availableWidth
+        contentHeight: content.implicitHeight + 2 * page.theme.spaceXl
+
+        ColumnLayout {
+            id: content
+
+            x: page.theme.spaceXl
+            y: page.theme.spaceXl
+            width: view.availableWidth - 2 * page.theme.spaceXl
+            spacing: page.theme.spaceXl
+
+            SectionHeader {
+                theme: page.theme
+                title: qsTr("Solve")
+                subtitle: qsTr("Run the CFR solver and monitor progress in real-time.")
+                badge: {
+                    if (!solveProgress.running) {
+                        return qsTr("Ready");
+                    }
+                    return solveProgress.isFinalizing ? qsTr("Finalizing") : qsTr("Running");
+                }
+                badgeColor: {
+                    if (!solveProgress.running) {
+                        return page.theme.textMuted;
+                    }
+                    return solveProgress.isFinalizing ? page.theme.warn : page.theme.success;
+                }
+                Layout.fillWidth: true
+            }
+            RowLayout {
+                id: columns
+
+                readonly property real room: content.width - spacing
+
+                spacing: 20
+                Layout.fillWidth: true
+
+                ColumnLayout {
+                    spacing: columns.spacing
+                    Layout.preferredWidth: 0.4 * columns.room
+                    Layout.maximumWidth: 0.4 * columns.room
+                    Layout.alignment: Qt.AlignTop
+
+                    ConfigurationPanel {
+                        theme: page.theme
+                        spot: page
+                        targetAmount: page._targetAmount
+                        running: solveProgress.running
+                        canStart: page.canSolve && !solveProgress.running
+                        complete: solveProgress.runComplete
+                        onStarted: page.startSolve()
+                        onCancelled: page.cancelSolve()
+                        onResultsRequested: page.goToResults()
+                        Layout.fillWidth: true
+                    }
+                    ComputePanel {
+                        id: computePanel
+
+                        theme: page.theme
+                        maxThreadCount: page.maxThreadCount
+                        threadCount: page.threadCount
+                        onChosen: threads => page.threadCount = threads
+                        Layout.fillWidth: true
+                    }
+                }
+                ColumnLayout {
+                    spacing: columns.spacing
+                    Layout.preferredWidth: 0.6 * columns.room
+                    Layout.maximumWidth: 0.6 * columns.room
+                    Layout.alignment: Qt.AlignTop
+
+                    ProgressPanel {
+                        id: progressPanel
+
+                        theme: page.theme
+                        progress: solveProgress
+                        clock: solveClock
+                        Layout.fillWidth: true
+                    }
+                    RecentRunsPanel {
+                        theme: page.theme
+                        history: runHistory
+                        Layout.fillWidth: true
+                    }
+                }
+            }
+        }
+    }
+}

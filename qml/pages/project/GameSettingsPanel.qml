@@ -1,0 +1,147 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+// Money, rake and how exact the solution has to be.
+Card {
+    id: panel
+
+    property real inputColumnWidth: 60
+
+    // Chips.
+    property real startingPot: 0
+    property real effectiveStack: 0
+    property int rakeCap: 0
+    // Percent.
+    property real rakePercent: 0
+    // Percent of the starting pot.
+    property real targetExploitability: 0
+
+    padding: theme.spaceMd
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title.title
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: panel.theme.spaceSm
+
+        CardHeading {
+            id: title
+
+            theme: panel.theme
+            title: qsTr("Game Settings")
+            Layout.fillWidth: true
+        }
+        GridLayout {
+            columns: 2
+            columnSpacing: panel.theme.spaceXs + 2
+            rowSpacing: panel.theme.spaceSm
+            Layout.fillWidth: true
+
+            FieldLabel { text: qsTr("Starting Pot") }
+            Field {
+                objectName: "startingPot"
+                placeholderText: qsTr("e.g., 100.0")
+                value: panel.startingPot
+                from: 0.01
+                to: 100000
+                Accessible.name: qsTr("Starting Pot")
+                onCommitted: number => panel.startingPot = number
+            }
+
+            FieldLabel { text: qsTr("Effective Stack") }
+            Field {
+                objectName: "effectiveStack"
+                placeholderText: qsTr("e.g., 100.0")
+                value: panel.effectiveStack
+                from: 0.01
+                to: 100000
+                Accessible.name: qsTr("Effective Stack")
+                onCommitted: number => panel.effectiveStack = number
+            }
+
+            FieldLabel { text: qsTr("Rake (%)") }
+            Field {
+                objectName: "rakePercent"
+                placeholderText: qsTr("e.g., 5.0")
+                value: panel.rakePercent
+                to: 100
+                decimals: 3
+                Accessible.name: qsTr("Rake (%)")
+                onCommitted: number => panel.rakePercent = number
+            }
+
+            FieldLabel { text: qsTr("Rake Cap") }
+            Field {
+                objectName: "rakeCap"
+                placeholderText: qsTr("e.g., 0")
+                value: panel.rakeCap
+                decimals: 0
+                Accessible.name: qsTr("Rake Cap")
+                onCommitted: number => panel.rakeCap = number
+            }
+
+            FieldLabel { text: qsTr("Target Exploitability (%)") }
+            Field {
+                objectName: "targetExploitability"
+                placeholderText: qsTr("e.g., 0.10")
+                value: panel.targetExploitability
+                to: 100
+                decimals: 6
+                Accessible.name: qsTr("Target Exploitability (%)")
+                onCommitted: number => panel.targetExploitability = number
+            }
+        }
+        RowLayout {
+            spacing: panel.theme.spaceSm
+            Layout.fillWidth: true
+
+            TargetButton {
+                text: qsTr("1%")
+                target: 1
+            }
+            TargetButton {
+                text: qsTr("0.5%")
+                target: 0.5
+            }
+            TargetButton {
+                text: qsTr("0.1%")
+                target: 0.1
+            }
+        }
+        Item {
+            Layout.fillHeight: true
+        }
+    }
+
+    component FieldLabel: AppLabel {
+        theme: panel.theme
+        font.pixelSize: Fallback.type.labelMd
+        wrapMode: Text.Wrap
+        Accessible.ignored: true
+        Layout.fillWidth: true
+        Layout.preferredWidth: 105
+        Layout.maximumWidth: Math.ceil(implicitWidth)
+    }
+    component Field: NumberField {
+        theme: panel.theme
+        leftPadding: 6
+        rightPadding: 6
+        Layout.preferredWidth: panel.inputColumnWidth
+        Layout.minimumWidth: panel.inputColumnWidth
+        Layout.fillWidth: true
+    }
+    component TargetButton: SecondaryButton {
+        required property real target
+
+        theme: panel.theme
+        compact: true
+        horizontalPadding: panel.theme.spaceXs
+        //: On a button that sets the target of the solve; %1 is such as "0.5%"
+        tip: qsTr("Solve to %1 of the pot").arg(text)
+        onClicked: panel.targetExploitability = target
+        Layout.fillWidth: true
+    }
+}

@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+// The switch that adds an all-in where it is small for the pot, and how small. It shows `active`
+// and `percent` and never writes them.
+RowLayout {
+    id: row
+
+    property Theme theme: Fallback.theme
+    property bool active: false
+    // Of the pot.
+    property real percent: 0
+
+    signal switched(active: bool)
+    signal committed(percent: real)
+
+    spacing: theme.spaceSm
+
+    ToggleSwitch {
+        objectName: "jamToggle"
+        theme: row.theme
+        checked: row.active
+        Accessible.name: label.text
+        onToggled: row.switched(checked)
+    }
+    AppLabel {
+        id: label
+
+        theme: row.theme
+        text: qsTr("Add all-in if jam less than")
+        font.pixelSize: Fallback.type.labelMd
+        wrapMode: Text.Wrap
+        Accessible.ignored: true
+        Layout.fillWidth: true
+        Layout.preferredWidth: 100
+    }
+    NumberField {
+        objectName: "jamPercent"
+        theme: row.theme
+        placeholderText: qsTr("e.g. 30")
+        enabled: row.active
+        value: row.percent
+        from: 0
+        to: 1000
+        decimals: 3
+        Accessible.name: qsTr("Largest jam in percent of the pot")
+        onEdited: number => row.committed(number)
+        onCommitted: number => row.committed(number)
+        Layout.preferredWidth: 65
+    }
+    AppLabel {
+        theme: row.theme
+        text: qsTr("% pot")
+        muted: true
+        font.pixelSize: Fallback.type.labelMd
+    }
+}

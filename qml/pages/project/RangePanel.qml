@@ -1,0 +1,157 @@
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+import "../../logic/range_text.mjs" as RangeText
+
+// The range of one seat, as a matrix to paint and as text.
+Card {
+    id: panel
+
+    required property string title
+    property color markColor: theme.accent
+    property real uiScale: 1
+
+    // Range grammar, or a percentage of all hands.
+    property string rangeText: ""
+    // What a painted hand gets.
+    property real clickWeightPct: 100
+
+    // Stands at the right of the matrix.
+    property Component browser: null
+
+    // What the button took away, to be brought back.
+    property string _cleared: ""
+
+    function _paint(hand: string, weight: real): void {
+        rangeText = RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100);
+    }
+
+    function _clear(): void {
+        _cleared = rangeText;
+        rangeText = "";
+    }
+
+    padding: theme.spaceMd
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
+
+    onRangeTextChanged: if (rangeText !== "") _cleared = ""
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: panel.theme.spaceSm
+
+        RowLayout {
+            spacing: panel.theme.spaceSm
+            Layout.fillWidth: true
+
+            Rectangle {
+                implicitWidth: 10
+                implicitHeight: 10
+                radius: 5
+                color: panel.markColor
+            }
+            CardHeading {
+                theme: panel.theme
+                title: panel.title
+                Layout.fillWidth: true
+
+                SecondaryButton {
+                    objectName: "undoClear"
+                    theme: panel.theme
+                    compact: true
+                    text: qsTr("Undo")
+                    tip: qsTr("Bring the cleared range back")
+                    visible: panel._cleared !== ""
+                    onClicked: panel.rangeText = panel._cleared
+                }
+                SecondaryButton {
+                    objectName: "clearRange"
+                    theme: panel.theme
+                    compact: true
+                    text: qsTr("Clear")
+                    enabled: panel.rangeText !== ""
+                    onClicked: panel._clear()
+                }
+            }
+        }
+        RowLayout {
+            spacing: panel.theme.spaceMd
+            Layout.fillWidth: true
+
+            ColumnLayout {
+                spacing: panel.theme.spaceMd
+                Layout.fillWidth: panel.browser === null
+                Layout.maximumWidth: matrix.implicitWidth
+                Layout.alignment: Qt.AlignTop | Qt.AlignHCenter
+
+                HandMatrix {
+                    id: matrix
+
+                    objectName: "matrix"
+                    title: panel.title
+                    theme: panel.theme
+                    weights: RangeText.parseRangeWeights(panel.rangeText)
+                    editable: true
+                    autoFitToWidth: true
+                    cellSize: Math.max(28, Math.round(36 * panel.uiScale))
+                    onHandPainted: (hand, desiredOn, weight) => {
+                        if (desiredOn !== (weight > 0)) {
+                            panel._paint(hand, weight);
+                        }
+                    }
+                    Layout.fillWidth: true
+                    Layout.maximumWidth: implicitWidth
+                }
+                RowLayout {
+                    spacing: panel.theme.spaceSm
+                    Layout.preferredWidth: matrix.implicitWidth
+                    Layout.maximumWidth: matrix.implicitWidth
+
+                    AppLabel {
+                        id: weightLabel
+
+                        theme: panel.theme
+                        text: qsTr("Weight")
+                        font.pixelSize: Fallback.type.labelMd
+                        Accessible.ignored: true
+                    }
+                    NumberField {
+                        objectName: "clickWeight"
+                        theme: panel.theme
+                        placeholderText: "100"
+                        value: panel.clickWeightPct
+                        from: 0
+                        to: 100
+                        decimals: 3
+                        Accessible.name: qsTr("Weight of painted hands in percent")
+                        onEdited: number => panel.clickWeightPct = number
+                        onCommitted: number => panel.clickWeightPct = number
+                        Layout.preferredWidth: 64
+                    }
+                    AppLabel {
+                        theme: panel.theme
+                        text: qsTr("%")
+                        muted: true
+                    }
+                    RangeField {
+                        objectName: "rangeText"
+                        theme: panel.theme
+                        rangeText: panel.rangeText
+                        Accessible.name: panel.title
+                        onEdited: text => panel.rangeText = text
+                        Layout.fillWidth: true
+                    }
+                }
+            }
+            Loader {
+                active: panel.browser !== null
+                visible: active
+                sourceComponent: panel.browser
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.minimumWidth: Math.max(150, Math.round(180 * panel.uiScale))
+            }
+        }
+    }
+}

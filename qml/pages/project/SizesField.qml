@@ -1,0 +1,35 @@
+import QtQuick
+import Tidewell
+
+// A list of bet or raise sizes. The field shows `value` and never writes it: what was typed leaves
+// by `committed` when editing ends, as it was typed.
+AppTextField {
+    id: field
+
+    required property string label
+    property string value: ""
+    // A list of raises, in which multiples and caps are sizes too.
+    property bool raises: false
+    // The street's switch for an all-in, which belongs to the list.
+    property bool addAllIn: false
+
+    signal committed(sizes: string)
+
+    function _check(sizes: string): string {
+        return raises ? TextChecks.checkRaiseSizes(sizes, addAllIn)
+                      : TextChecks.checkBetSizes(sizes, addAllIn);
+    }
+
+    implicitWidth: 70
+    leftPadding: 6
+    rightPadding: 6
+    mono: true
+    // Nothing is marked before it is finished; what is marked is so until it is mended.
+    error: _check(value) === "" ? "" : _check(text)
+    inputMethodHints: Qt.ImhNoPredictiveText
+    Accessible.name: label
+
+    onValueChanged: text = value
+    onEditingFinished: if (text !== value) committed(text)
+    Component.onCompleted: text = value
+}

@@ -1,0 +1,217 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+// Which sizes one seat may bet and raise, street by street.
+Card {
+    id: panel
+
+    required property string title
+    // The seat out of position can be kept from betting into the aggressor; the other one copies
+    // its sizing.
+    required property bool outOfPosition
+    property real streetColumnWidth: 70
+
+    property string flopBetSizes: ""
+    property string turnBetSizes: ""
+    property string riverBetSizes: ""
+    property string flopRaiseSizes: ""
+    property string turnRaiseSizes: ""
+    property string riverRaiseSizes: ""
+    property bool flopAddAllIn: false
+    property bool turnAddAllIn: false
+    property bool riverAddAllIn: false
+    property bool flopDontDonk: false
+    property bool turnDontDonk: false
+    property bool riverDontDonk: false
+    property bool jamEnabled: false
+    // Percent of the pot.
+    property real jamPercent: 0
+
+    signal copyRequested
+
+    padding: theme.spaceMd
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: panel.theme.spaceSm
+
+        CardHeading {
+            theme: panel.theme
+            title: panel.title
+            Layout.fillWidth: true
+        }
+        GridLayout {
+            columns: 4
+            columnSpacing: panel.theme.spaceXs + 2
+            rowSpacing: panel.theme.spaceSm
+            Layout.fillWidth: true
+
+            Item {
+                implicitWidth: 1
+                implicitHeight: 1
+            }
+            StreetHead { text: qsTr("Flop") }
+            StreetHead { text: qsTr("Turn") }
+            StreetHead { text: qsTr("River") }
+
+            RowLabel { text: qsTr("Bet sizes (%)") }
+            BetSizes {
+                objectName: "flopBetSizes"
+                label: qsTr("Bet sizes on the flop")
+                value: panel.flopBetSizes
+                addAllIn: panel.flopAddAllIn
+                onCommitted: sizes => panel.flopBetSizes = sizes
+            }
+            BetSizes {
+                objectName: "turnBetSizes"
+                label: qsTr("Bet sizes on the turn")
+                value: panel.turnBetSizes
+                addAllIn: panel.turnAddAllIn
+                onCommitted: sizes => panel.turnBetSizes = sizes
+            }
+            BetSizes {
+                objectName: "riverBetSizes"
+                label: qsTr("Bet sizes on the river")
+                value: panel.riverBetSizes
+                addAllIn: panel.riverAddAllIn
+                onCommitted: sizes => panel.riverBetSizes = sizes
+            }
+
+            RowLabel { text: qsTr("Raise sizes (%)") }
+            RaiseSizes {
+                objectName: "flopRaiseSizes"
+                label: qsTr("Raise sizes on the flop")
+                value: panel.flopRaiseSizes
+                addAllIn: panel.flopAddAllIn
+                onCommitted: sizes => panel.flopRaiseSizes = sizes
+            }
+            RaiseSizes {
+                objectName: "turnRaiseSizes"
+                label: qsTr("Raise sizes on the turn")
+                value: panel.turnRaiseSizes
+                addAllIn: panel.turnAddAllIn
+                onCommitted: sizes => panel.turnRaiseSizes = sizes
+            }
+            RaiseSizes {
+                objectName: "riverRaiseSizes"
+                label: qsTr("Raise sizes on the river")
+                value: panel.riverRaiseSizes
+                addAllIn: panel.riverAddAllIn
+                onCommitted: sizes => panel.riverRaiseSizes = sizes
+            }
+
+            RowLabel { text: qsTr("Add All-In") }
+            StreetToggle {
+                objectName: "flopAddAllIn"
+                Accessible.name: qsTr("Add all-in on the flop")
+                checked: panel.flopAddAllIn
+                onToggled: panel.flopAddAllIn = checked
+            }
+            StreetToggle {
+                objectName: "turnAddAllIn"
+                Accessible.name: qsTr("Add all-in on the turn")
+                checked: panel.turnAddAllIn
+                onToggled: panel.turnAddAllIn = checked
+            }
+            StreetToggle {
+                objectName: "riverAddAllIn"
+                Accessible.name: qsTr("Add all-in on the river")
+                checked: panel.riverAddAllIn
+                onToggled: panel.riverAddAllIn = checked
+            }
+
+            RowLabel {
+                text: qsTr("Don't donk")
+                visible: panel.outOfPosition
+            }
+            StreetToggle {
+                objectName: "flopDontDonk"
+                Accessible.name: qsTr("Don't donk on the flop")
+                visible: panel.outOfPosition
+                checked: panel.flopDontDonk
+                onToggled: panel.flopDontDonk = checked
+            }
+            StreetToggle {
+                objectName: "turnDontDonk"
+                Accessible.name: qsTr("Don't donk on the turn")
+                visible: panel.outOfPosition
+                checked: panel.turnDontDonk
+                onToggled: panel.turnDontDonk = checked
+            }
+            StreetToggle {
+                objectName: "riverDontDonk"
+                Accessible.name: qsTr("Don't donk on the river")
+                visible: panel.outOfPosition
+                checked: panel.riverDontDonk
+                onToggled: panel.riverDontDonk = checked
+            }
+
+            Item {
+                implicitWidth: 1
+                implicitHeight: 1
+                visible: !panel.outOfPosition
+            }
+            SecondaryButton {
+                objectName: "copySizing"
+                theme: panel.theme
+                compact: true
+                text: qsTr("Copy OOP settings")
+                tip: qsTr("Take over all sizes of the player out of position")
+                visible: !panel.outOfPosition
+                onClicked: panel.copyRequested()
+                Layout.columnSpan: 3
+                Layout.fillWidth: true
+            }
+        }
+        JamRow {
+            theme: panel.theme
+            active: panel.jamEnabled
+            percent: panel.jamPercent
+            onSwitched: active => panel.jamEnabled = active
+            onCommitted: percent => panel.jamPercent = percent
+            Layout.fillWidth: true
+            Layout.topMargin: panel.theme.spaceXs
+        }
+        Item {
+            Layout.fillHeight: true
+        }
+    }
+
+    component StreetHead: AppLabel {
+        theme: panel.theme
+        muted: true
+        font.pixelSize: Fallback.type.labelMd
+        font.weight: Fallback.type.weightMedium
+        horizontalAlignment: Text.AlignHCenter
+        Layout.fillWidth: true
+    }
+    component RowLabel: AppLabel {
+        theme: panel.theme
+        font.pixelSize: Fallback.type.labelMd
+        Layout.fillWidth: true
+    }
+    component BetSizes: SizesField {
+        theme: panel.theme
+        placeholderText: "33, 75, 125"
+        tip: qsTr("Percent of the pot, such as 33, 75. Also 500c for 5 chips, 2e for all chips in "
+                  + "over 2 streets, a for all-in.")
+        Layout.minimumWidth: panel.streetColumnWidth
+        Layout.preferredWidth: panel.streetColumnWidth
+        Layout.fillWidth: true
+    }
+    component RaiseSizes: BetSizes {
+        raises: true
+        placeholderText: "75, 125, 200"
+        tip: qsTr("Percent of the pot, such as 75, 125. Also 2.5x for a multiple of the bet, "
+                  + "500c for 5 chips more, 2e for all chips in over 2 streets, a for all-in.")
+    }
+    component StreetToggle: ToggleSwitch {
+        theme: panel.theme
+        Layout.alignment: Qt.AlignHCenter
+    }
+}

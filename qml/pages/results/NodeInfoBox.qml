@@ -1,0 +1,99 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+import "../../logic/tree_money.mjs" as Money
+
+// The money at the current node.
+Rectangle {
+    id: box
+
+    required property Theme theme
+    // Of the node, as the controller tells it.
+    required property var meta
+    // Who acts there or, where nobody does, who acted last.
+    required property string player
+    required property real rakePercent
+    // 0 for none.
+    required property real rakeCap
+
+    readonly property var _money: Money.nodeMoney(meta, rakePercent, rakeCap)
+
+    function _figure(value: real, digits: int): string {
+        return Number.isFinite(value) ? value.toLocaleString(Qt.locale(), "f", digits) : qsTr("—");
+    }
+
+    implicitWidth: Math.ceil(grid.implicitWidth) + 2 * theme.spaceMd
+    implicitHeight: Math.ceil(grid.implicitHeight) + 2 * theme.spaceMd
+    radius: theme.radiusSm
+    color: theme.surface2
+    border.width: 1
+    border.color: theme.stroke
+    Accessible.role: Accessible.Grouping
+    //: The money at a node of the game tree
+    Accessible.name: qsTr("Node")
+
+    GridLayout {
+        id: grid
+
+        anchors.fill: parent
+        anchors.margins: box.theme.spaceMd
+        columns: 2
+        columnSpacing: box.theme.spaceXl
+        rowSpacing: 6
+
+        Entry {
+            label: qsTr("Pot")
+            value: box._figure(box._money.pot, 2)
+        }
+        Entry {
+            //: %1 is the seat, "OOP" or "IP"
+            label: qsTr("Stack (%1)").arg(box.player)
+            value: box._figure(box._money.stack, 2)
+        }
+        Entry {
+            label: qsTr("To call")
+            value: box._figure(box._money.toCall, 2)
+        }
+        Entry {
+            label: qsTr("Rake taken")
+            value: box._figure(box._money.rake, 2)
+        }
+        Entry {
+            //: Stack-to-pot ratio
+            label: qsTr("SPR")
+            value: box._figure(box._money.spr, 2)
+        }
+        Entry {
+            label: qsTr("Pot odds")
+            value: Number.isFinite(box._money.potOdds)
+                ? qsTr("%1%").arg(box._figure(100 * box._money.potOdds, 1)) : qsTr("—")
+        }
+    }
+
+    component Entry: RowLayout {
+        id: entry
+
+        property string label: ""
+        property string value: ""
+
+        spacing: box.theme.spaceSm
+        Layout.fillWidth: true
+
+        AppLabel {
+            theme: box.theme
+            muted: true
+            text: entry.label
+            font.pixelSize: Fallback.type.labelMd
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+        }
+        AppLabel {
+            theme: box.theme
+            mono: true
+            text: entry.value
+            font.weight: Fallback.type.weightMedium
+        }
+    }
+}

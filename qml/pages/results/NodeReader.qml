@@ -1,0 +1,81 @@
+import QtQuick
+import "../../logic/action_list.mjs" as ActionList
+
+// What the controller tells about nodes, each asked for once. Bindings that read here are evaluated
+// anew after forget(). Without a controller or a result everything is empty.
+QtObject {
+    id: reader
+
+    property var controller: null
+    // Locks that were set in the interface: by node index a map of hand label to `{actionProbs}`.
+    property var locksByNode: ({})
+
+    property var _answers: ({})
+    // The last strategy that was asked for; the controller keeps the others.
+    property var _strategy: null
+
+    // The result is another one.
+    function forget(): void {
+        _answers = {};
+        _strategy = null;
+    }
+
+    function nodeCount(): int {
+        return controller ? _once("count", () => controller.treeNodeCount()) : 0;
+    }
+
+    // Map of `nodeType`, `chanceDeal`, `player`, `pot`, `effectiveStack`, `investedOop`, `investedIp`,
+    // `hasChildren`; money in chips.
+    function meta(node: int): var {
+        return nodeCount() > 0 ? _once("meta" + node, () => controller.nodeMeta(node)) : {};
+    }
+
+    // Array of maps of `name`, `actionType`, `frequency`, `childIndex`.
+    function actions(node: int): var {
+        return nodeCount() > 0
+            ? _once("actions" + node, () => ActionList.toArray(controller.nodeActions(node))) : [];
+    }
+
+    // Array of maps of `name`, `actionType`, `frequency`, `combos`, `equity`, `ev`. Dear to the controller
+    // near the root of a large tree.
+    function actionStats(node: int): var {
+        return nodeCount() > 0
+            ? _once("stats" + node, () => ActionList.toArray(controller.nodeActionStats(node))) : [];
+    }
+
+    // The actions with as much as is known of them.
+    function knownActions(node: int): var {
+        const stats = actionStats(node);
+        return stats.length > 0 ? stats : actions(node);
+    }
+
+    // Maps by hand label `weights`, `actionProbs` and `dominantActionTypes`, and the list `actionTypeList`,
+    // of the hands that come to the node, or of those of a class.
+    function handStrategy(node: int, bucket: string): var {
+        if (nodeCount() === 0) {
+            return {};
+        }
+        if (_strategy === null || _strategy.node !== node || _strategy.bucket !== bucket) {
+            _strategy = {node: node, bucket: bucket,
+                         answer: controller.nodeHandStrategyReach169(node, bucket)};
+        }
+        return _strategy.answer;
+    }
+
+    // Locks of the solve, as in a project, count too.
+    function hasLocks(node: int): bool {
+        const here = locksByNode[node];
+        if (here && Object.keys(here).length > 0) {
+            return true;
+        }
+        return nodeCount() > 0 && controller.nodeLocks(node).length > 0;
+    }
+
+    function _once(question: string, ask: var): var {
+        const answers = _answers;
+        if (!(question in answers)) {
+            answers[question] = ask();
+        }
+        return answers[question];
+    }
+}

@@ -1,0 +1,63 @@
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+// The right panel: the head and what is played at the current node.
+Card {
+    id: panel
+
+    required property NodeReader nodes
+    required property TreeWalk walk
+    required property StrategyData strategy
+    // Of the current node, and the same with values against folding.
+    required property var actions
+    required property var barActions
+    required property real rakePercent
+    required property real rakeCap
+    required property string selectedHand
+    // Hands are being played: the head alone is left.
+    required property bool playMode
+    required property string playBoardText
+
+    signal handClicked(hand: string)
+
+    // By a part of the height.
+    function scrollBy(part: real): void {
+        view.scrollBy(part);
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: panel.theme.spaceMd
+
+        StrategyHeader {
+            theme: panel.theme
+            controller: panel.nodes.controller
+            boardText: panel.playMode ? panel.playBoardText : panel.walk.boardWithDeals
+            player: panel.walk.selectedPlayer
+            Layout.fillWidth: true
+        }
+        StrategyView {
+            id: view
+
+            theme: panel.theme
+            nodes: panel.nodes
+            strategy: panel.strategy
+            nodeIndex: panel.walk.currentNodeIndex
+            player: panel.walk.selectedPlayer
+            actions: panel.actions
+            barActions: panel.barActions
+            rakePercent: panel.rakePercent
+            rakeCap: panel.rakeCap
+            selectedHand: panel.selectedHand
+            visible: !panel.playMode
+            onHandClicked: hand => panel.handClicked(hand)
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+        Item {
+            visible: panel.playMode
+            Layout.fillHeight: true
+        }
+    }
+}

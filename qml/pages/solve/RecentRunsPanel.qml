@@ -1,0 +1,139 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tidewell
+
+// The runs that were started here.
+Card {
+    id: panel
+
+    required property RunHistory history
+
+    function _statusColor(status: string): color {
+        if (status === "Running") {
+            return theme.success;
+        }
+        return status === "Completed" ? theme.info : theme.danger;
+    }
+
+    function _statusName(status: string): string {
+        if (status === "Running") {
+            return qsTr("Running");
+        }
+        return status === "Completed" ? qsTr("Completed") : qsTr("Cancelled");
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: panel.theme.spaceMd
+
+        CardHeading {
+            theme: panel.theme
+            iconName: "scroll"
+            title: qsTr("Recent Runs")
+            Layout.fillWidth: true
+
+            SecondaryButton {
+                objectName: "clearRuns"
+                theme: panel.theme
+                compact: true
+                text: qsTr("Clear")
+                enabled: list.count > 0
+                onClicked: panel.history.clear()
+            }
+        }
+        AppLabel {
+            objectName: "noRuns"
+            theme: panel.theme
+            text: qsTr("No runs yet — click Start Solve to record a run here.")
+            muted: true
+            font.pixelSize: Fallback.type.bodySm
+            wrapMode: Text.Wrap
+            visible: list.count === 0
+            Layout.fillWidth: true
+        }
+        ListView {
+            id: list
+
+            objectName: "runs"
+            implicitHeight: Math.min(180, 42 + 42 * count)
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            activeFocusOnTab: count > 0
+            visible: count > 0
+            model: panel.history.runs
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Recent Runs")
+            Layout.fillWidth: true
+
+            T.ScrollBar.vertical: AppScrollBar { theme: panel.theme }
+
+            FocusRing {
+                theme: panel.theme
+                gap: -2
+                shown: list.activeFocus
+            }
+
+            delegate: Item {
+                id: run
+
+                // See RunHistory.
+                required property var modelData
+
+                width: ListView.view.width
+                implicitHeight: 42
+                Accessible.role: Accessible.ListItem
+                Accessible.name: pillText.text + ", " + modelData.startedAt
+                                 + ", " + modelData.summary
+
+                Rectangle {
+                    anchors.bottom: parent.bottom
+                    width: parent.width
+                    height: 1
+                    color: panel.theme.strokeLight
+                }
+                RowLayout {
+                    anchors.fill: parent
+                    anchors.rightMargin: panel.theme.spaceMd
+                    spacing: panel.theme.spaceMd
+
+                    Rectangle {
+                        implicitWidth: 84
+                        implicitHeight: 22
+                        radius: height / 2
+                        color: panel.theme.withOpacity(pillText.color, 0.18)
+
+                        Text {
+                            id: pillText
+
+                            anchors.centerIn: parent
+                            text: panel._statusName(run.modelData.status)
+                            textFormat: Text.PlainText
+                            color: panel._statusColor(run.modelData.status)
+                            font.pixelSize: Fallback.type.labelSm
+                            font.weight: Fallback.type.weightSemibold
+                            Accessible.ignored: true
+                        }
+                    }
+                    AppLabel {
+                        theme: panel.theme
+                        text: run.modelData.startedAt
+                        muted: true
+                        font.pixelSize: Fallback.type.labelMd
+                        Accessible.ignored: true
+                    }
+                    AppLabel {
+                        theme: panel.theme
+                        text: run.modelData.summary
+                        font.pixelSize: Fallback.type.labelMd
+                        elide: Text.ElideRight
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,85 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tidewell
+
+// One page of the program in the top bar. While it cannot be opened it says why.
+Item {
+    id: tab
+
+    required property string text
+    required property string iconName
+    property Theme theme: Fallback.theme
+    property bool current: false
+    // Why it cannot be opened; empty when it can.
+    property string obstacle: ""
+
+    signal clicked
+
+    implicitWidth: button.implicitWidth
+    implicitHeight: button.implicitHeight
+    Accessible.ignored: true
+
+    T.AbstractButton {
+        id: button
+
+        readonly property color contentColor: {
+            if (tab.current) {
+                return tab.theme.accent;
+            }
+            return enabled && hovered ? tab.theme.text : tab.theme.textMuted;
+        }
+
+        anchors.fill: parent
+        implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding
+        implicitHeight: 36
+        horizontalPadding: tab.theme.spaceMd
+        text: tab.text
+        enabled: tab.obstacle === ""
+        hoverEnabled: true
+        focusPolicy: Qt.StrongFocus
+        font.pixelSize: Fallback.type.bodyMd
+        font.weight: Fallback.type.weightMedium
+        Accessible.role: Accessible.PageTab
+        Accessible.name: tab.text
+        Accessible.description: tab.obstacle
+        Accessible.selectable: true
+        Accessible.selected: tab.current
+        onClicked: tab.clicked()
+
+        Keys.onReturnPressed: tab.clicked()
+        Keys.onEnterPressed: tab.clicked()
+
+        contentItem: ButtonContent {
+            text: tab.text
+            iconName: tab.iconName
+            color: button.contentColor
+            font: button.font
+            opacity: button.enabled || tab.current ? 1 : 0.45
+        }
+        background: Rectangle {
+            radius: tab.theme.radiusSm
+            color: {
+                if (tab.current) {
+                    return tab.theme.withOpacity(tab.theme.accent, 0.12);
+                }
+                return button.enabled && button.hovered ? tab.theme.surfaceHover : "transparent";
+            }
+
+            FocusRing {
+                theme: tab.theme
+                gap: 0
+                shown: button.visualFocus
+            }
+        }
+    }
+    // A disabled control does not notice the pointer.
+    HoverHandler {
+        id: hover
+    }
+    AppToolTip {
+        theme: tab.theme
+        y: tab.height + 6
+        text: tab.obstacle
+        visible: hover.hovered && tab.obstacle !== "" && !tab.current
+    }
+}
