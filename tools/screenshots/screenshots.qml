@@ -1,0 +1,158 @@
+import QtQuick
+import QtTest
+import Tidewell
+
+import "../../tests/qml/finding.mjs" as Finding
+
+// Walks the real program through its pages and writes a picture of each state into the folder of
+// TIDEWELL_SCREENSHOTS: dark and light, at the smallest and at a common size of a screen.
+Item {
+    id: root
+
+    width: 1280
+    height: 720
+
+    AppShell {
+        id: shell
+
+        anchors.fill: parent
+        // The program makes it known to the documents.
+        // qmllint disable unqualified
+        controller: appController
+        // qmllint enable unqualified
+    }
+    TestCase {
+        id: tour
+
+        // Set by the program that runs the tour.
+        readonly property string folder: screenshotFolder // qmllint disable unqualified
+        property string look: ""
+        property int count: 0
+
+        function picture(name: string): void {
+            // Hover effects and opening popups come to rest.
+            wait(350);
+            const path = `${folder}/${look}-${String(++count).padStart(2, "0")}-${name}.png`;
+            let written = null;
+            root.Window.contentItem.grabToImage(result => written = result.saveToFile(path));
+            tryVerify(() => written !== null, 20000);
+            verify(written, path);
+        }
+
+        function find(name: string): Item {
+            const item = findChild(root.Window.contentItem, name);
+            verify(item, name);
+            return item;
+        }
+
+        function click(item: Item): void {
+            wait(200);  // a change of the layout comes to rest
+            mouseClick(item);
+        }
+
+        function open(state: var): void {
+            shell.resetToDefaults();
+            shell.applyProjectState(state);
+            shell.syncPagesFromRoot();
+            tryVerify(() => shell.canSolve, 60000);
+        }
+
+        function solve(): void {
+            keyClick(Qt.Key_F5);
+            tryVerify(() => shell.controller.resultIterations > 0 && !shell.running, 300000);
+        }
+
+        function home(): void {
+            shell.resetToStartupBlank();
+            shell.navIndex = 0;
+            picture("home");
+        }
+
+        function setup(): void {
+            shell.newProject();
+            picture("setup-new");
+            shell.resetToDefaults();
+            shell.navIndex = 1;
+            tryVerify(() => shell.canSolve, 60000);
+            picture("setup-quick-solve");
+            shell.projectPage.oopFlopBetSizesText = "33, x";
+            shell.projectPage.ipRangeText = "AA, QQ+, AKz";
+            picture("setup-mistakes");
+            shell.resetToDefaults();
+            const slot = Finding.inTree(find("board"), item => item instanceof PlayingCard);
+            click(slot);
+            picture("setup-card");
+            keyClick(Qt.Key_Escape);
+            click(find("saveSettings"));
+            picture("setup-save-settings");
+            keyClick(Qt.Key_Escape);
+            click(find("loadSettings"));
+            picture("setup-load-settings");
+            keyClick(Qt.Key_Escape);
+        }
+
+        function solving(): void {
+            tryVerify(() => shell.canSolve, 60000);
+            shell.navIndex = 2;
+            picture("solve-ready");
+            click(find("start"));
+            tryVerify(() => shell.solvePage.currentIteration > 3, 120000);
+            picture("solve-running");
+            click(find("cancel"));
+            tryVerify(() => !shell.running, 60000);
+            open({boardText: "AdJd8s2c", maxIterations: 60});
+            solve();
+            picture("solve-done");
+        }
+
+        function results(): void {
+            shell.navIndex = 3;
+            picture("results-root");
+            const page = shell.resultsPage;
+            page.selectActionAtLevel(0, 0);
+            picture("results-answer");
+            page.selectActionAtLevel(1, 0);
+            picture("results-chance");
+            page.openChancePicker(2, page.currentNodeIndex);
+            picture("results-picker");
+            page.chooseChanceCard(page.chancePickerAvailableCardIndices[5], "");
+            picture("results-river");
+        }
+
+        function others(): void {
+            shell.navIndex = 4;
+            picture("settings");
+            shell.navIndex = 0;
+            picture("home-after-solves");
+            shell.requestClose(() => {});
+            picture("unsaved");
+            keyClick(Qt.Key_Escape);
+        }
+
+        function test_tour_data(): var {
+            const rows = [];
+            for (const [width, height] of [[1280, 720], [1920, 1080]]) {
+                for (const dark of [true, false]) {
+                    rows.push({tag: `${dark ? "dark" : "light"}-${width}`, width, height, dark});
+                }
+            }
+            return rows;
+        }
+
+        function test_tour(row): void {
+            root.width = row.width;
+            root.height = row.height;
+            shell.theme.dark = row.dark;
+            look = row.tag;
+            count = 0;
+            home();
+            setup();
+            solving();
+            results();
+            others();
+        }
+
+        name: "Screenshots"
+        when: windowShown
+    }
+}
