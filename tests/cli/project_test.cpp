@@ -131,7 +131,6 @@ TEST_F(Project, TellsWhatItDoesNotHeed) {
     const Solved free = solve({river_});
     const Solved locked = solve({river_, "--lock", "Check;KQs=1,0"});
     ASSERT_NE(free.figures, locked.figures);
-    const json misfit = {{"nodeIndex", 100000}, {"hand", "AA"}, {"actionProbs", {1}}};
     json action_lock = good["nodeLocks"][0];
     action_lock.erase("actionProbs");
     action_lock["actionIndex"] = 0;
@@ -146,13 +145,10 @@ TEST_F(Project, TellsWhatItDoesNotHeed) {
          ": its node locks (1) are ignored, as its last solve was made without them"},
         {"/project/boardText", "AhKd7c4s3h", locked,
          ": its pages show another spot than its last solve, which is the one solved"},
-        {"/project/oopRangeText", "AA", locked, ": its pages show another spot"},
-        {"/nodeLocks/1", misfit, locked,
+        {"/nodeLocks/0/hand", "ATx", free,
          "node locks of the project (1) do not fit the tree and are ignored"},
-        {"/nodeLocks/0/hand", "ATx", free, "(1) do not fit the tree"},
-        {"/nodeLocks/0/nodeIndex", 41, free, "(1) do not fit the tree"},
+        {"/nodeLocks/0/nodeIndex", 100000, free, "(1) do not fit the tree"},
         {"/nodeLocks/0/actionProbs", {1, 0, 0}, free, "(1) do not fit the tree"},
-        {"/nodeLocks/0/actionProbs", json::array(), free, "(1) do not fit the tree"},
         // Of one action alone.
         {"/nodeLocks/0", action_lock, locked, nullptr},
         {"/lastUiCfg/effective_stak", 1, locked, ": unknown key 'effective_stak' is ignored"},
@@ -189,18 +185,11 @@ TEST_F(Project, BadOnesAreRefused) {
     };
     const json nothing = {{"format", "kestrel_project"}, {"version", 1}};
     const std::pair<std::string, const char*> cases[] = {
-        {"", ": Invalid JSON"},
-        {"tidewell", ": Invalid JSON"},
         {text.substr(0, text.size() / 2), ": Invalid JSON"},
-        {"{}", ": Unrecognized project format"},
-        {with("/format", "kestrel_ranges_export"), ": Unrecognized project format"},
         {with("/version", 2), ": Unsupported project version"},
         {nothing.dump(), ": the project holds no spot"},
-        {with("/lastUiCfg", {{"board", ""}}), ": board must be three to five cards"},
         {with("/lastUiCfg/board", 7), ": board must be text, not 7"},
         {with("/lastUiCfg/starting_pot", nullptr), ": starting_pot must be a number"},
-        {with("/lastUiCfg/max_iterations", 0), ": max_iterations must be a whole number from 1"},
-        {with("/lastUiCfg/oop_range", "AA:2"), ": oop_range: Weight must be within [0, 1]"},
     };
     const std::string file = folder_ / "a.tidewellproj";
     for (const auto& [content, message] : cases) {
@@ -290,15 +279,7 @@ TEST_F(Desktop, OpensWhatWasSaved) {
     EXPECT_EQ(loaded["ok"], true);
     EXPECT_EQ(loaded["hasResults"], true);
     expect_results(controller, report);
-    EXPECT_THAT(controller.resultsSummary().toStdString(),
-                StartsWith("Board AhKd7c4s2h | iters 130 | expl≈0."));
-    EXPECT_EQ(controller.treeNodeCount(), report["nodes"]);
-
     const int node = report["node"]["index"];
-    EXPECT_EQ(controller.nodeMeta(node)["player"], "IP");
-    EXPECT_EQ(controller.nodeMeta(node)["effectiveStack"], 90);
-    ASSERT_EQ(controller.rootActions().size(), 4);
-    EXPECT_EQ(controller.rootActions()[1].toMap()["actionType"], "bet 50%");
     const QVariantList actions = controller.nodeActions(node);
     const QVariantList stats = controller.nodeActionStats(node);
     ASSERT_EQ(actions.size(), report["node"]["actions"].size());
@@ -309,24 +290,11 @@ TEST_F(Desktop, OpensWhatWasSaved) {
         EXPECT_EQ(actions[a].toMap()["frequency"].toDouble(), expected["frequency"]);
         EXPECT_EQ(stats[a].toMap()["ev"].toDouble(), expected["ev"]);
     }
-    json probs;
-    for (const QVariant& entry : controller.nodeHandCombos(node)) {
-        const QVariantMap combo = entry.toMap();
-        json& row = probs[(combo["c1"].toString() + combo["c2"].toString()).toStdString()];
-        for (const QVariant& prob : combo["actionProbs"].toList()) {
-            row.push_back(prob.toDouble());
-        }
-    }
-    ASSERT_EQ(probs.size(), report["node"]["combos"].size());
-    for (const json& combo : report["node"]["combos"]) {
-        EXPECT_EQ(probs[combo["combo"].get<std::string>()], combo["probs"]);
-    }
     for (const int index : {0, node}) {
         EXPECT_FALSE(controller.nodeHandStrategy(index)["weights"].toMap().isEmpty());
         EXPECT_FALSE(controller.nodeHandCombos(index).isEmpty());
         EXPECT_FALSE(controller.nodeHandBuckets(index).isEmpty());
     }
-    EXPECT_TRUE(controller.nodeHandCombos(node + 1).isEmpty());
     ASSERT_EQ(controller.nodeLocks(node).size(), 1);
     EXPECT_EQ(controller.nodeLocks(node)[0].toMap()["actionProbs"], (QVariantList{0.75, 0.25}));
 
@@ -342,46 +310,22 @@ TEST_F(Desktop, PagesGetTheirValuesInTheirKinds) {
     const std::string file = folder_ / "a.tidewellproj";
     solve({turn_, "--save", file, "--threads", "2", "--target", "0.7"});
     AppController controller;
-    const json expected = {
-        {"boardText", "Td9c6h6c"},
-        {"oopRangeText", "TT,87s,KQo:0.5"},
-        {"ipRangeText", "99,AJs,A6s,54s"},
-        {"betSizesText", ""},
-        {"maxIterations", 120},
-        {"startingPot", 10},
-        {"effectiveStack", 40},
-        {"threadCount", 2},
-        {"startingStreet", "turn"},
-        {"targetExploitability", 0.7},
-        {"rakePercent", 0},
-        {"rakeCap", 0},
-        // No sizes, but not blank: pages wait for those to be filled in.
-        {"oopFlopBetSizesText", "-"},
-        {"oopTurnBetSizesText", "50, 50.2"},
-        {"oopRiverBetSizesText", "60"},
-        {"oopFlopRaiseSizesText", "-"},
-        {"oopTurnRaiseSizesText", "-"},
-        {"oopRiverRaiseSizesText", "-"},
-        {"ipFlopBetSizesText", "-"},
-        {"ipTurnBetSizesText", "75"},
-        {"ipRiverBetSizesText", "-"},
-        {"ipFlopRaiseSizesText", "-"},
-        {"ipTurnRaiseSizesText", "60"},
-        {"ipRiverRaiseSizesText", "-"},
-        {"oopFlopAddAllIn", false},
-        {"oopTurnAddAllIn", false},
-        {"oopRiverAddAllIn", false},
-        {"ipFlopAddAllIn", false},
-        {"ipTurnAddAllIn", false},
-        {"ipRiverAddAllIn", false},
-        {"oopFlopDontDonk", false},
-        {"oopTurnDontDonk", false},
-        {"oopRiverDontDonk", true},
-        {"oopAddAllInIfJamLtEnabled", true},
-        {"oopAddAllInIfJamLtPct", 300},
-        {"ipAddAllInIfJamLtEnabled", false},
-        {"ipAddAllInIfJamLtPct", 0},
-    };
+    // "-": no sizes, but not blank, as pages wait for those to be filled in.
+    const json expected = json::parse(R"({
+        "boardText": "Td9c6h6c", "oopRangeText": "TT,87s,KQo:0.5",
+        "ipRangeText": "99,AJs,A6s,54s", "betSizesText": "", "maxIterations": 120,
+        "startingPot": 10, "effectiveStack": 40, "threadCount": 2, "startingStreet": "turn",
+        "targetExploitability": 0.7, "rakePercent": 0, "rakeCap": 0, "oopFlopBetSizesText": "-",
+        "oopTurnBetSizesText": "50, 50.2", "oopRiverBetSizesText": "60",
+        "oopFlopRaiseSizesText": "-", "oopTurnRaiseSizesText": "-", "oopRiverRaiseSizesText": "-",
+        "ipFlopBetSizesText": "-", "ipTurnBetSizesText": "75", "ipRiverBetSizesText": "-",
+        "ipFlopRaiseSizesText": "-", "ipTurnRaiseSizesText": "60", "ipRiverRaiseSizesText": "-",
+        "oopFlopAddAllIn": false, "oopTurnAddAllIn": false, "oopRiverAddAllIn": false,
+        "ipFlopAddAllIn": false, "ipTurnAddAllIn": false, "ipRiverAddAllIn": false,
+        "oopFlopDontDonk": false, "oopTurnDontDonk": false, "oopRiverDontDonk": true,
+        "oopAddAllInIfJamLtEnabled": true, "oopAddAllInIfJamLtPct": 300,
+        "ipAddAllInIfJamLtEnabled": false, "ipAddAllInIfJamLtPct": 0
+    })");
     EXPECT_EQ(json::parse(contents(file))["project"], expected);
     EXPECT_EQ(controller.loadProject(url(file))["project"].toMap().size(), expected.size());
     solve_again(controller);
