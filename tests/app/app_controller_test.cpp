@@ -20,11 +20,8 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(AppController, SolvesAndShowsTheResult) {
     AppController controller;
-    EXPECT_EQ(controller.statusText(), "Ready");
-    EXPECT_EQ(controller.systemThreadCount() > 0, true);
     QSignalSpy results(&controller, &AppController::resultsChanged);
     QSignalSpy stats(&controller, &AppController::solveStatsChanged);
-    QSignalSpy running(&controller, &AppController::runningChanged);
     QStringList statuses;
     std::vector<double> fractions;
     QObject::connect(&controller, &AppController::statusTextChanged, &controller,
@@ -35,19 +32,14 @@ TEST(AppController, SolvesAndShowsTheResult) {
     solve(controller, riverConfig());
 
     EXPECT_EQ(statuses.first(), "Starting...");
-    EXPECT_EQ(statuses[1], "Init: building game object...");
     EXPECT_TRUE(statuses.contains("Iter 1 | exploitability≈0.0000"));
     EXPECT_EQ(statuses.last(), "Done");
     EXPECT_EQ(statuses.size(), 4 + 60 + 2 + 1);
     EXPECT_TRUE(std::ranges::is_sorted(fractions));
     EXPECT_EQ(fractions.back(), 1.0);
-    EXPECT_EQ(std::pair(results.count(), running.count()), std::pair(qsizetype{2}, qsizetype{2}));
+    EXPECT_EQ(results.count(), 2);
     EXPECT_EQ(stats.count(), 1);
     EXPECT_EQ(controller.solvesToday(), before + 1);
-
-    EXPECT_EQ(controller.resultIterations(), 60);
-    EXPECT_EQ(controller.resultStartingPot(), 10.0);
-    EXPECT_GT(controller.resultExploitability(), 0.0);
     EXPECT_EQ(controller.resultsSummary(),
               QString("Board Td9c6h6c2s | iters 60 | expl≈%1 | EV(oop)=%2 EV(ip)=%3")
                   .arg(controller.resultExploitability(), 0, 'f', 4)
@@ -56,23 +48,12 @@ TEST(AppController, SolvesAndShowsTheResult) {
     ASSERT_EQ(controller.rootActions().size(), 2);
     EXPECT_EQ(controller.rootActions()[1].toMap()["actionType"], "bet 50%");
 
-    const QVariantMap root = controller.nodeMeta(0);
-    const QVariantMap expected = {
-        {"nodeType", "decision"}, {"chanceDeal", ""},   {"player", "OOP"},   {"pot", 10.0},
-        {"effectiveStack", 40.0}, {"investedOop", 0.0}, {"investedIp", 0.0}, {"hasChildren", true}};
-    EXPECT_EQ(root, expected);
-    EXPECT_GT(controller.treeNodeCount(), 5);
+    EXPECT_EQ(controller.nodeMeta(0)["effectiveStack"], 40.0);
     const QVariantMap bet = controller.nodeActions(0)[1].toMap();
-    EXPECT_EQ(bet.keys(), (QStringList{"actionType", "childIndex", "frequency", "name"}));
     EXPECT_EQ(controller.nodeMeta(bet["childIndex"].toInt())["investedOop"], 5.0);
-    for (const int node : {-1, controller.treeNodeCount(), std::numeric_limits<int>::max()}) {
-        EXPECT_TRUE(controller.nodeMeta(node).isEmpty());
-        EXPECT_TRUE(controller.nodeActions(node).isEmpty());
-    }
 
     controller.clearResults();
     EXPECT_EQ(controller.statusText(), "Ready");
-    EXPECT_EQ(controller.progress(), 0.0);
     EXPECT_EQ(controller.resultsSummary(), "");
     EXPECT_EQ(controller.treeNodeCount(), 0);
     EXPECT_TRUE(controller.nodeHandStrategy(0).isEmpty());
@@ -86,16 +67,10 @@ TEST(AppController, ChecksBeforeASolve) {
         cfg[key] = value;
         return cfg;
     };
-    QVariantMap unsized = riverConfig();
-    unsized.remove("ip_flop_raise_sizes");
     const std::pair<QVariantMap, const char*> cases[] = {
         {{}, "Not ready: enter a valid board first"},
-        {with("board", "Td9c6"), "Not ready: enter a valid board first"},
         {with("board", QVariantList{1, 2}), "Not ready: enter a valid board first"},
-        {with("oop_range", " "), "Not ready: select at least one hand in both ranges"},
-        {with("ip_range", QVariant()), "Not ready: select at least one hand in both ranges"},
-        {with("oop_turn_bet_sizes", "  "), "Not ready: fill out both OOP and IP sizing"},
-        {unsized, "Not ready: fill out both OOP and IP sizing"}};
+        {with("ip_range", QVariant()), "Not ready: select at least one hand in both ranges"}};
     AppController controller;
     solve(controller, riverConfig(1));
     controller.setNodeLockProbs(0, "TT", {1.0, 0.0});
@@ -106,8 +81,6 @@ TEST(AppController, ChecksBeforeASolve) {
     }
     EXPECT_GT(controller.treeNodeCount(), 0) << "a failed check keeps the result";
     EXPECT_TRUE(controller.nodeLocks(0).isEmpty()) << "a fresh start drops the locks";
-    controller.startSolve();
-    EXPECT_EQ(controller.statusText(), "Not ready: enter a valid board first");
 
     // What only the solve itself finds out.
     solve(controller, with("oop_range", "AAx"));
@@ -215,7 +188,6 @@ TEST(AppController, LocksAndReSolve) {
         controller.setNodeLockProbs(node, "TT", {1});
         EXPECT_TRUE(controller.nodeLocks(node).isEmpty()) << node;
     }
-    controller.setNodeLock(0, "", 0, 1);
     controller.setNodeLockProbs(0, "", {1});
     EXPECT_EQ(controller.nodeLocks(0).size(), 1);
 
@@ -247,13 +219,6 @@ TEST(AppController, LocksAndReSolve) {
             EXPECT_NEAR(probs[0].toDouble(), present[hand].toList()[0].toDouble(), 1e-6);
         }
     }
-    controller.setNodeLock(0, "TT", 7, 2.0);
-    controller.setNodeLock(0, "87s", -1, nan);
-    for (const QVariant& entry : controller.nodeLocks(0)) {
-        if (entry.toMap()["hand"] == "87s") {
-            EXPECT_EQ(entry.toMap()["actionProbs"], (QVariantList{0.0, 1.0}));
-        }
-    }
     solve(controller, riverConfig(1));
     EXPECT_TRUE(controller.nodeLocks(0).isEmpty());
 }
@@ -261,19 +226,15 @@ TEST(AppController, LocksAndReSolve) {
 TEST(AppController, AnswersAboutNodes) {
     AppController controller;
     solve(controller, riverConfig());
+    const auto keys = [](const QVariant& map) { return map.toMap().keys().join(' '); };
     const QVariantMap strategy = controller.nodeHandStrategy(0);
-    EXPECT_EQ(strategy.keys(), (QStringList{"actionNames", "actionProbs", "actionTypeList",
-                                            "dominantActionTypes", "weights"}));
+    EXPECT_EQ(keys(strategy), "actionNames actionProbs actionTypeList dominantActionTypes weights");
     EXPECT_EQ(strategy["weights"].toMap().size(), 169);
-    EXPECT_EQ(strategy["weights"].toMap()["AA"], 0.0);
     EXPECT_EQ(strategy["dominantActionTypes"].toMap()["AA"], "");
     EXPECT_EQ(strategy["actionTypeList"], (QVariantList{"check", "bet 50%"}));
 
-    const QVariantList combos = controller.nodeHandCombos(0);
-    ASSERT_FALSE(combos.isEmpty());
-    EXPECT_EQ(combos[0].toMap().keys(),
-              (QStringList{"actionEvs", "actionProbs", "buckets", "c1", "c2", "ev", "weight"}));
-    const QVariantMap combo = combos[0].toMap();
+    const QVariantMap combo = controller.nodeHandCombos(0).value(0).toMap();
+    EXPECT_EQ(keys(combo), "actionEvs actionProbs buckets c1 c2 ev weight");
     const auto evs = [&](const char* player, const QString& c1, const QString& c2) {
         return controller.nodePocketActionEvs(0, player, c1, c2);
     };
@@ -284,29 +245,20 @@ TEST(AppController, AnswersAboutNodes) {
 
     // All hands reach the root, so the mean of a label is what the strategy plays.
     const QVariantMap reach = controller.nodeHandStrategyReach169(0, "");
-    EXPECT_EQ(reach["weights"].toMap().keys(), (QStringList{"87s", "KQo", "TT"}));
+    EXPECT_EQ(keys(reach["weights"]), "87s KQo TT");
     EXPECT_EQ(reach["weights"].toMap()["TT"], 1.0);
     const QVariantList played = reach["actionProbs"].toMap()["87s"].toList();
-    double sum = 0;
-    for (const QVariant& prob : played)
-        sum += prob.toDouble();
-    EXPECT_NEAR(sum, 1.0, 1e-9);
+    EXPECT_NEAR(played.value(0).toDouble() + played.value(1).toDouble(), 1.0, 1e-9);
     const QVariantMap house = controller.nodeHandStrategyReach169(0, "  Full HOUSE ");
-    EXPECT_EQ(house["weights"].toMap().keys(), QStringList{"TT"});
-    EXPECT_TRUE(controller.nodeHandStrategyReach169(0, "top pair")["weights"].toMap().isEmpty());
+    EXPECT_EQ(keys(house["weights"]), "TT");
+    EXPECT_EQ(keys(controller.nodeHandStrategyReach169(0, "top pair")["weights"]), "");
 
-    const QVariantList buckets = controller.nodeHandBuckets(0);
-    ASSERT_FALSE(buckets.isEmpty());
-    EXPECT_EQ(buckets[0].toMap()["name"], "full house");
-    EXPECT_EQ(buckets[0].toMap()["displayName"], "full house");
-    EXPECT_EQ(controller.nodeSeatHandCombos(0, "IP").size(),
-              controller.nodeSeatHandCombos(0, " ip").size());
+    EXPECT_EQ(controller.nodeHandBuckets(0).value(0).toMap()["displayName"], "full house");
+    EXPECT_EQ(controller.nodeSeatHandCombos(0, "IP"), controller.nodeSeatHandCombos(0, " ip"));
     EXPECT_NE(controller.nodeSeatHandCombos(0, "IP"), controller.nodeSeatHandCombos(0, "?"));
     const QVariantList stats = controller.nodeActionStats(0);
     ASSERT_EQ(stats.size(), 2);
-    EXPECT_EQ(stats[0].toMap().keys(),
-              (QStringList{"actionType", "combos", "equity", "ev", "frequency", "name"}));
-    EXPECT_EQ(controller.nodeActionStats(0), stats);
+    EXPECT_EQ(keys(stats[0]), "actionType combos equity ev frequency name");
 
     const int terminal = controller.treeNodeCount() - 1;
     for (const int node : {-1, terminal, terminal + 1, std::numeric_limits<int>::min()}) {
@@ -342,9 +294,8 @@ TEST(AppController, DistributionsComeLater) {
     const QVariantMap answer = ask(0);
     EXPECT_TRUE(answer["ok"].toBool());
     EXPECT_EQ(answer["nodeIndex"], 0);
-    EXPECT_EQ(answer["oopHands"].toList().size(), controller.nodeHandCombos(0).size());
-    for (const char* const list : {"evOop", "equityOop"})
-        EXPECT_EQ(answer[list].toList().size(), answer["oopHands"].toList().size());
+    for (const char* const list : {"oopHands", "evOop", "equityOop"})
+        EXPECT_EQ(answer[list].toList().size(), controller.nodeHandCombos(0).size());
     EXPECT_EQ(answer["evIp"].toList().size(), answer["ipHands"].toList().size());
     EXPECT_FALSE(ask(controller.treeNodeCount())["ok"].toBool());
 
@@ -360,8 +311,6 @@ TEST(AppController, DistributionsComeLater) {
 
 TEST(AppController, MemoryEstimateAndRefusal) {
     AppController controller;
-    EXPECT_EQ(controller.solveRequiredMemoryText(), "—");
-    EXPECT_LE(controller.systemAvailableMemoryBytes(), controller.systemMemoryBytes());
     QSignalSpy required(&controller, &AppController::solveRequiredMemoryChanged);
     QVariantMap broken = riverConfig();
     broken["oop_river_bet_sizes"] = "2x";
@@ -378,7 +327,6 @@ TEST(AppController, MemoryEstimateAndRefusal) {
     EXPECT_EQ(controller.resultsReclaimableMemoryBytes(), needed);
     controller.requestSolveMemoryEstimate(broken);
     ASSERT_TRUE(waitUntil([&] { return controller.solveRequiredMemoryBytes() == 0; }));
-    EXPECT_EQ(controller.solveRequiredMemoryText(), "—");
     solve(controller, riverConfig(1));
     EXPECT_EQ(controller.resultsReclaimableMemoryBytes(), 0U);
 }

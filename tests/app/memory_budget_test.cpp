@@ -13,12 +13,8 @@ namespace {
 constexpr quint64 gigabyte = quint64{1} << 30;
 
 TEST(MemoryBudget, Texts) {
-    const std::pair<quint64, const char*> cases[] = {{0, "—"},
-                                                     {gigabyte, "1.0 GB"},
-                                                     {8589934592, "8.0 GB"},
-                                                     {10200547328, "9.5 GB"},
-                                                     {10737418240, "10 GB"},
-                                                     {17179869184, "16 GB"}};
+    const std::pair<quint64, const char*> cases[] = {
+        {0, "—"}, {10200547328, "9.5 GB"}, {10737418240, "10 GB"}};
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(formatBytes(bytes), text);
 }

@@ -49,82 +49,56 @@ QJsonValue replaced(const QJsonValue& outer, QStringList path, const QJsonValue&
     return object;
 }
 
-TEST_F(ProjectDamage, ReadsWrongKindsAsNothing) {
-    const QVariantMap whole = flat(read(smallFile()).data);
-    const QVariantMap lock = whole["locks"].toList()[0].toMap();
-    const auto changed = [](QVariantMap map, const QString& key, const QVariant& value) {
-        map[key] = value;
-        return map;
-    };
-    QVariantMap actionLock = lock;
-    actionLock.remove("actionProbs");
-    const QVariantList none;
-    const QVariantMap noResults = {{"summary", ""},       {"pot", 0},      {"iterations", 0},
-                                   {"exploitability", 0}, {"evOop", 0},    {"evIp", 0},
-                                   {"rootActions", none}, {"metas", none}, {"actions", none}};
-    const struct {
-        const char* path;
-        QVariantMap expected;  // what else there is then
-    } cases[] = {
-        {"project", {{"project", QVariantMap()}}},
-        {"hasResults", changed(noResults, "hasResults", false)},
-        {"lastUiCfg", {{"lastUiCfg", QVariantMap()}}},
-        {"results", noResults},
-        {"results/resultsSummary", {{"summary", ""}}},
-        {"results/resultStartingPot", {{"pot", 0}}},
-        {"results/resultIterations", {{"iterations", 0}}},
-        {"results/resultExploitability", {{"exploitability", 0}}},
-        {"results/resultEvOop", {{"evOop", 0}}},
-        {"results/resultEvIp", {{"evIp", 0}}},
-        {"results/rootActions", {{"rootActions", none}}},
-        {"results/treeNodeMeta", {{"metas", none}}},
-        {"results/treeNodeActions", {{"actions", none}}},
-        {"nodeCaches",
-         {{"strategy", none}, {"stats", none}, {"combos", none}, {"buckets", none}, {"ip", none}}},
-        {"nodeCaches/handStrategyByNode", {{"strategy", none}}},
-        {"nodeCaches/handStrategyByNode/nodeIndex", {{"strategy", none}}},
-        {"nodeCaches/handStrategyByNode/data", {{"strategy", QVariantList{3, QVariantMap()}}}},
-        {"nodeCaches/actionStatsByNode", {{"stats", none}}},
-        {"nodeCaches/actionStatsByNode/nodeIndex", {{"stats", none}}},
-        {"nodeCaches/actionStatsByNode/data", {{"stats", QVariantList{4, none}}}},
-        {"nodeCaches/handCombosByNode", {{"combos", none}}},
-        {"nodeCaches/handCombosByNode/data", {{"combos", QVariantList{5, none}}}},
-        {"nodeCaches/handBucketsByNode", {{"buckets", none}}},
-        {"nodeCaches/handBucketsByNode/data", {{"buckets", QVariantList{6, none}}}},
-        {"nodeCaches/seatHandCombosByNode", {{"ip", none}}},
-        {"nodeCaches/seatHandCombosByNode/seat", {{"ip", none}}},
-        {"nodeCaches/seatHandCombosByNode/data", {{"ip", QVariantList{7, none}}}},
-        {"nodeLocks", {{"locks", none}}},
-        {"nodeLocks/nodeIndex", {{"locks", none}}},
-        {"nodeLocks/hand", {{"locks", none}}},
-        {"nodeLocks/actionIndex", {{"locks", QVariantList{changed(lock, "actionIndex", -1)}}}},
-        {"nodeLocks/actionProb", {{"locks", QVariantList{changed(lock, "actionProb", 1)}}}},
-        {"nodeLocks/actionProbs", {{"locks", QVariantList{changed(lock, "actionProbs", none)}}}}};
-    const QJsonValue values[] = {
-        QJsonValue(), true,         2.5,           1e10,
-        "x",          QJsonArray(), QJsonObject(), QJsonValue(QJsonValue::Undefined)};
-    for (const auto& [name, expected] : cases) {
-        const QStringList place = QString(name).split('/');
+TEST_F(ProjectDamage, ReadsWrongKindsAsMissing) {
+    QJsonObject file = smallFile();
+    const QVariantMap whole = flat(read(file).data);
+    for (const char* const name : {"results", "nodeCaches", "nodeLocks", "lastUiCfg", "project"}) {
+        file.remove(name);
+    }
+    QVariantMap nothing = flat({});
+    nothing["hasResults"] = true;
+    EXPECT_EQ(json(flat(read(file).data)), json(nothing));
+    file["results"] = file["nodeCaches"] = QJsonObject();
+    EXPECT_EQ(json(flat(read(file).data)), json(nothing));
+
+    const QStringList places =
+        QString(
+            "project hasResults lastUiCfg results results/resultsSummary results/resultStartingPot "
+            "results/resultIterations results/resultExploitability results/resultEvOop "
+            "results/resultEvIp results/rootActions results/treeNodeMeta results/treeNodeActions "
+            "nodeCaches nodeCaches/handStrategyByNode nodeCaches/handStrategyByNode/nodeIndex "
+            "nodeCaches/handStrategyByNode/data nodeCaches/actionStatsByNode "
+            "nodeCaches/actionStatsByNode/nodeIndex nodeCaches/actionStatsByNode/data "
+            "nodeCaches/handCombosByNode nodeCaches/handCombosByNode/data "
+            "nodeCaches/handBucketsByNode nodeCaches/handBucketsByNode/data "
+            "nodeCaches/seatHandCombosByNode nodeCaches/seatHandCombosByNode/seat "
+            "nodeCaches/seatHandCombosByNode/data nodeLocks nodeLocks/nodeIndex nodeLocks/hand "
+            "nodeLocks/actionIndex nodeLocks/actionProb nodeLocks/actionProbs")
+            .split(' ');
+    const QJsonValue values[] = {QJsonValue(), true, 2.5, 1e10, "x", QJsonArray(), QJsonObject()};
+    for (const QString& name : places) {
+        const QStringList place = name.split('/');
         QJsonValue good = smallFile();
         for (const QString& key : place) {
             good = (good.isArray() ? good[0] : good)[key];
         }
-        ASSERT_FALSE(good.isUndefined()) << name;
-        const bool mustBeWhole =
-            place.last().endsWith("Index") || place.last() == "resultIterations";
+        const QJsonValue none(QJsonValue::Undefined);
+        QVariantMap missing = flat(read(replaced(smallFile(), place, none).toObject()).data);
+        EXPECT_NE(json(missing), json(whole)) << name.toStdString();
+        if (name == "nodeLocks/actionProbs") {  // which a lock of one action has not
+            QVariantMap lock = missing["locks"].toList()[0].toMap();
+            lock["actionProbs"] = QVariantList();
+            missing["locks"] = QVariantList{lock};
+        }
+        const bool mustBeWhole = name.endsWith("Index") || name.endsWith("Iterations");
         for (const QJsonValue& value : values) {
             if (value.type() == good.type() && !(value.isDouble() && mustBeWhole)) {
                 continue;
             }
-            SCOPED_TRACE(std::string(name) + " of type " + std::to_string(value.type()));
-            QVariantMap everything = whole;
-            everything.insert(expected);
             const ReadProject back = read(replaced(smallFile(), place, value).toObject());
             EXPECT_EQ(back.error, "");
-            if (place.last() == "actionProbs" && value.isUndefined()) {
-                everything["locks"] = QVariantList{actionLock};
-            }
-            EXPECT_EQ(json(flat(back.data)), json(everything));
+            EXPECT_EQ(json(flat(back.data)), json(missing))
+                << name.toStdString() << " of type " << value.type();
         }
     }
 }
@@ -179,9 +153,7 @@ TEST_F(ProjectDamage, RefusesByName) {
     const std::pair<QByteArray, const char*> cases[] = {
         {good, ""},
         {"\xEF\xBB\xBF" + good, ""},
-        {good + " \n", ""},
         {"", json},
-        {" ", json},
         {"\"kestrel_project\"", json},
         {good + good, json},
         {good + QByteArray(1, '\0'), json},
@@ -191,16 +163,11 @@ TEST_F(ProjectDamage, RefusesByName) {
         {QByteArray(good).replace("1}", "1, \"a\": " + QByteArray(100000, '[') + "}"), json},
         {"{\"version\": 2, \"results\": [}", json},
         {"[" + good + "]", format},
-        {"[]", format},
-        {"{}", format},
         {R"({"version": 2})", format},
-        {R"({"format": ["kestrel_project"], "version": 1})", format},
         {R"({"format": "Kestrel_project", "version": 1})", format},
         {R"({"format": "kestrel_project"})", version},
-        {R"({"format": "kestrel_project", "version": 2})", version},
         {R"({"format": "kestrel_project", "version": 1.5})", version},
         {R"({"format": "kestrel_project", "version": "1"})", version},
-        {R"({"format": "kestrel_project", "version": true})", version},
         {R"({"format": "kestrel_project", "version": 4294967297})", version}};
     for (const auto& [text, error] : cases) {
         EXPECT_EQ(read(text).error, error) << text.left(80).toStdString();

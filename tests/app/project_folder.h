@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
 #include <QTemporaryDir>
 
 #include "app/project_file.h"
+#include "tests/app/files.h"
 
 namespace tidewell {
 
@@ -17,16 +17,8 @@ class ProjectFolder : public testing::Test {
   protected:
     QString path(const QString& name = "a.tidewellproj") const { return folder_.filePath(name); }
 
-    void write(const QByteArray& bytes) const {
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
-    QByteArray bytes() const {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    void write(const QByteArray& bytes) const { writeFile(path(), bytes); }
+    QByteArray bytes() const { return readFile(path()); }
 
     QJsonObject object() const {
         QJsonParseError error;

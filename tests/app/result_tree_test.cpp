@@ -30,26 +30,13 @@ const QVariantMap plainAction = {
 
 /// The entry itself, and with each of its members missing, of another kind or out of range.
 QVariantList variations(const QVariantMap& plain) {
-    const QVariant values[] = {QVariant(),
-                               QVariant::fromValue(nullptr),
-                               "x",
-                               true,
-                               QVariantList{1},
-                               QVariantMap{{"a", 1}},
-                               0,
-                               -0.0,
-                               0.005,
-                               0.1,
-                               -1,
-                               1.5,
-                               21474836.47,
-                               21474836.48,
-                               -21474836.48,
-                               2147483647LL,
-                               2147483648LL,
-                               1e300,
-                               std::numeric_limits<qlonglong>::max(),
-                               std::numeric_limits<double>::infinity()};
+    const auto values = QVariantList()
+                        << QVariant() << QVariant::fromValue(nullptr) << "x" << true
+                        << QVariant(QVariantList{1}) << QVariantMap{{"a", 1}} << 0 << -0.0 << 0.005
+                        << 0.1 << -1 << 1.5 << 21474836.47 << 21474836.48 << -21474836.48
+                        << 2147483647LL << 2147483648LL << 1e300
+                        << std::numeric_limits<qlonglong>::max()
+                        << std::numeric_limits<double>::infinity();
     QVariantList entries = {plain, with(plain, "more", 1), QVariantMap()};
     for (const QString& key : plain.keys()) {
         entries.append(without(plain, key));
@@ -76,18 +63,6 @@ QJsonDocument written(const ResultTree& tree) {
     json.endArray();
     EXPECT_TRUE(json.finish());
     return QJsonDocument::fromJson(text);
-}
-
-/// What `written` should be, by way of the maps.
-QJsonDocument told(const ResultTree& tree) {
-    QVariantList entries;
-    for (int node = 0; node < tree.nodeCount(); ++node) {
-        entries.append(tree.meta(node));
-    }
-    for (int node = 0; node < tree.actionListCount(); ++node) {
-        entries.append(QVariant(tree.actions(node)));
-    }
-    return QJsonDocument::fromVariant(entries);
 }
 
 TEST(ResultTree, TellsASolvedTreeInChips) {
@@ -122,14 +97,11 @@ TEST(ResultTree, TellsASolvedTreeInChips) {
         ASSERT_EQ(tree.actions(i), actions);
         ASSERT_EQ(tree.actionCount(i), actions.size());
     }
-    EXPECT_EQ(written(tree), told(tree));
     for (const int outside : {-1, tree.nodeCount(), std::numeric_limits<int>::max()}) {
         EXPECT_TRUE(tree.meta(outside).isEmpty());
         EXPECT_TRUE(tree.actions(outside).isEmpty());
         EXPECT_EQ(tree.actionCount(outside), 0);
     }
-    EXPECT_EQ(ResultTree().nodeCount() + ResultTree().actionListCount(), 0);
-    EXPECT_TRUE(ResultTree().meta(0).isEmpty() && ResultTree().actions(0).isEmpty());
 }
 
 TEST(ResultTree, TellsEveryEntryAsItWasGiven) {
@@ -162,19 +134,15 @@ TEST(ResultTree, TellsEveryEntryAsItWasGiven) {
 }
 
 TEST(ResultTree, ListsThatBeginAgainReplaceTheFormer) {
-    const QVariantMap odd = with(plainMeta, "more", 1);
     ResultTree::Builder builder;
-    for (const QVariantMap& entry : {odd, odd}) {
-        builder.addMeta(entry);
-        builder.addActions({entry});
-    }
+    builder.addMeta(with(plainMeta, "more", 1));
+    builder.addActions({with(plainAction, "more", 1)});
     builder.beginMeta();
     builder.beginActions();
-    builder.addMeta(with(plainMeta, "effectiveStack", 7));
+    builder.addMeta(plainMeta);
     builder.addActions({plainAction});
-    const ResultTree tree = builder.finish();
-    EXPECT_EQ(written(tree), QJsonDocument::fromVariant(QVariantList{
-                                 with(plainMeta, "effectiveStack", 7), QVariantList{plainAction}}));
+    EXPECT_EQ(written(builder.finish()),
+              QJsonDocument::fromVariant(QVariantList{plainMeta, QVariantList{plainAction}}));
     EXPECT_EQ(builder.finish().nodeCount(), 0);
 }
 

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "tests/app/file_size_limit.h"
+#include "tests/app/files.h"
 
 using tidewell::readTextFile;
 using tidewell::readTextResource;
@@ -23,15 +23,9 @@ class TextFiles : public testing::Test {
     QUrl url(const QString& name) const { return QUrl::fromLocalFile(folder.filePath(name)); }
 
     void write(const QString& name, const QByteArray& bytes) const {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
+        writeFile(folder.filePath(name), bytes);
     }
-
-    QByteArray read(const QString& name) const {
-        QFile file(folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray read(const QString& name) const { return readFile(folder.filePath(name)); }
 
     QTemporaryDir folder;
 };
@@ -61,36 +55,27 @@ TEST_F(TextFiles, ReadsAtMostTwoMebibytes) {
               "File is too large (2097153 bytes).");
 }
 
-TEST_F(TextFiles, ReadingTellsWhatIsWrong) {
-    const std::pair<QUrl, const char*> cases[] = {
-        {QUrl(), "Invalid file URL."},
-        {QUrl("file://[half"), "Invalid file URL."},
-        {QUrl("https://host.invalid/a.txt"), "Only local files are supported."},
-        {QUrl("a.txt"), "Only local files are supported."},
-        {QUrl("file:"), "Empty file path."},
-        {QUrl::fromLocalFile("  "), "Empty file path."},
-        {url("none.txt"), "File does not exist."},
-        {url("."), "Failed to open file: "}};
-    for (const auto& [address, error] : cases) {
-        const QVariantMap answer = readTextFile(address);
-        EXPECT_FALSE(answer["ok"].toBool()) << address.toString().toStdString();
-        EXPECT_EQ(answer["text"], "");
-        EXPECT_TRUE(answer["error"].toString().startsWith(error))
-            << address.toString().toStdString() << ": " << answer["error"].toString().toStdString();
-    }
-}
-
-TEST_F(TextFiles, SavingTellsWhatIsWrong) {
-    const std::pair<QUrl, const char*> cases[] = {
-        {QUrl(), "Invalid/non-local file URL"},
-        {QUrl("https://host.invalid/a.txt"), "Invalid/non-local file URL"},
-        {QUrl("file:"), "Empty file path"},
-        {url("none/a.txt"), "Failed to open file: "}};
-    for (const auto& [address, error] : cases) {
-        const QVariantMap answer = saveTextFile(address, "text");
-        EXPECT_FALSE(answer["ok"].toBool()) << address.toString().toStdString();
-        EXPECT_TRUE(answer["error"].toString().startsWith(error))
-            << address.toString().toStdString() << ": " << answer["error"].toString().toStdString();
+TEST_F(TextFiles, TellWhatIsWrong) {
+    const char* const remote = "Only local files are supported.";
+    const char* const invalid = "Invalid/non-local file URL";
+    const struct {
+        QUrl url;
+        const char* reading;
+        const char* saving;
+    } cases[] = {{QUrl(), "Invalid file URL.", invalid},
+                 {QUrl("https://host.invalid/a.txt"), remote, invalid},
+                 {QUrl("a.txt"), remote, invalid},
+                 {QUrl("file:"), "Empty file path.", "Empty file path"},
+                 {url("none/a.txt"), "File does not exist.", "Failed to open file: "},
+                 {url("."), "Failed to open file: ", "Failed to open file: "}};
+    for (const auto& [address, reading, saving] : cases) {
+        SCOPED_TRACE(address.toString().toStdString());
+        const QVariantMap read = readTextFile(address);
+        const QVariantMap saved = saveTextFile(address, "text");
+        EXPECT_FALSE(read["ok"].toBool() || saved["ok"].toBool());
+        EXPECT_EQ(read["text"], "");
+        EXPECT_TRUE(read["error"].toString().startsWith(reading));
+        EXPECT_TRUE(saved["error"].toString().startsWith(saving));
     }
 }
 

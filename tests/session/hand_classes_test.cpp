@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,61 +71,30 @@ TEST(HandCategory, AgreesWithTheEvaluator) {
 }
 
 TEST(HandClasses, TagsOfHands) {
-    using Tags = std::vector<std::string>;
-    struct Case {
-        const char* pocket;
-        const char* board;
-        Tags tags;
-    };
-    const Case cases[] = {
-        // Made hands.
-        {"7s7d", "7c2h2d", {"full house"}},
-        {"7s7d", "7c2h5d", {"set"}},
-        {"7s2d", "7c7h5d", {"trips"}},
-        {"KcQc", "Kd8h8s2c7d", {"two pair"}},
-        {"AhKd", "AcKh5s", {"two pair"}},
-        {"9c8c", "7d6h5s", {"straight"}},
-        {"Ac2c", "3d4h5s", {"straight"}},
-        {"9h8h", "7h6h5h", {"straight flush"}},
-        {"AcAd", "AhAs5d", {"quads"}},
-        // One pair, by its place on the board.
-        {"AcAd", "KdTh7c", {"overpair"}},
-        {"5c5d", "KdTh7c", {"dry pair"}},
-        {"KcQd", "KdTh7c", {"top pair"}},
-        {"Tc2s", "KdTh7c", {"middle pair"}},
-        {"7d2s", "KdTh7c", {"bottom pair"}},
-        {"Tc2s", "KdKhTs", {"two pair"}},
-        {"AdKc", "9c5h3d7sKs", {"top pair"}},
-        {"Ac9d", "KdJh9s5c3h", {"pair"}},
-        {"Ac5d", "KdJh9s5c3h", {"pair"}},
-        {"Ac3d", "KdJh9s5c3h", {"bottom pair"}},
-        {"Ac4d", "KdKh9s5c2h", {"air"}},
-        {"Ac4d", "8c8d8h", {"trips"}},
-        // Draws.
-        {"AhKh", "Qh7h2c", {"flush draw"}},
-        {"9c8c", "7d6h2s", {"open ended straight draw"}},
-        {"Tc8c", "9d7h6s", {"straight"}},
-        {"9c7c", "6d5h2s", {"gutter"}},
-        {"9cJc", "5d7h8s2d", {"open ended straight draw"}},
-        {"JdTd", "9d8d2c", {"flush draw", "open ended straight draw"}},
-        {"JdTd", "9d3c2c", {"back door flush draw"}},
-        {"JdTd", "9d3c2c2h", {"air"}},
-        {"KcQd", "Th8h2h", {"air"}},
-        {"QhJh", "Kh9h2c3h", {"flush", "gutter"}},
-        {"KcQs", "9d8d7d2d", {"air"}},
-        // What was missed on the river.
-        {"JcTc", "8d7h2sAd3s", {"missed gutter"}},
-        {"JcTc", "9d8h2sAd3s", {"missed OESD"}},
-        {"JdTd", "9d8h2dAc3s", {"missed FD", "missed OESD"}},
-        {"JdTd", "9d8h2dAc9s", {"missed FD", "missed OESD"}},
-        {"JdTd", "9d8h2dAcTs", {"middle pair"}},
-        // No board, or none that the classes know.
-        {"JdTd", "", {}},
-        {"JdTd", "9d8h", {}},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(classify(cards_of(c.board), pocket_of(c.pocket)).names(), c.tags)
-            << c.pocket << " on " << c.board;
+    // Pocket, board and tags: made hands, pairs by their place, draws, and those missed.
+    std::istringstream cases(
+        R"(7s7d 7c2h2d full house; 7s7d 7c2h5d set; 7s2d 7c7h5d trips; KcQc Kd8h8s2c7d two pair;
+        AhKd AcKh5s two pair; 9c8c 7d6h5s straight; Ac2c 3d4h5s straight;
+        9h8h 7h6h5h straight flush; AcAd AhAs5d quads; AcAd KdTh7c overpair; 5c5d KdTh7c dry pair;
+        KcQd KdTh7c top pair; Tc2s KdTh7c middle pair; 7d2s KdTh7c bottom pair;
+        Tc2s KdKhTs two pair; AdKc 9c5h3d7sKs top pair; Ac9d KdJh9s5c3h pair;
+        Ac5d KdJh9s5c3h pair; Ac3d KdJh9s5c3h bottom pair; Ac4d KdKh9s5c2h air; Ac4d 8c8d8h trips;
+        AhKh Qh7h2c flush draw; 9c8c 7d6h2s open ended straight draw; Tc8c 9d7h6s straight;
+        9c7c 6d5h2s gutter; 9cJc 5d7h8s2d open ended straight draw;
+        JdTd 9d8d2c flush draw, open ended straight draw; JdTd 9d3c2c back door flush draw;
+        JdTd 9d3c2c2h air; KcQd Th8h2h air; QhJh Kh9h2c3h flush, gutter; KcQs 9d8d7d2d air;
+        JcTc 8d7h2sAd3s missed gutter; JcTc 9d8h2sAd3s missed OESD;
+        JdTd 9d8h2dAc3s missed FD, missed OESD; JdTd 9d8h2dAc9s missed FD, missed OESD;
+        JdTd 9d8h2dAcTs middle pair)");
+    for (std::string pocket, board, tags;
+         std::getline(cases >> pocket >> board >> std::ws, tags, ';');) {
+        std::string told;
+        for (const std::string& name : classify(cards_of(board), pocket_of(pocket)).names())
+            told += (told.empty() ? "" : ", ") + name;
+        EXPECT_EQ(told, tags) << pocket << " on " << board;
+    }
+    EXPECT_TRUE(classify({}, pocket_of("JdTd")).names().empty());
+    EXPECT_TRUE(classify(cards_of("9d8h"), pocket_of("JdTd")).names().empty());
 }
 
 }  // namespace
