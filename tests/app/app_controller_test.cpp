@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QSettings>
 #include <QStringList>
-#include <cmath>
+#include <array>
 #include <limits>
 #include <memory>
 #include <thread>
@@ -84,8 +83,7 @@ TEST(AppController, ChecksBeforeASolve) {
 
     // What only the solve itself finds out.
     solve(controller, with("oop_range", "AAx"));
-    EXPECT_TRUE(controller.statusText().startsWith("Error: "))
-        << controller.statusText().toStdString();
+    EXPECT_TRUE(controller.statusText().startsWith("Error: "));
     EXPECT_EQ(controller.resultsSummary(),
               "Solve failed: " + controller.statusText().mid(QString("Error: ").size()));
     EXPECT_EQ(controller.treeNodeCount(), 0);
@@ -335,15 +333,38 @@ TEST(AppController, DeveloperModeIsDecidedByTheFirstVariable) {
     const char* const names[] = {"KESTREL_DEV_MODE", "BRIGHTLEA_DEV_MODE",
                                  "NATIVE_SOLVER_DEV_MODE"};
     const std::pair<std::array<const char*, 3>, bool> cases[] = {
-        {{"", "", ""}, false},    {{" On ", "", ""}, true}, {{"0", "1", "1"}, false},
-        {{"", "yes", "0"}, true}, {{"", "", "true"}, true}, {{"2", "true", ""}, false}};
+        {{"2", "true", ""}, false}, {{" On ", "", ""}, true}, {{"0", "1", "1"}, false},
+        {{"", "yes", "0"}, true},   {{"", "", "true"}, true}, {{"", "", ""}, false}};
     for (const auto& [values, mode] : cases) {
         for (std::size_t i = 0; i < 3; ++i)
             qputenv(names[i], values[i]);
         EXPECT_EQ(AppController().developerMode(), mode);
     }
-    for (const char* const name : names)
-        qunsetenv(name);
+}
+
+TEST(Showdown, NamesTheWinner) {
+    const std::array<const char*, 4> cases[] = {
+        // board, OOP, IP, winner
+        {"AhKsQdJc2d", "AsAd", "KcKd", "OOP"},  // three aces, three kings
+        {"AhKsQdJc2d", "AsAd", "Tc3c", "IP"},   // a straight
+        {"AhKsQdJcTd", "2s2d", "3s3d", "TIE"},
+        {" ah ks\tQD Jc\n2d ", "a s A D", "kckd", "OOP"},
+        {"AhKsQdJc2d7c7h", "AsAd??", "KcKd", "OOP"},  // what follows the cards is not read
+        {"AhKsQdJc2", "AsAd", "KcKd", "UNKNOWN"},
+        {"AhKsQdJc2d", "AsAd", "", "UNKNOWN"},
+        {"AhKsQdJc1d", "AsAd", "KcKd", "UNKNOWN"},
+        {"AhKsQdJc2d", "AsAä", "KcKd", "UNKNOWN"}};
+    const AppController controller;
+    for (const auto& [board, oopHand, ipHand, expected] : cases) {
+        const QVariantMap result = controller.showdownWinner(board, oopHand, ipHand);
+        const QString winner = result["winner"].toString();
+        const quint32 oop = result["oopStrength"].toUInt();
+        const quint32 ip = result["ipStrength"].toUInt();
+        EXPECT_EQ(winner, expected) << board << ' ' << oopHand << ' ' << ipHand;
+        EXPECT_EQ(winner == "OOP", oop > ip);
+        EXPECT_EQ(winner == "IP", oop < ip);
+        EXPECT_EQ(winner == "UNKNOWN", oop == 0 && ip == 0);
+    }
 }
 
 }  // namespace

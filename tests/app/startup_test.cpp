@@ -2,16 +2,22 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QQmlApplicationEngine>
 #include <QString>
+#include <QTemporaryDir>
+#include <set>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
 #include "app/application.h"
+#include "app/logging.h"
+#include "app/platform/crash_handlers.h"
 #include "tests/app/files.h"
 #include "tests/app/installed_program.h"
 
@@ -89,7 +95,7 @@ TEST_F(Startup, LogsToBothFilesWhenAsked) {
         const application = Qt.application;
         console.debug([application.organization, application.name, application.displayName,
                        application.version].join(", "));
-        console.warn(appController.showdownWinner("AhKsQdJc2d", "AsAd", "KcKd").winner);
+        console.warn("♠\nä", appController.showdownWinner("AhKsQdJc2d", "AsAd", "KcKd").winner);
         console.error(typeof languageManager.setLanguage, typeof updates.checkNow);
         undefinedFunction();
     }
@@ -108,9 +114,10 @@ TEST_F(Startup, LogsToBothFilesWhenAsked) {
                     "<time> [INFO] log_appDir=" + path("app/tidewell.log"),
                     "<time> [INFO] log_temp=" + path("tmp/tidewell.log"),
                     "<time> [INFO] QuickControlsStyle=Basic"));
-    EXPECT_THAT(appLog_, IsSupersetOf({"<time> [DEBUG] Tidewell, Tidewell, Tidewell, 1.0.4",
-                                       "<time> [WARN] OOP", "<time> [ERROR] function function",
-                                       "<time> [INFO] QML loaded. rootObjects=1"}));
+    EXPECT_THAT(appLog_,
+                IsSupersetOf({"<time> [DEBUG] Tidewell, Tidewell, Tidewell, 1.0.4",
+                              "<time> [WARN] ♠", "ä OOP", "<time> [ERROR] function function",
+                              "<time> [INFO] QML loaded. rootObjects=1"}));
     EXPECT_THAT(appLog_, Contains(MatchesRegex(".*WARN. file:.*undefinedFunction.*")));
     EXPECT_EQ(appLog_.back(), "<time> [WARN] UNKNOWN");  // the document goes before the objects
     EXPECT_EQ(tempLog_, appLog_);
@@ -195,6 +202,51 @@ TEST_F(Startup, FatalMessageIsLoggedBeforeTheEnd) {
     setDocument("");
     run("fatal message");
     EXPECT_THAT(appLog_, Contains("<time> [FATAL] the last message"));
+}
+
+class Logging : public testing::Test {
+  protected:
+    QString path(const QString& name) const { return folder_.filePath(name); }
+
+    QTemporaryDir folder_;
+};
+
+TEST_F(Logging, ParallelMessagesStayWhole) {
+    constexpr std::size_t threadCount = 4;
+    constexpr std::size_t messageCount = 250;
+    {
+        LogFiles files({path("a.log"), path("b.log")});
+        ASSERT_TRUE(files.open());
+        std::vector<std::jthread> threads;
+        for (std::size_t t = 0; t < threadCount; ++t) {
+            threads.emplace_back([t] {
+                for (std::size_t i = 0; i < messageCount; ++i) {
+                    qWarning("thread %zu message %zu", t, i);
+                }
+            });
+        }
+    }
+    const std::vector<std::string> lines = linesOf(path("a.log"));
+    EXPECT_EQ(std::set(lines.begin(), lines.end()).size(), threadCount * messageCount);
+    EXPECT_THAT(
+        lines,
+        testing::Each(testing::MatchesRegex("<time> \\[WARN\\] thread [0-3] message [0-9]{1,3}")));
+    EXPECT_EQ(linesOf(path("b.log")), lines);
+}
+
+TEST_F(Logging, LastWordsAreAppendedWithoutAWord) {
+    const std::string file = path("last.log").toStdString();
+    appendLineToFile("one", file.c_str());
+    appendLineToFile("", file.c_str());
+    appendLineToFile(std::string(600, 'x'), file.c_str());
+    EXPECT_THAT(linesOf(path("last.log")),
+                ElementsAre("one\r", "\r", std::string(510, 'x') + "\r"));
+
+    appendLineToFile("no file", "");
+    appendLineToFile("no folder", path("missing/last.log").toStdString().c_str());
+    appendLineToFile("a folder", folder_.path().toStdString().c_str());
+    EXPECT_THAT(QDir(folder_.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                ElementsAre("last.log"));
 }
 
 }  // namespace

@@ -75,16 +75,12 @@ TEST(SpotFile, ReadsLooselyTypedValues) {
     std::vector<std::string> warnings;
     const auto map = parse_spot_text(
         R"({"board": "ah kd 7c", "oop_range": "AA", "ip_range": "50%", "starting_pot": "12.5",
-            "oop_flop_bet_sizes": 33.5, "ip_flop_add_all_in": "true", "effective_stack": 3,
-            "effective_stack": 4, "bord": 1, "exact_all_in": 1})",
+            "effective_stack": 3, "effective_stack": 4, "bord": 1, "exact_all_in": 1})",
         "spot", warnings);
     const auto config = kestrel_app::config_from_map(map);
     EXPECT_EQ(config.starting_pot, 1250U);
     EXPECT_EQ(config.effective_stack, 400U);
-    EXPECT_EQ(config.oop_flop.bet_sizes, "33.5");
-    EXPECT_TRUE(config.ip_flop.add_all_in);
     EXPECT_TRUE(config.exact_all_in);
-    EXPECT_EQ(config.starting_street, "flop");
     EXPECT_THAT(warnings,
                 ElementsAre("spot: key 'effective_stack' stands there twice; the last one counts",
                             "spot: unknown key 'bord' is ignored"));
@@ -231,9 +227,7 @@ TEST_F(Program, WritesTheWholeResult) {
     EXPECT_GT(report["nodes"], report["decision_nodes"]);
     EXPECT_GT(report["peak_rss_bytes"], report["estimate_bytes"]);
     EXPECT_GT(report["iteration_ms"], 0.0);
-    for (const char* phase : {"card_context", "tree", "prepare", "solve"}) {
-        EXPECT_GT(report["seconds"][phase], 0.0) << phase;
-    }
+    EXPECT_GT(report["seconds"]["total"], report["seconds"]["solve"]);
     ASSERT_EQ(report["trace"].size(), 3U);
     EXPECT_EQ(report["trace"][2], (json{{"iteration", 130}, {"exploitability", exploitability}}));
 

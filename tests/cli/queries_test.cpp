@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <future>
 #include <limits>
 #include <nlohmann/json.hpp>

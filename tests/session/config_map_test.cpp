@@ -88,14 +88,15 @@ TEST(ConfigMap, BoardText) {
 }
 
 TEST(ConfigMap, Money) {
-    const std::pair<double, std::uint32_t> amounts[] = {{12.5, 1250},
-                                                        {0.005, 1},
-                                                        {0.004, 0},
-                                                        {-5, 0},
-                                                        {nan, 10000},
-                                                        {infinity, 10000},
-                                                        {30000000, 2147483646},
-                                                        {max_chips, 2147483646}};
+    using Amount = std::pair<double, std::uint32_t>;
+    const Amount amounts[] = {{12.5, 1250},
+                              {0.005, 1},
+                              {0.004, 0},
+                              {-5, 0},
+                              {nan, 10000},
+                              {infinity, 10000},
+                              {30000000, 2147483646},
+                              {max_chips, 2147483646}};
     for (const auto& [chips, hundredths] : amounts) {
         EXPECT_EQ(to_hundredths(chips, 10000), hundredths) << chips;
         EXPECT_EQ(config_with("starting_pot", chips).starting_pot, hundredths) << chips;

@@ -60,28 +60,6 @@ TEST(MemoryEstimate, CountsWhatASolveHolds) {
               "invalid argument: Relative raise (x) is not allowed in this context");
 }
 
-// Aces against kings, all-in on the turn at the first bet or not at all: kings hit 2 of 44 rivers.
-TEST(SolveConfig, ExactAllInsReachTheSolve) {
-    SolveConfig config = turn_config();
-    config.oop_range = "AA";
-    config.ip_range = "KK";
-    config.starting_pot = 10000;
-    config.effective_stack = 1;
-    config.oop_turn = config.ip_turn = {"a", "", true, false};
-    double all_in[2] = {};
-    for (const bool exact : {false, true}) {
-        config.exact_all_in = exact;
-        const kestrel::Game game = game_of(config);
-        kestrel::CfrOptions options;
-        options.max_iterations = 20;
-        kestrel::DiscountedCfr solver(options);
-        solver.run(game);
-        all_in[exact] = static_cast<double>(solver.current_ev(game)[0]);
-    }
-    EXPECT_NEAR(all_in[1], 5000.0 * (42 - 2) / 44, 5.0);
-    EXPECT_LT(all_in[0], all_in[1] - 100.0);
-}
-
 TEST(Signature, ParallelSolvesGiveTheSameBits) {
     EXPECT_EQ(solver_signature(1), solver_signature(3));
     EXPECT_EQ(signature_text(0x00c0ffee12345678), "00c0ffee12345678");

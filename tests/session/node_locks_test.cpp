@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <limits>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,8 +14,6 @@ namespace kestrel_app {
 namespace {
 
 using kestrel::Game;
-using kestrel::Seat;
-using kestrel::StreetSizing;
 
 kestrel::Spot spot() {
     kestrel::Spot result{.board = "Td9c6h6c2s", .oop = "AKs,TT,87s", .ip = "99,AJs,T8s"};
@@ -70,43 +67,6 @@ TEST(NodeLocks, RowsOfATable) {
                                 locked ? c.suited_ace_king[a] : -1.0F);
             }
         }
-    }
-}
-
-/// The spot with IP's answer to a bet locked for all hands, solved.
-struct LockedSolve {
-    Game game = kestrel::game_from(spot());
-    std::size_t node = kestrel::descend(game.nodes, "b500");
-    kestrel::DiscountedCfr cfr;
-
-    explicit LockedSolve(const std::vector<float>& probs) : cfr(kestrel::iterations(1000)) {
-        std::vector<NodeLockEntry> locks;
-        for (std::size_t label = 0; label < label_count; ++label)
-            locks.push_back({node, hand_label(label), -1, 1, probs});
-        apply_node_locks(game, locks);
-        cfr.run(game);
-    }
-};
-
-TEST(NodeLocks, AWholeNodeIsPlayedAsLockedAndAnswered) {
-    for (const std::vector<float>& probs :
-         {std::vector<float>{1, 0, 0}, {0.25F, 0.5F, 0.25F}, {0.1F, 0.2F, 0.7F}}) {
-        LockedSolve run(probs);
-        const auto strategy = run.cfr.average_strategy(run.node);
-        const std::size_t hands = run.game.cards.pockets[1].size();
-        // Sums of a probability that is a power of two are exact multiples of each other; others
-        // round once an iteration, by at most 2^-24 of what they are.
-        const bool exact = probs[0] != 0.1F;
-        for (std::size_t i = 0; i < strategy.size(); ++i) {
-            if (exact) {
-                EXPECT_EQ(strategy[i], probs[i / hands]);
-            } else {
-                EXPECT_NEAR(strategy[i], probs[i / hands], 1000 * 0x1p-24F);
-            }
-        }
-        // Best responses are held to the lock too, so the spot is solved as any other: neither
-        // seat has anything left to gain against it.
-        EXPECT_LT(run.cfr.measure_exploitability(run.game), 1.0F);
     }
 }
 

@@ -29,16 +29,16 @@ SolveConfig river_config() {
 }
 
 TEST(SizingText, Normalised) {
-    const std::tuple<const char*, bool, const char*> cases[] = {
-        {"33, 75", true, "33%,75%,a"},
-        {"33,A", true, "33%,A"},
-        {"100a", true, "100a,a"},
-        {"3r", false, "3r%"},
-        {"33.3%", false, "33.3%"},
-        {" , ,", false, ""},
-        {"$33; 7 5 !", false, "3375%"},
-        {"", true, "a"},
-        {"2.5x, 1e, 3E, 500c, 500C3R", false, "2.5x,1e,3E,500c,500C3R"}};
+    using Case = std::tuple<const char*, bool, const char*>;
+    const Case cases[] = {{"33, 75", true, "33%,75%,a"},
+                          {"33,A", true, "33%,A"},
+                          {"100a", true, "100a,a"},
+                          {"3r", false, "3r%"},
+                          {"33.3%", false, "33.3%"},
+                          {" , ,", false, ""},
+                          {"$33; 7 5 !", false, "3375%"},
+                          {"", true, "a"},
+                          {"2.5x, 1e, 3E, 500c, 500C3R", false, "2.5x,1e,3E,500c,500C3R"}};
     for (const auto& [text, add_all_in, result] : cases) {
         EXPECT_EQ(normalize_sizing_text(text, add_all_in), result) << text;
     }
@@ -106,7 +106,9 @@ TEST(ParseSpot, FillsTheEnginesRecords) {
     config.rake_percent = 5;
     config.oop_add_all_in_jam_threshold_pct = 30.0;
     config.ip_add_all_in_jam_threshold_pct = -1.0;
+    config.exact_all_in = true;
     const SpotInputs spot = parse_spot(config);
+    EXPECT_TRUE(spot.options.exact_all_in);
     EXPECT_EQ(spot.board, (kestrel::Board{50, 45, 20, 11, 2}));
     EXPECT_EQ(spot.ranges[0], kestrel::parse_range("QQ+"));
     EXPECT_EQ(spot.ranges[1][0], 0.5F);

