@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <future>
 #include <limits>
 #include <nlohmann/json.hpp>
@@ -246,7 +247,12 @@ TEST_F(Queries, LocksHoldInASecondSolve) {
     }
     EXPECT_EQ(mixed, 3);  // one is on the board
 
-    EXPECT_THAT(output.out, HasSubstr("By the locks    EV "));
+    double from = 0;
+    double to = 0;
+    const std::string told = output.out.substr(output.out.find("By the locks "));
+    ASSERT_EQ(std::sscanf(told.c_str(), "By the locks EV %lf -> %lf OOP", &from, &to), 2);
+    EXPECT_NEAR(from, report["before_locks"]["ev_oop"], 1e-4);
+    EXPECT_NEAR(to, report["ev_oop"], 1e-4);
 }
 
 TEST_F(Queries, WhatCannotBeAskedIsToldBeforeTheSolve) {
