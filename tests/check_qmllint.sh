@@ -4,7 +4,7 @@
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-mapfile -t files < <(find qml tests/qml tools -name '*.qml' -type f)
+mapfile -t files < <(find qml tests/qml tools -name '*.qml' -type f | sort)
 if ((${#files[@]} == 0)); then
     echo "no document found" >&2
     exit 1

@@ -9,3 +9,12 @@ export function inTree(item, matches) {
     }
     return null;
 }
+
+// All that can be seen below `item` and that `matches` takes, each before what is in it.
+export function allSeen(item, matches) {
+    const found = [];
+    for (const child of Array.from(item.children).filter(child => child.visible)) {
+        found.push(...(matches(child) ? [child] : []), ...allSeen(child, matches));
+    }
+    return found;
+}

@@ -1,16 +1,16 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtTest
 import Tidewell
+
 import "result_spots.mjs" as Spots
 
 // The page on the program's own controller, used by mouse and keys.
-TestCase {
+DocumentCase {
     id: test
 
-    // Set by the program that runs the tests.
-    readonly property var controller: appController // qmllint disable unqualified
+    readonly property Component legends: StrategyLegend {}
+    readonly property Component readers: NodeReader {}
 
     function init(): void {
         failOnWarning(/.?/);
@@ -28,20 +28,13 @@ TestCase {
         tryVerify(() => !controller.running && controller.resultIterations > 0, 60000);
     }
 
-    function collect(item: Item, matches: var): var {
-        let found = [];
-        for (let i = 0; i < item.children.length; ++i) {
-            const child = item.children[i];
-            if (child.visible) {
-                found = found.concat(matches(child) ? [child] : [], collect(child, matches));
-            }
-        }
-        return found;
+    function every(type: var): var {
+        return all(page, item => item instanceof type);
     }
 
     // Boxes of the tree, from top to bottom.
     function boxes(): var {
-        return collect(page, item => item instanceof TreeNode);
+        return every(TreeNode);
     }
 
     function boxTexts(): var {
@@ -56,12 +49,15 @@ TestCase {
 
     // The steps of the path: node and chosen action.
     function path(): var {
-        const rows = [];
-        for (let i = 0; i < page.treeLevels.count; ++i) {
-            const row = page.treeLevels.get(i);
-            rows.push([row.nodeIndex, row.selectedActionIndex]);
-        }
-        return rows;
+        return Array.from({length: page.treeLevels.count}, (_, level) => {
+            const step = page.treeLevels.get(level);
+            return [step.nodeIndex, step.selectedActionIndex];
+        });
+    }
+
+    // From the root on, an action at each level.
+    function choose(actions: var): void {
+        actions.forEach((action, level) => page.selectActionAtLevel(level, action));
     }
 
     function childOf(node: int, action: int): int {
@@ -72,109 +68,81 @@ TestCase {
         return value.toLocaleString(Qt.locale(), "f", digits);
     }
 
-    function shownTexts(item: Item): var {
-        return collect(item, child => child instanceof Text).map(text => text.text);
-    }
-
-    function infoTexts(): var {
-        return shownTexts(collect(page, item => item instanceof NodeInfoBox)[0]);
-    }
-
     // The card of the open picker.
     function pickerCard(card: string): PlayingCard {
-        const all = collect(page.Window.window.contentItem,
-                            item => item instanceof PlayingCard && item.interactive
-                                    && item.rank + item.suit === card);
-        return all[0];
+        return all(page.Window.window.contentItem, item => item instanceof PlayingCard
+            && item.interactive && item.rank + item.suit === card)[0];
     }
 
-    function openPicker(): void {
-        keyClick(Qt.Key_Return);
+    function waitForPicker(): void {
         tryVerify(() => pickerCard("As") && pickerCard("As").Window.activeFocusItem
                         instanceof PlayingCard);
     }
 
     function test_walkByMouse(): void {
         solve(Spots.river);
-        compare(boxTexts(), ["Check", "Bet 50%"]);
-        compare(path(), [[0, -1]]);
-        compare(page.selectedPlayer, "OOP");
-
+        compare([boxTexts(), path(), page.selectedPlayer],
+                [["Check", "Bet 50%"], [[0, -1]], "OOP"]);
         const facing = childOf(0, 1);
         clickBox(1);
         compare(path(), [[0, 1], [facing, -1]]);
         compare(boxTexts().slice(0, 3), ["Bet 50%", "Fold", "Call"]);
-        compare(page.currentNodeIndex, facing);
-        compare(page.selectedPlayer, "IP");
+        compare([page.currentNodeIndex, page.selectedPlayer], [facing, "IP"]);
 
         // A hand that ends adds no level, and the page stays on its last decision.
         const weights = page.handWeights;
         clickBox(1);
-        compare(path(), [[0, 1], [facing, 0]]);
-        compare(boxTexts(), ["Bet 50%", "Fold"]);
-        compare(page.currentNodeIndex, facing);
-        compare(page.handWeights, weights);
-
+        compare([path(), boxTexts()], [[[0, 1], [facing, 0]], ["Bet 50%", "Fold"]]);
+        compare([page.currentNodeIndex, page.handWeights], [facing, weights]);
         clickBox(1);
         compare(path(), [[0, 1], [facing, -1]]);
+
+        for (const [level, action] of [[0, 0], [1, -1], [1, 99], [2, 0], [-1, 0]]) {
+            page.selectActionAtLevel(level, action);
+            compare(path(), [[0, 1], [facing, -1]], "no choice that can be made");
+        }
+        for (const level of [-1, 2]) {
+            page.navigateToBreadcrumb(level);
+            compare(path(), [[0, 1], [facing, -1]]);
+        }
         clickBox(0);
-        compare(path(), [[0, -1]]);
-        compare(boxTexts(), ["Check", "Bet 50%"]);
+        compare([path(), boxTexts()], [[[0, -1]], ["Check", "Bet 50%"]]);
     }
 
     function test_walkByKeys(): void {
         solve(Spots.river);
-        const checked = childOf(0, 0);
-        const facing = childOf(0, 1);
+        const start = [[0, -1]];
+        const checked = [[0, 0], [childOf(0, 0), -1]];
+        const facing = [[0, 1], [childOf(0, 1), -1]];
+        const folded = [[0, 1], [childOf(0, 1), 0]];
         for (const [key, expected] of [
-            [Qt.Key_Left, [[0, -1]]],
-            [Qt.Key_Up, [[0, -1]]],
-            [Qt.Key_Right, [[0, 0], [checked, -1]]],
-            [Qt.Key_Left, [[0, -1]]],
-            [Qt.Key_Down, [[0, -1]]],
-            [Qt.Key_Down, [[0, -1]]],
-            [Qt.Key_Return, [[0, 1], [facing, -1]]],
-            [Qt.Key_Right, [[0, 1], [facing, 0]]],
-            [Qt.Key_Right, [[0, 1], [facing, 0]]],
-            [Qt.Key_Left, [[0, 1], [facing, -1]]],
-            [Qt.Key_Left, [[0, -1]]],
+            [Qt.Key_Left, start], [Qt.Key_Up, start], [Qt.Key_Right, checked], [Qt.Key_Left, start],
+            [Qt.Key_Down, start], [Qt.Key_Down, start], [Qt.Key_Return, facing],
+            [Qt.Key_Right, folded], [Qt.Key_Right, folded], [Qt.Key_Left, facing],
+            [Qt.Key_Left, start],
             // The keyboard is back on what was chosen there.
-            [Qt.Key_Right, [[0, 1], [facing, -1]]],
-            [Qt.Key_Home, [[0, -1]]]]) {
+            [Qt.Key_Right, facing], [Qt.Key_Home, start]]) {
             keyClick(key);
             compare(path(), expected);
         }
         verify(boxes().some(box => box.current), "one box shows the keyboard");
     }
 
-    function test_badChoicesChangeNothing(): void {
-        solve(Spots.river);
-        page.selectActionAtLevel(0, 1);
-        const before = path();
-        for (const [level, action] of [[0, 0], [1, -1], [1, 99], [2, 0], [-1, 0]]) {
-            page.selectActionAtLevel(level, action);
-            compare(path(), before);
-        }
-        for (const level of [-1, 2]) {
-            page.navigateToBreadcrumb(level);
-            compare(path(), before);
-        }
-    }
-
     function test_figures(): void {
         solve(Spots.river);
-        const values = collect(page, item => item instanceof StatCard).map(card => card.value);
-        compare(values, [figure(controller.resultEvOop + 5, 3), figure(controller.resultEvIp + 5, 3),
-                         figure(controller.resultExploitability, 4)]);
+        compare(every(StatCard).map(card => card.value), [
+            figure(controller.resultEvOop + 5, 3), figure(controller.resultEvIp + 5, 3),
+            figure(controller.resultExploitability, 4)]);
         page.rakePercent = 5;
         page.rakeCap = 0.6;
-        compare(infoTexts(), ["Pot", figure(10, 2), "Stack (OOP)", figure(40, 2), "To call",
-                              figure(0, 2), "Rake taken", figure(0.5, 2), "SPR", figure(4, 2),
-                              "Pot odds", "—"]);
-        page.selectActionAtLevel(0, 1);
-        compare(infoTexts(), ["Pot", figure(15, 2), "Stack (IP)", figure(40, 2), "To call",
-                              figure(5, 2), "Rake taken", figure(0.6, 2), "SPR",
-                              figure(40 / 15, 2), "Pot odds", figure(25, 1) + "%"]);
+        for (const [seat, pot, toCall, rake, spr, odds] of [
+            ["OOP", 10, 0, 0.5, 4, "—"], ["IP", 15, 5, 0.6, 40 / 15, figure(25, 1) + "%"]]) {
+            compare(texts(every(NodeInfoBox)[0]), [
+                "Pot", figure(pot, 2), `Stack (${seat})`, figure(40, 2), "To call",
+                figure(toCall, 2), "Rake taken", figure(rake, 2), "SPR", figure(spr, 2),
+                "Pot odds", odds]);
+            page.selectActionAtLevel(0, 1);
+        }
     }
 
     // Bar, matrix and legend show the current node, its own actions and its own player's hands.
@@ -186,22 +154,14 @@ TestCase {
             const node = page.currentNodeIndex;
             const stats = controller.nodeActionStats(node);
             const strategy = controller.nodeHandStrategyReach169(node, "");
-            compare(page.currentActions.map(entry => entry.ev), Array.from(stats, entry => entry.ev));
-            compare(page.handWeights, strategy.weights);
-            compare(page.handActionProbs, strategy.actionProbs);
+            compare(page.currentActions.map(entry => entry.ev),
+                    Array.from(stats, entry => entry.ev));
+            compare([page.handWeights, page.handActionProbs],
+                    [strategy.weights, strategy.actionProbs]);
             compare(page.handActionTypeList, Array.from(stats, entry => entry.actionType));
-            for (const hand of Object.keys(strategy.weights)) {
-                const probs = Array.from(strategy.actionProbs[hand]);
-                const most = probs.indexOf(Math.max(...probs));
-                verify(Qt.colorEqual(page.handColors[hand],
-                                     page.theme.actionColor(stats[most].actionType)), hand);
-            }
             const fold = page.currentActions.find(entry => entry.actionType === "fold");
-            const shift = fold ? fold.ev : 0;
-            compare(page.actionFrequenciesActions.map(entry => entry.ev),
-                    page.currentActions.map(entry => entry.ev - shift));
-            const bar = collect(page, item => item instanceof ActionBar)[0];
-            compare(bar.actions, page.actionFrequenciesActions);
+            compare(every(ActionBar)[0].actions.map(entry => entry.ev),
+                    page.currentActions.map(entry => entry.ev - (fold ? fold.ev : 0)));
         }
     }
 
@@ -218,29 +178,24 @@ TestCase {
         verify(boxes()[0].locked);
         page.nodeLocksByNode = {};
         page.refreshHandMatrix();
-        compare(page.handActionProbs.TT, stored);
-        verify(!boxes()[0].locked);
+        compare([page.handActionProbs.TT, boxes()[0].locked], [stored, false]);
         page.selectActionAtLevel(0, 0);
         compare(page.selectedBucket, "", "another node, another filter");
     }
 
     function test_legend(): void {
-        const legend = createTemporaryObject(legends, test, {
-            actions: [{name: "Check", actionType: "check", frequency: 0.91},
-                      {name: "Bet 33%", actionType: "bet 33%", frequency: 0.04},
-                      {name: "All-In", actionType: "allin", frequency: 0.051}]
-        });
-        compare(shownTexts(legend), ["Check", "All-In"]);
+        const legend = make(legends, {theme: page.theme, actions: [
+            {name: "Check", frequency: 0.91}, {name: "Bet 33%", frequency: 0.04},
+            {name: "All-In", frequency: 0.051}]});
+        compare(texts(legend), ["Check", "All-In"]);
     }
 
     function test_matrixClick(): void {
         solve(Spots.river);
-        const matrix = collect(page, item => item instanceof HandMatrix)[0];
-        mouseClick(matrix, 5, 5);
-        compare(page.selectedHandClass, "AA");
-        mouseClick(matrix, 5, 5);
-        compare(page.selectedHandClass, "");
-        mouseClick(matrix, 5, 5);
+        for (const chosen of ["AA", "", "AA"]) {
+            mouseClick(every(HandMatrix)[0], 5, 5);
+            compare(page.selectedHandClass, chosen);
+        }
         page.selectActionAtLevel(0, 0);
         compare(page.selectedHandClass, "");
     }
@@ -248,76 +203,64 @@ TestCase {
     // Suits that the tree does not keep can be chosen, and are shown as chosen.
     function test_deal(): void {
         solve(Spots.turn);
-        page.selectActionAtLevel(0, 0);
-        page.selectActionAtLevel(1, 0);
+        choose([0, 0]);
         const deal = page.currentNodeIndex;
         compare(page.currentActions.map(entry => [entry.name, entry.frequency]),
                 [["Random river card", 1]]);
-        compare(page.handWeights, {});
-        compare(page.selectedPlayer, "IP", "nobody acts here");
+        compare([page.handWeights, page.selectedPlayer], [{}, "IP"], "nobody acts here");
 
-        openPicker();
-        compare(page.chancePickerTitle, "Choose River Card");
-        compare(page.chancePickerBoardText, "AhQh7h2h");
+        keyClick(Qt.Key_Return);
+        waitForPicker();
+        compare([page.chancePickerTitle, page.chancePickerBoardText],
+                ["Choose River Card", "AhQh7h2h"]);
         for (const card of ["Ah", "Qh", "7h", "2h"]) {
             verify(pickerCard(card).disabled, card);
         }
-        keyClick(Qt.Key_K);
-        keyClick(Qt.Key_S);
+        keys(["k", "s"]);
         tryVerify(() => !pickerCard("As"));
-        compare(page.treeBoardText, "AhQh7h2hKs");
-        compare(page._boardFromTreeSelectionsUpTo(2), "AhQh7h2h");
-        const chosen = path()[2];
-        compare(controller.nodeActions(deal)[chosen[1]].name, "Kc");
-        compare(page.chanceCardDisplayOverrideByNode[deal], "Ks");
+        compare([page.treeBoardText, page._boardFromTreeSelectionsUpTo(2)],
+                ["AhQh7h2hKs", "AhQh7h2h"]);
+        compare([controller.nodeActions(deal)[path()[2][1]].name,
+                 page.chanceCardDisplayOverrideByNode[deal]], ["Kc", "Ks"]);
         verify(boxTexts().includes("Ks"));
         compare(page.selectedPlayer, "OOP");
 
         // Back to the deal, and another card by mouse.
         clickBox(2);
-        compare(page.currentNodeIndex, deal);
-        compare(page.treeBoardText, "AhQh7h2h");
+        compare([page.currentNodeIndex, page.treeBoardText], [deal, "AhQh7h2h"]);
         clickBox(2);
         tryVerify(() => page.chancePickerLevelIndex === 2 && pickerCard("9d").visible);
         tryCompare(pickerCard("9d").Window.window, "activeFocusItem", pickerCard("As"));
         mouseClick(pickerCard("Ah"));
         compare(page.chancePickerLevelIndex, 2, "a card of the board is not dealt");
         mouseClick(pickerCard("9d"));
-        compare(page.treeBoardText, "AhQh7h2h9d");
-        compare(page.chancePickerLevelIndex, -1);
-        compare(page.chancePickerActions.length, 0);
+        compare([page.treeBoardText, page.chancePickerLevelIndex, page.chancePickerActions.length],
+                ["AhQh7h2h9d", -1, 0]);
     }
 
-    function test_pickerKeys(): void {
+    function test_pickerByKeysAndAtRandom(): void {
         solve(Spots.turn);
-        page.selectActionAtLevel(0, 0);
-        page.selectActionAtLevel(1, 0);
-        openPicker();
+        choose([0, 0]);
+        keyClick(Qt.Key_Return);
+        waitForPicker();
         keyClick(Qt.Key_Escape);
         tryVerify(() => !pickerCard("As"));
-        compare(page.chancePickerLevelIndex, -1);
-        compare(path().length, 3);
+        compare([page.chancePickerLevelIndex, path().length], [-1, 3]);
         page.forceActiveFocus();
-        openPicker();
-        // From the ace of spades past that of hearts, which lies on the board.
-        keyClick(Qt.Key_Down);
-        keyClick(Qt.Key_Right);
         keyClick(Qt.Key_Return);
+        waitForPicker();
+        // From the ace of spades past that of hearts, which lies on the board.
+        keys([Qt.Key_Down, Qt.Key_Right, Qt.Key_Return]);
         compare(page.treeBoardText, "AhQh7h2hKd");
-    }
+        tryVerify(() => !pickerCard("As"));
 
-    function test_randomCard(): void {
-        solve(Spots.turn);
-        page.selectActionAtLevel(0, 0);
-        page.selectActionAtLevel(1, 0);
+        page.navigateToBreadcrumb(2);
         page.openChancePicker(2, page.currentNodeIndex);
         const available = Object.keys(page.chancePickerIndexByCard);
         compare(available.length, page.chancePickerAvailableCardIndices.length);
-        const root = page.Window.window.contentItem;
-        const button = () => collect(root, item => item instanceof SecondaryButton
-                                                   && item.text === "Random")[0];
-        tryVerify(() => button() && button().Window.activeFocusItem instanceof PlayingCard);
-        mouseClick(button());
+        waitForPicker();
+        mouseClick(all(page.Window.window.contentItem, item => item instanceof SecondaryButton
+                                                               && item.text === "Random")[0]);
         compare(path().length, 4);
         verify(available.includes(page.treeBoardText.slice(8)));
     }
@@ -325,8 +268,7 @@ TestCase {
     // A turn shown as 2s is kept as 2c: what the tree calls clubs are spades from then on.
     function test_twoDeals(): void {
         solve(Spots.flop);
-        page.selectActionAtLevel(0, 0);
-        page.selectActionAtLevel(1, 0);
+        choose([0, 0]);
         page.openChancePicker(2, page.currentNodeIndex);
         compare(page.chancePickerTitle, "Choose Turn Card");
         page.chooseChanceCard(page._chanceCardIndexForSelection("2s"), "2s");
@@ -337,8 +279,7 @@ TestCase {
         compare(page.chancePickerBoardText, "AhQh7h2s");
         const indexOf = name => Array.from(controller.nodeActions(deal), entry => entry.name)
             .indexOf(name);
-        for (const [card, kept] of [["Ks", "Kc"], ["Kd", "Kd"], ["Kc", "Kd"], ["2c", "2d"],
-                                    ["2s", undefined], ["Ah", undefined]]) {
+        for (const [card, kept] of [["Ks", "Kc"], ["Kc", "Kd"], ["2s", undefined]]) {
             compare(page._chanceCardIndexForSelection(card), indexOf(kept), card);
         }
         page.chooseChanceCard(indexOf("Kc"), "");
@@ -353,8 +294,7 @@ TestCase {
         const file = "file://" + controller.appDir + "/results_page_test.tidewellproj";
         verify(controller.saveProject(file, {}));
         controller.clearResults();
-        compare(page.handWeights, {});
-        compare(boxes().length, 0);
+        compare([page.handWeights, boxes().length], [{}, 0]);
 
         verify(controller.loadProject(file).ok);
         compare(path(), [[0, -1]]);
@@ -366,7 +306,7 @@ TestCase {
         page.selectActionAtLevel(0, 0);
         compare(page.handWeights, {});
         verify(page.currentActions.length > 0, "the actions are known");
-        verify(shownTexts(page).includes("Nothing is known of the hands at this node."));
+        verify(texts(page).includes("Nothing is known of the hands at this node."));
     }
 
     // A hidden page does not hold up the end of a solve.
@@ -377,13 +317,13 @@ TestCase {
         page.visible = true;
         compare(page.currentActions.length, 2);
         compare(page.handWeights, controller.nodeHandStrategyReach169(0, "").weights);
-        verify(shownTexts(boxes()[0]).includes("Pot: 10"), "boxes that were made unseen are whole");
+        verify(texts(boxes()[0]).includes("Pot: 10"), "boxes that were made unseen are whole");
     }
 
     function test_keysOfTheRightPanel(): void {
         solve(Spots.river);
-        const grip = collect(page, item => item instanceof SplitGrip)[0];
-        const tree = collect(page, item => item instanceof GameTreePanel)[0];
+        const grip = every(SplitGrip)[0];
+        const tree = every(GameTreePanel)[0];
         const width = tree.width;
         grip.forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Right);
@@ -394,13 +334,11 @@ TestCase {
         // In a low window the view follows the keyboard down the matrix.
         page.height = 400;
         waitForRendering(page);
-        const matrix = collect(page, item => item instanceof HandMatrix)[0];
+        const matrix = every(HandMatrix)[0];
         const bottom = () => matrix.mapToItem(page, 0, matrix.markedCell.y).y
             + matrix.markedCell.height;
         matrix.forceActiveFocus(Qt.TabFocusReason);
-        for (let i = 0; i < 12; ++i) {
-            keyClick(Qt.Key_Down);
-        }
+        keys(Array(12).fill(Qt.Key_Down));
         compare(matrix.currentHand, "A2o");
         tryVerify(() => bottom() < page.height);
         page.height = Qt.binding(() => test.height);
@@ -415,10 +353,8 @@ TestCase {
         compare(path().length, 2, "the tree is frozen while hands are played");
         page.nodeLocksByNode = {0: {TT: {actionProbs: [1, 0]}}};
         solve(Spots.turn);
-        compare(path(), [[0, -1]]);
-        compare(page.playMode, false);
-        compare(page.nodeLocksByNode, {});
-        compare(page.treeBoardText, "AhQh7h2h");
+        compare([path(), page.playMode, page.nodeLocksByNode, page.treeBoardText],
+                [[[0, -1]], false, {}, "AhQh7h2h"]);
     }
 
     // Each question once, however many ask it, until the result is another one.
@@ -428,7 +364,7 @@ TestCase {
             asked.push([question].concat(args).join(" "));
             return value;
         };
-        const reader = createTemporaryObject(readers, test, {controller: {
+        const reader = make(readers, {controller: {
             treeNodeCount: answer("count", 5),
             nodeMeta: answer("meta", {player: "OOP"}),
             nodeActions: answer("actions", [{name: "Check"}]),
@@ -450,8 +386,6 @@ TestCase {
     }
 
     name: "ResultsPage"
-    when: windowShown
-    visible: true
     width: 1280
     height: 656
 
@@ -461,17 +395,5 @@ TestCase {
         width: test.width
         height: test.height
         controller: test.controller
-    }
-    Component {
-        id: legends
-
-        StrategyLegend {
-            theme: page.theme
-        }
-    }
-    Component {
-        id: readers
-
-        NodeReader {}
     }
 }

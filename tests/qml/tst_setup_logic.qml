@@ -1,4 +1,3 @@
-import QtQuick
 import QtTest
 import Tidewell
 
@@ -8,6 +7,7 @@ import "../../qml/logic/presets.mjs" as Presets
 import "../../qml/logic/settings_profiles.mjs" as Profiles
 import "../../qml/logic/solve_status.mjs" as Status
 
+// The text and number work behind the setup and solve pages.
 TestCase {
     id: test
 
@@ -15,83 +15,43 @@ TestCase {
         failOnWarning(/.?/);
     }
 
-    // Rows named by one of their values.
-    function tagged(rows: var, key: string): var {
-        return rows.map(row => Object.assign({tag: row[key] || "empty"}, row));
-    }
-
-    function test_board_withCard_data(): var {
-        return [
-            {tag: "first", text: "", slot: 0, card: "Ah", expected: "Ah"},
-            {tag: "third first", text: "", slot: 2, card: "Ah", expected: "____Ah"},
-            {tag: "into the gap", text: "____Ah", slot: 0, card: "Kd", expected: "Kd__Ah"},
-            {tag: "replaces", text: "AdJd8s", slot: 1, card: "2c", expected: "Ad2c8s"},
-            {tag: "white space", text: " Ad Jd\t8s\n", slot: 3, card: "2c", expected: "AdJd8s2c"},
-            {tag: "odd character", text: "AdJ", slot: 1, card: "2c", expected: "Ad2c"}
-        ];
-    }
-
-    function test_board_withCard(row: var): void {
-        compare(Board.withCard(row.text, row.slot, row.card), row.expected);
-    }
-
-    function test_board_clearedFrom_data(): var {
-        return [
-            {tag: "last", text: "AdJd8s", slot: 2, expected: "AdJd"},
-            {tag: "and all behind", text: "AdJd8s2cTh", slot: 1, expected: "Ad"},
-            {tag: "leaves no gap at the end", text: "Ad__8s", slot: 2, expected: "Ad"},
-            {tag: "all", text: "AdJd8s2cTh", slot: 0, expected: ""}
-        ];
-    }
-
-    function test_board_clearedFrom(row: var): void {
-        compare(Board.clearedFrom(row.text, row.slot), row.expected);
-    }
-
-    function test_board_streetAndCompleteness_data(): var {
-        return tagged([
-            {text: "", street: "flop", complete: false},
-            {text: "AdJd", street: "flop", complete: false},
-            {text: "____Ah", street: "flop", complete: false},
-            {text: "adjd8S", street: "flop", complete: true},
-            {text: "AdJd8", street: "flop", complete: false},
-            {text: "AdJdxx", street: "flop", complete: false},
-            {text: "Ad Jd 8s 2c", street: "turn", complete: true},
-            {text: "AdJd8s__2c", street: "turn", complete: false},
-            {text: "AdJd8s2cTh", street: "river", complete: true},
-            {text: "AdJd8s2cTh9h", street: "river", complete: false}
-        ], "text");
-    }
-
-    function test_board_streetAndCompleteness(row: var): void {
-        compare(Board.streetOf(row.text), row.street);
-        compare(Board.isComplete(row.text), row.complete);
-    }
-
-    function test_board_cards(): void {
+    function test_boardEdits(): void {
+        for (const [text, slot, card, expected] of [
+            ["", 0, "Ah", "Ah"], ["", 2, "Ah", "____Ah"], ["____Ah", 0, "Kd", "Kd__Ah"],
+            ["AdJd8s", 1, "2c", "Ad2c8s"], [" Ad Jd\t8s\n", 3, "2c", "AdJd8s2c"],
+            ["AdJ", 1, "2c", "Ad2c"]]) {
+            compare(Board.withCard(text, slot, card), expected);
+        }
+        for (const [text, slot, expected] of [
+            ["AdJd8s", 2, "AdJd"], ["AdJd8s2cTh", 1, "Ad"], ["Ad__8s", 2, "Ad"],
+            ["AdJd8s2cTh", 0, ""]]) {
+            compare(Board.clearedFrom(text, slot), expected);
+        }
         compare(Board.cardsOf("aD__xx2C"), ["Ad", "2c"]);
         compare(Board.writtenSlots("AdJ?__"), ["Ad", "J?", "", "", ""]);
     }
 
-    function test_nodeIds(): void {
-        const ids = new Set();
-        for (let i = 0; i < 1000; ++i) {
-            const id = NodeId.newNodeId();
-            verify(/^n_[0-9a-z]+_[0-9a-z]{6}$/.test(id), id);
-            ids.add(id);
+    function test_boardStreetAndCompleteness(): void {
+        for (const [text, street, complete] of [
+            ["", "flop", false], ["AdJd", "flop", false], ["____Ah", "flop", false],
+            ["adjd8S", "flop", true], ["AdJd8", "flop", false], ["AdJdxx", "flop", false],
+            ["Ad Jd 8s 2c", "turn", true], ["AdJd8s__2c", "turn", false],
+            ["AdJd8s2cTh", "river", true], ["AdJd8s2cTh9h", "river", false]]) {
+            compare([Board.streetOf(text), Board.isComplete(text)], [street, complete], text);
         }
-        compare(ids.size, 1000);
     }
 
-    function test_profiles_snapshotComesBack(): void {
-        const state = Presets.quickSpot(2);
-        state.ipRiverAddAllIn = true;
-        state.oopTurnDontDonk = true;
-        state.ipAddAllInIfJamLtPct = 12.5;
+    function test_nodeIds(): void {
+        const ids = Array.from({length: 1000}, () => NodeId.newNodeId());
+        compare(ids.find(id => !/^n_[0-9a-z]+_[0-9a-z]{6}$/.test(id)), undefined);
+        compare(new Set(ids).size, 1000);
+    }
+
+    function test_profileComesBack(): void {
+        const state = Object.assign(Presets.quickSpot(2), {
+            ipRiverAddAllIn: true, oopTurnDontDonk: true, ipAddAllInIfJamLtPct: 12.5});
         const data = JSON.parse(JSON.stringify(Profiles.snapshotOf(state)));
-        compare(Object.keys(data).length, 32);
-        compare(data.target_exploitability_pct, 0.5);
-        compare(data.oop_turn_dont_donk, true);
+        compare([data.target_exploitability_pct, data.oop_turn_dont_donk], [0.5, true]);
         const settings = Profiles.settingsOf(data, 1);
         for (const [property, value] of Object.entries(settings)) {
             compare(value, state[property], property);
@@ -100,73 +60,46 @@ TestCase {
         compare(Presets.PROJECT_KEYS.filter(key => !(key in settings)).sort(), kept.sort());
     }
 
-    function test_profiles_whatIsMissing(): void {
+    function test_profileLacksThings(): void {
         const settings = Profiles.settingsOf({oop_flop_bet_sizes: 33}, 10);
         for (const property of ["startingPot", "maxIterations", "startingStreet",
                                 "targetExploitability", "oopAddAllInIfJamLtPct"]) {
             verify(!(property in settings), property);
         }
-        compare(settings.oopFlopBetSizesText, "33");
-        compare(settings.ipRiverRaiseSizesText, "");
-        compare(settings.oopRiverDontDonk, false);
-        compare(settings.ipAddAllInIfJamLtEnabled, false);
+        compare([settings.oopFlopBetSizesText, settings.ipRiverRaiseSizesText], ["33", ""]);
+        compare([settings.oopRiverDontDonk, settings.ipAddAllInIfJamLtEnabled], [false, false]);
     }
 
-    function test_profiles_target_data(): var {
-        return [
-            {tag: "percent", data: {target_exploitability_pct: 0.25, target_exploitability: 9},
-             pot: 10, expected: 0.25},
-            {tag: "chips of the pot just set",
-             data: {target_exploitability: 1.8, starting_pot: 180}, pot: 10, expected: 1},
-            {tag: "chips of the present pot", data: {target_exploitability: 1.8}, pot: 90,
-             expected: 2},
-            {tag: "chips without a pot", data: {target_exploitability: 1.8}, pot: 0, expected: 1.8},
-            {tag: "chips of a pot that is none", data: {target_exploitability: 1.8}, pot: NaN,
-             expected: 1.8}
-        ];
-    }
-
-    function test_profiles_target(row: var): void {
-        fuzzyCompare(Profiles.settingsOf(row.data, row.pot).targetExploitability, row.expected,
-                     1e-12);
-    }
-
-    function test_profiles_olderJam(): void {
+    // Older ones have the target in chips, of the pot that they set or the present one, and one jam
+    // threshold for both seats.
+    function test_olderProfiles(): void {
+        for (const [data, pot, expected] of [
+            [{target_exploitability_pct: 0.25, target_exploitability: 9}, 10, 0.25],
+            [{target_exploitability: 1.8, starting_pot: 180}, 10, 1],
+            [{target_exploitability: 1.8}, 90, 2], [{target_exploitability: 1.8}, 0, 1.8],
+            [{target_exploitability: 1.8}, NaN, 1.8]]) {
+            fuzzyCompare(Profiles.settingsOf(data, pot).targetExploitability, expected, 1e-12);
+        }
         const settings = Profiles.settingsOf({
-            add_all_in_jam_threshold_enabled: true,
-            add_all_in_jam_threshold_pct: 40,
-            ip_add_all_in_jam_threshold_enabled: false,
-            ip_add_all_in_jam_threshold_pct: 7
-        }, 10);
+            add_all_in_jam_threshold_enabled: true, add_all_in_jam_threshold_pct: 40,
+            ip_add_all_in_jam_threshold_enabled: false, ip_add_all_in_jam_threshold_pct: 7}, 10);
         compare([settings.oopAddAllInIfJamLtEnabled, settings.ipAddAllInIfJamLtEnabled],
                 [true, true]);
         compare([settings.oopAddAllInIfJamLtPct, settings.ipAddAllInIfJamLtPct], [40, 40]);
     }
 
-    function test_profiles_stored_data(): var {
-        return [
-            {tag: "no JSON", json: "[{", names: null},
-            {tag: "no list", json: '{"name": "A"}', names: null},
-            {tag: "empty", json: "[]", names: []},
-            {tag: "without names", json: '[null, 3, {"id": "x"}, {"name": " "}, {"name": "A"}]',
-             names: ["A"]}
-        ];
-    }
-
-    function test_profiles_stored(row: var): void {
-        const profiles = Profiles.parsedProfiles(row.json);
-        compare(profiles && profiles.map(profile => profile.name), row.names);
-    }
-
-    function test_profiles_mended(): void {
-        const [profile] = Profiles.parsedProfiles('[{"name": "A"}]');
-        verify(profile.id.startsWith("n_"));
-        compare([profile.createdAt, profile.data], ["", {}]);
+    function test_storedProfiles(): void {
+        for (const [json, names] of [
+            ["[{", null], ['{"name": "A"}', null], ["[]", []],
+            ['[null, 3, {"id": "x"}, {"name": " "}, {"name": "A"}]', ["A"]]]) {
+            const profiles = Profiles.parsedProfiles(json);
+            compare(profiles && profiles.map(profile => profile.name), names);
+        }
+        const [mended] = Profiles.parsedProfiles('[{"name": "A"}]');
+        verify(mended.id.startsWith("n_"));
+        compare([mended.createdAt, mended.data], ["", {}]);
         const whole = [{id: "7", name: "B", createdAt: "then", data: {rake_cap: 2}}];
         compare(Profiles.parsedProfiles(JSON.stringify(whole)), whole);
-    }
-
-    function test_profiles_names(): void {
         const profiles = [];
         for (const name of ["A", " A ", "A", "A (2)", "B"]) {
             profiles.push({name: Profiles.uniqueName(name, profiles)});
@@ -174,111 +107,68 @@ TestCase {
         compare(profiles.map(profile => profile.name), ["A", "A (2)", "A (3)", "A (2) (2)", "B"]);
     }
 
-    function test_status_data(): var {
-        return tagged([
-            {text: "Starting...", phase: "starting", iteration: 0, exploitability: NaN},
-            {text: "Init: building game object...", phase: "initializing", iteration: 0,
-             exploitability: NaN},
-            {text: "Iter 51 | exploitability≈12.3456", phase: "", iteration: 51,
-             exploitability: 12.3456},
-            {text: "Iter 7 | exploitability≈0", phase: "", iteration: 7, exploitability: 0},
-            {text: "Finalizing: computing results...", phase: "finalizing", iteration: 0,
-             exploitability: NaN},
-            {text: "Cancelling...", phase: "", iteration: 0, exploitability: NaN},
-            {text: "Iter 3 | exploitability≈nan", phase: "", iteration: 3, exploitability: NaN}
-        ], "text");
-    }
-
-    function test_status(row: var): void {
-        compare(Status.phaseOf(row.text), row.phase);
-        compare(Status.iterationOf(row.text), row.iteration);
-        compare(Status.exploitabilityOf(row.text), row.exploitability);
-    }
-
-    function test_status_wholeWay_data(): var {
-        const rows = [
-            {target: NaN, most: 400, expected: 400},
-            {target: 0, most: 400, expected: 400},
-            {target: -1, most: 400, expected: 400},
-            {target: 0.05, most: 400, expected: 400},
-            {target: 0.1, most: 400, expected: 300},
-            {target: 0.5, most: 400, expected: 200},
-            {target: 1, most: 400, expected: 150},
-            {target: 1, most: 60, expected: 60},
-            {target: 0, most: 0, expected: 1}
-        ];
-        for (const row of rows) {
-            row.tag = `${row.target} in ${row.most}`;
+    function test_status(): void {
+        for (const [text, phase, iteration, exploitability] of [
+            ["Starting...", "starting", 0, NaN],
+            ["Init: building game object...", "initializing", 0, NaN],
+            ["Iter 51 | exploitability≈12.3456", "", 51, 12.3456],
+            ["Iter 7 | exploitability≈0", "", 7, 0],
+            ["Finalizing: computing results...", "finalizing", 0, NaN],
+            ["Cancelling...", "", 0, NaN],
+            ["Iter 3 | exploitability≈nan", "", 3, NaN]]) {
+            compare([Status.phaseOf(text), Status.iterationOf(text), Status.exploitabilityOf(text)],
+                    [phase, iteration, exploitability], text);
         }
-        return rows;
     }
 
-    function test_status_wholeWay(row: var): void {
-        compare(Status.expectedIterations(row.target, row.most), row.expected);
-    }
-
-    function test_status_windows(): void {
-        const positions = [[0, 0], [1, 1], [9, 9], [10, 10], [11, 1], [20, 10], [21, 1]];
-        for (const [iteration, position] of positions) {
+    function test_statusFigures(): void {
+        for (const [target, most, expected] of [
+            [NaN, 400, 400], [0, 400, 400], [-1, 400, 400], [0.05, 400, 400], [0.1, 400, 300],
+            [0.5, 400, 200], [1, 400, 150], [1, 60, 60], [0, 0, 1]]) {
+            compare(Status.expectedIterations(target, most), expected, `${target} in ${most}`);
+        }
+        for (const [iteration, position] of [
+            [0, 0], [1, 1], [9, 9], [10, 10], [11, 1], [20, 10], [21, 1]]) {
             compare(Status.windowPosition(iteration), position);
         }
         for (const [iteration, settling] of [[0, false], [1, true], [50, true], [51, false]]) {
             compare(Status.isSettling(iteration), settling);
         }
-        const times = [[0, "00:00"], [59.9, "00:59"], [60, "01:00"], [6001, "100:01"]];
-        for (const [seconds, text] of times) {
+        for (const [seconds, text] of [[0, "00:00"], [59.9, "00:59"], [60, "01:00"],
+                                       [6001, "100:01"]]) {
             compare(Status.minutesText(seconds), text);
+        }
+        for (const counts of [[1], [1, 2], [1, 2, 4, 8, 12], [1, 2, 4, 8, 16, 32, 64, 128],
+                              [1, 2, 4, 8, 16, 32, 64, 128, 192]]) {
+            compare(Status.threadCounts(counts[counts.length - 1]), counts);
         }
     }
 
-    function test_status_threads_data(): var {
-        return [
-            {tag: "1", counts: [1]},
-            {tag: "2", counts: [1, 2]},
-            {tag: "12", counts: [1, 2, 4, 8, 12]},
-            {tag: "128", counts: [1, 2, 4, 8, 16, 32, 64, 128]},
-            {tag: "192", counts: [1, 2, 4, 8, 16, 32, 64, 128, 192]}
-        ];
+    function test_rangeChecks(): void {
+        for (const [text, message] of [
+            ["", ""], ["QQ+, A5s-A2s:0.5 ,AhKh", ""], [" 50% ", ""],
+            ["KAs", "First rank must be >= second rank"],
+            ["AA, KK:1.5", "Weight must be within [0, 1]"],
+            ["150%", "Weight must be within [0, 1]"],
+            ["AKß", "Invalid combo pattern length"]]) {
+            compare(TextChecks.checkRange(text), message, text);
+        }
     }
 
-    function test_status_threads(row: var): void {
-        compare(Status.threadCounts(Number(row.tag)), row.counts);
-    }
-
-    function test_checks_range_data(): var {
-        return tagged([
-            {text: "", message: ""},
-            {text: "QQ+, A5s-A2s:0.5 ,AhKh", message: ""},
-            {text: " 50% ", message: ""},
-            {text: "KAs", message: "First rank must be >= second rank"},
-            {text: "AA, KK:1.5", message: "Weight must be within [0, 1]"},
-            {text: "150%", message: "Weight must be within [0, 1]"},
-            {text: "AKß", message: "Invalid combo pattern length"}
-        ], "text");
-    }
-
-    function test_checks_range(row: var): void {
-        compare(TextChecks.checkRange(row.text), row.message);
-    }
-
-    function test_checks_sizes_data(): var {
-        return tagged([
-            {text: "", bet: "", raise: ""},
-            {text: "33, 75%, 2e, 500c, a", bet: "", raise: ""},
-            {text: "2.5x", bet: "Relative raise (x) is not allowed in this context", raise: ""},
-            {text: "33, x", bet: "Sizing: invalid token 'x'", raise: "Sizing: invalid token 'x'"},
-            {text: "1x", bet: "Relative raise (x) is not allowed in this context",
-             raise: "Relative raise must exceed 1.0x"},
-            {text: "1.2.3", bet: "Failed to parse floating-point number from '1.2.3' "
-                                 + "(hex=312e322e33)",
-             raise: "Failed to parse floating-point number from '1.2.3' (hex=312e322e33)"}
-        ], "text");
-    }
-
-    function test_checks_sizes(row: var): void {
-        for (const addAllIn of [false, true]) {
-            compare(TextChecks.checkBetSizes(row.text, addAllIn), row.bet);
-            compare(TextChecks.checkRaiseSizes(row.text, addAllIn), row.raise);
+    function test_sizeChecks(): void {
+        const relative = "Relative raise (x) is not allowed in this context";
+        const stray = "Sizing: write sizes such as 33, 75.5, 2e or a, with commas between them";
+        const number = "Failed to parse floating-point number from '1.2.3' (hex=312e322e33)";
+        for (const [text, bet, raise] of [
+            ["", "", ""], ["33, 75%, 2e, 500c, a", "", ""], ["2.5x", relative, ""],
+            ["33, x", "Sizing: invalid token 'x'", "Sizing: invalid token 'x'"],
+            ["1x", relative, "Relative raise must exceed 1.0x"], ["1.2.3", number, number],
+            [" 33 % ,75,", "", ""], ["33 75", stray, stray], ["-50", stray, stray],
+            ["50 foo", stray, stray], ["50,,75", stray, stray]]) {
+            for (const addAllIn of [false, true]) {
+                compare(TextChecks.checkBetSizes(text, addAllIn), bet);
+                compare(TextChecks.checkRaiseSizes(text, addAllIn), raise);
+            }
         }
     }
 

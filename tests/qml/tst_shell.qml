@@ -1,13 +1,284 @@
 import QtQuick
-import QtTest
 import Tidewell
 
 import "finding.mjs" as Finding
 
 // The window's content on the real controller, with a river spot that solves in milliseconds.
-Item {
-    id: root
+DocumentCase {
+    id: test
 
+    readonly property url projectFile: "file://" + controller.appDir + "/tst_shell.tidewellproj"
+    readonly property var river: ({
+        boardText: "Td9c6h6c2s", startingStreet: "river", oopRangeText: "TT,87s,KQo",
+        ipRangeText: "99,AJs,A6s,54s", startingPot: 10, effectiveStack: 40,
+        maxIterations: 40, targetExploitability: 0, threadCount: 2
+    })
+
+    function init(): void {
+        failOnWarning(/.?/);
+        controller.clearResults();
+        tryVerify(() => !controller.running);
+        dialog().reject();
+        tryVerify(() => !dialog().visible);
+        shell.resetToStartupBlank();
+        shell.navIndex = 0;
+    }
+
+    function dialog(): UnsavedDialog {
+        return Finding.inTree(shell, item => item instanceof UnsavedDialog);
+    }
+
+    // Waits for the question and answers it.
+    function answer(name: string): void {
+        tryVerify(() => dialog().opened);
+        mouseClick(Array.from(dialog().buttons).find(item => item.text === name && item.visible));
+    }
+
+    function messages(): MessageBar {
+        return Finding.inTree(shell, item => item instanceof MessageBar);
+    }
+
+    function tab(name: string): Item {
+        return Finding.inTree(shell, item => item instanceof TopBarTab && item.text === name);
+    }
+
+    function openRiver(): void {
+        shell.resetToDefaults();
+        shell.applyProjectState(river);
+        shell.syncPagesFromRoot();
+        tryVerify(() => shell.canSolve, 60000);
+    }
+
+    function solveRiver(): void {
+        openRiver();
+        keyClick(Qt.Key_F5);
+        tryVerify(() => controller.resultIterations > 0 && !shell.running, 60000);
+    }
+
+    function test_startsBlank(): void {
+        compare([shell.navIndex, shell.hasProject, shell.canSolve], [0, false, false]);
+        compare(shell.exportProjectState(), shell.startupBlankPreset);
+        compare(shell.projectRecommendedWidth, shell.projectPage.recommendedWindowWidth);
+        for (const name of ["Setup", "Solve", "Results"]) {
+            verify(tab(name).obstacle !== "", name);
+        }
+        verify(!shell.unsavedChanges);
+        verify(shell.requestClose(() => fail("closes at once")));
+    }
+
+    // Which pages can be visited, by keys and by the tabs.
+    function test_navigation(): void {
+        const visit = keys => keys.map(key => {
+            keyClick(key, Qt.ControlModifier);
+            return shell.navIndex;
+        });
+        const all = [Qt.Key_2, Qt.Key_3, Qt.Key_4, Qt.Key_Comma, Qt.Key_1];
+        compare(visit(all), [0, 0, 0, 4, 0]);
+        mouseClick(tab("Results"));
+        compare(shell.navIndex, 0);
+        shell.homePage.newProject();
+        compare(shell.navIndex, 1);
+        compare(visit(all), [1, 1, 1, 4, 0]);
+        solveRiver();
+        compare(shell.navIndex, 2);
+        compare(visit(all), [1, 2, 3, 4, 0]);
+        tab("Results").children[0].forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+        compare(shell.navIndex, 3);
+        // Any of the twelve sizes counts, also on a street that is over.
+        shell.oopFlopBetSizesText = " ";
+        verify(!shell.canSolve);
+        compare(visit([Qt.Key_3]), [3]);
+    }
+
+    function test_runningHoldsTheSolvePage(): void {
+        openRiver();
+        shell.applyProjectState({boardText: "Td9c6h6c", maxIterations: 1000000});
+        compare(shell.startingStreet, "turn");
+        tryVerify(() => shell.canSolve, 60000);
+        keyClick(Qt.Key_F5);
+        verify(shell.running);
+        compare(shell.navIndex, 2);
+        keyClick(Qt.Key_1, Qt.ControlModifier);
+        mouseClick(tab("Settings"));
+        compare(shell.navIndex, 2);
+        const chip = Finding.inTree(shell, item => item instanceof StatusChip);
+        tryVerify(() => /^Solving \d+%$/.test(chip.text), 60000);
+        keyClick(Qt.Key_F5);
+        keyClick(Qt.Key_N, Qt.ControlModifier);
+        tryVerify(() => dialog().opened);
+        compare(dialog().title, "Unsaved changes");
+        answer("Cancel");
+        tryVerify(() => !dialog().visible);
+        verify(shell.running);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !shell.running, 60000);
+        compare(chip.text, "Ready");
+        keyClick(Qt.Key_1, Qt.ControlModifier);
+        compare(shell.navIndex, 0);
+    }
+
+    function test_homeActions(): void {
+        for (const [action, preset] of [["newProject", "newProjectPreset"],
+                                        ["quickSolve", "customerQuickSolvePreset"]]) {
+            shell.homePage[action]();
+            compare([shell.navIndex, shell.hasProject, shell.unsavedChanges], [1, true, false]);
+            compare(shell.exportProjectState(), shell[preset]);
+            compare(controller.resultIterations, 0);
+        }
+    }
+
+    // A page that changes a property of its own ends its binding; the next project is shown
+    // all the same.
+    function test_pagesFollow(): void {
+        shell.homePage.quickSolve();
+        const page = shell.projectPage;
+        page.boardText = "AsKsQs2d";
+        page.startingPot = 33;
+        page.ipTurnAddAllIn = true;
+        shell.solvePage.threadCount = 1;
+        compare([shell.boardText, shell.startingStreet, shell.startingPot, shell.ipTurnAddAllIn,
+                 shell.threadCount], ["AsKsQs2d", "turn", 33, true, 1]);
+        compare([shell.solvePage.boardText, shell.resultsPage.boardText],
+                ["AsKsQs2d", "AsKsQs2d"]);
+
+        // The street of this project is not that of its board.
+        const loaded = Object.assign(shell.exportProjectState(), river, {
+            startingStreet: "turn", threadCount: 2});
+        shell.homePage.projectLoaded(loaded, false);
+        compare(shell.exportProjectState(), loaded);
+        for (const key of Object.keys(loaded)) {
+            if (key !== "threadCount") {
+                compare(page[key], loaded[key], key);
+            }
+            compare(shell.solvePage[key], loaded[key], key);
+        }
+        shell.rakeCap = 7;
+        compare([page.rakeCap, shell.solvePage.rakeCap], [7, 7]);
+    }
+
+    // The results stay those of the spot that was solved, whatever is set up next.
+    function test_resultsKeepTheirSpot(): void {
+        solveRiver();
+        const page = shell.resultsPage;
+        compare([page.boardText, page.rakePercent, page.setupChanged], [river.boardText, 5, false]);
+        shell.maxIterations = 7;
+        verify(!page.setupChanged);
+        shell.projectPage.boardText = "AsKsQs2d3d";
+        shell.projectPage.rakePercent = 0;
+        compare([page.boardText, page.treeBoardText, page.rakePercent, page.setupChanged],
+                [river.boardText, river.boardText, 5, true]);
+        shell.resetToNewProject();
+        compare([page.boardText, page.setupChanged], ["", false]);
+    }
+
+    function test_applyProjectState(): void {
+        shell.resetToDefaults();
+        const before = shell.exportProjectState();
+        shell.applyProjectState(null);
+        shell.applyProjectState({startingPot: "a lot", rakeCap: null, unknown: 1});
+        compare(shell.exportProjectState(), before);
+        shell.applyProjectState({rakePercent: 2.5});
+        compare(shell.exportProjectState(), Object.assign(before, {rakePercent: 2.5}));
+    }
+
+    function test_saveAndUnsavedChanges(): void {
+        solveRiver();
+        verify(shell.unsavedChanges);
+        verify(shell.files.save(projectFile));
+        verify(!shell.unsavedChanges);
+        compare([messages().text, messages().isError], ["Saved tst_shell.tidewellproj", false]);
+        // What is still being typed is saved, too.
+        shell.navigate(1);
+        const field = findChild(shell.projectPage, "rakeCap");
+        type(field, "5");
+        keyClick(Qt.Key_S, Qt.ControlModifier);
+        compare([shell.rakeCap, shell.unsavedChanges], [5, false]);
+        keyClick("0");
+        keyClick(Qt.Key_1, Qt.ControlModifier);
+        compare([shell.rakeCap, field.activeFocus], [50, false]);
+        shell.rakeCap = 5;
+
+        // Opening it anew brings it to the results.
+        shell.resetToStartupBlank();
+        shell.openDropped([projectFile]);
+        compare([shell.navIndex, shell.rakeCap, shell.unsavedChanges], [3, 5, false]);
+        verify(controller.resultIterations > 0);
+        shell.projectPage.rakeCap = 6;
+
+        // Keep it, lose it, save it.
+        const lastBoard = shell.boardText;
+        keyClick(Qt.Key_N, Qt.ControlModifier);
+        tryVerify(() => dialog().opened);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !dialog().visible);
+        compare(shell.boardText, lastBoard);
+        keyClick(Qt.Key_N, Qt.ControlModifier);
+        answer("Save");
+        compare([shell.boardText, shell.navIndex], ["", 1]);
+        shell.openDropped([projectFile]);
+        compare(shell.rakeCap, 6);
+        shell.rakeCap = 8;
+        tryVerify(() => !dialog().visible);
+        shell.openDropped([projectFile]);
+        answer("Don't Save");
+        compare(shell.rakeCap, 6);
+    }
+
+    function test_close(): void {
+        shell.homePage.quickSolve();
+        shell.projectPage.rakeCap = 5;
+        let closed = 0;
+        verify(!shell.requestClose(() => ++closed));
+        answer("Cancel");
+        tryVerify(() => !dialog().visible);
+        compare(closed, 0);
+        verify(!shell.requestClose(() => ++closed));
+        answer("Don't Save");
+        compare(closed, 1);
+        verify(shell.requestClose(() => ++closed));
+    }
+
+    function test_failuresAreShown(): void {
+        shell.homePage.quickSolve();
+        const before = shell.exportProjectState();
+        ignoreWarning("Load failed: Failed to open file");
+        shell.openDropped(["file:///nowhere/at.tidewellproj"]);
+        compare([messages().visible, messages().isError], [true, true]);
+        compare(messages().text, "at.tidewellproj could not be opened: Failed to open file");
+        compare([shell.navIndex, shell.exportProjectState()], [1, before]);
+        shell.openDropped([projectFile, projectFile]);
+        compare(messages().text, "Drop one project file at a time.");
+        ignoreWarning(/^saveProject: failed to open:/);
+        ignoreWarning(/^Save failed:/);
+        shell.rakeCap = 9;
+        verify(!shell.files.save("file:///nowhere/at.tidewellproj"));
+        verify(messages().text.startsWith("at.tidewellproj could not be saved"));
+        verify(shell.unsavedChanges);
+        const cross = Finding.inTree(messages(), item => item instanceof IconButton);
+        waitForRendering(test);
+        mouseClick(cross);
+        verify(!messages().visible);
+    }
+
+    function test_appearance(): void {
+        const store = createTemporaryQmlObject("import Tidewell\nAppearanceStore {}", test);
+        const theme = createTemporaryQmlObject("import Tidewell\nTheme {}", test);
+        for (const [dark, stored, accent] of [
+            [false, "#8058A6FF", "#8058a6ff"], [true, "no colour", "#8058a6ff"],
+            [true, "", "#3fb950"]]) {
+            store.accentHex = stored;
+            store.darkMode = dark;
+            store.applyTo(theme);
+            compare([theme.dark, String(theme.accent)], [dark, accent]);
+        }
+        shell.settingsPage.darkMode = false;
+        verify(!shell.theme.dark);
+        shell.settingsPage.darkMode = true;
+        verify(shell.theme.dark);
+    }
+
+    name: "AppShell"
     width: 1280
     height: 720
 
@@ -15,297 +286,6 @@ Item {
         id: shell
 
         anchors.fill: parent
-        // The program makes it known to the documents.
-        // qmllint disable unqualified
-        controller: appController
-        // qmllint enable unqualified
-    }
-
-    TestCase {
-        id: test
-
-        readonly property url projectFile: "file://" + shell.controller.appDir
-            + "/tst_shell.tidewellproj"
-        readonly property var river: ({
-            boardText: "Td9c6h6c2s", startingStreet: "river", oopRangeText: "TT,87s,KQo",
-            ipRangeText: "99,AJs,A6s,54s", startingPot: 10, effectiveStack: 40,
-            maxIterations: 40, targetExploitability: 0, threadCount: 2
-        })
-
-        function init(): void {
-            failOnWarning(/.?/);
-            shell.controller.clearResults();
-            tryVerify(() => !shell.controller.running);
-            closeDialog();
-            shell.resetToStartupBlank();
-            shell.navIndex = 0;
-        }
-
-        function closeDialog(): void {
-            if (dialog().visible) {
-                dialog().reject();
-                tryVerify(() => !dialog().visible);
-            }
-        }
-
-        function dialog(): UnsavedDialog {
-            return Finding.inTree(shell, item => item instanceof UnsavedDialog);
-        }
-
-        function messages(): MessageBar {
-            return Finding.inTree(shell, item => item instanceof MessageBar);
-        }
-
-        function tab(name: string): Item {
-            return Finding.inTree(shell, item => item instanceof TopBarTab && item.text === name);
-        }
-
-        function press(name: string): void {
-            const button = dialog().buttons.length > 0
-                ? Array.from(dialog().buttons).find(item => item.text === name && item.visible)
-                : null;
-            verify(button, name);
-            mouseClick(button);
-        }
-
-        function openRiver(): void {
-            shell.resetToDefaults();
-            shell.applyProjectState(river);
-            shell.syncPagesFromRoot();
-            tryVerify(() => shell.canSolve, 60000);
-        }
-
-        function solveRiver(): void {
-            openRiver();
-            keyClick(Qt.Key_F5);
-            tryVerify(() => shell.controller.resultIterations > 0 && !shell.running, 60000);
-        }
-
-        function test_startsBlank(): void {
-            compare([shell.navIndex, shell.hasProject, shell.canSolve], [0, false, false]);
-            compare(shell.exportProjectState(), shell.startupBlankPreset);
-            compare(shell.projectRecommendedWidth, shell.projectPage.recommendedWindowWidth);
-            for (const name of ["Setup", "Solve", "Results"]) {
-                verify(tab(name).obstacle !== "", name);
-            }
-            verify(!shell.unsavedChanges);
-            verify(shell.requestClose(() => fail("closes at once")));
-        }
-
-        // Which pages can be visited, by keys and by the tabs.
-        function test_navigation(): void {
-            const visit = keys => keys.map(key => {
-                keyClick(key, Qt.ControlModifier);
-                return shell.navIndex;
-            });
-            const all = [Qt.Key_2, Qt.Key_3, Qt.Key_4, Qt.Key_Comma, Qt.Key_1];
-            compare(visit(all), [0, 0, 0, 4, 0]);
-            mouseClick(tab("Results"));
-            compare(shell.navIndex, 0);
-            shell.homePage.newProject();
-            compare(shell.navIndex, 1);
-            compare(visit(all), [1, 1, 1, 4, 0]);
-            solveRiver();
-            compare(shell.navIndex, 2);
-            compare(visit(all), [1, 2, 3, 4, 0]);
-            tab("Results").children[0].forceActiveFocus(Qt.TabFocusReason);
-            keyClick(Qt.Key_Return);
-            compare(shell.navIndex, 3);
-            // Any of the twelve sizes counts, also on a street that is over.
-            shell.oopFlopBetSizesText = " ";
-            verify(!shell.canSolve);
-            compare(visit([Qt.Key_3]), [3]);
-        }
-
-        function test_runningHoldsTheSolvePage(): void {
-            openRiver();
-            shell.applyProjectState({boardText: "Td9c6h6c", maxIterations: 1000000});
-            compare(shell.startingStreet, "turn");
-            tryVerify(() => shell.canSolve, 60000);
-            keyClick(Qt.Key_F5);
-            verify(shell.running);
-            compare(shell.navIndex, 2);
-            keyClick(Qt.Key_1, Qt.ControlModifier);
-            mouseClick(tab("Settings"));
-            compare(shell.navIndex, 2);
-            const chip = Finding.inTree(shell, item => item instanceof StatusChip);
-            tryVerify(() => /^Solving \d+%$/.test(chip.text), 60000);
-            keyClick(Qt.Key_F5);
-            keyClick(Qt.Key_N, Qt.ControlModifier);
-            tryVerify(() => dialog().opened);
-            compare(dialog().title, "Unsaved changes");
-            press("Cancel");
-            tryVerify(() => !dialog().visible);
-            verify(shell.running);
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => !shell.running, 60000);
-            compare(chip.text, "Ready");
-            keyClick(Qt.Key_1, Qt.ControlModifier);
-            compare(shell.navIndex, 0);
-        }
-
-        function test_homeActions_data(): var {
-            return [
-                {tag: "newProject", preset: "newProjectPreset"},
-                {tag: "quickSolve", preset: "customerQuickSolvePreset"}
-            ];
-        }
-
-        function test_homeActions(row: var): void {
-            shell.homePage[row.tag]();
-            compare([shell.navIndex, shell.hasProject], [1, true]);
-            compare(shell.exportProjectState(), shell[row.preset]);
-            verify(!shell.unsavedChanges);
-            compare(shell.controller.resultIterations, 0);
-        }
-
-        // A page that changes a property of its own ends its binding; the next project is shown
-        // all the same.
-        function test_pagesFollow(): void {
-            shell.homePage.quickSolve();
-            const page = shell.projectPage;
-            page.boardText = "AsKsQs2d";
-            page.startingPot = 33;
-            page.ipTurnAddAllIn = true;
-            compare([shell.boardText, shell.startingStreet, shell.startingPot,
-                     shell.ipTurnAddAllIn], ["AsKsQs2d", "turn", 33, true]);
-            compare([shell.solvePage.boardText, shell.resultsPage.boardText],
-                    ["AsKsQs2d", "AsKsQs2d"]);
-            shell.solvePage.threadCount = 1;
-            compare(shell.threadCount, 1);
-
-            // The street of this project is not that of its board.
-            const loaded = Object.assign(shell.exportProjectState(), river, {
-                startingStreet: "turn", threadCount: 2});
-            shell.homePage.projectLoaded(loaded, false);
-            compare(shell.exportProjectState(), loaded);
-            for (const key of Object.keys(loaded)) {
-                if (key !== "threadCount") {
-                    compare(page[key], loaded[key], key);
-                }
-                compare(shell.solvePage[key], loaded[key], key);
-            }
-            shell.rakeCap = 7;
-            compare([page.rakeCap, shell.solvePage.rakeCap], [7, 7]);
-        }
-
-        function test_applyProjectState(): void {
-            shell.resetToDefaults();
-            const before = shell.exportProjectState();
-            shell.applyProjectState(null);
-            shell.applyProjectState({startingPot: "a lot", rakeCap: null, unknown: 1});
-            compare(shell.exportProjectState(), before);
-            shell.applyProjectState({rakePercent: 2.5});
-            compare(shell.exportProjectState(), Object.assign(before, {rakePercent: 2.5}));
-        }
-
-        function test_saveAndUnsavedChanges(): void {
-            solveRiver();
-            verify(shell.unsavedChanges);
-            verify(shell.files.save(projectFile));
-            verify(!shell.unsavedChanges);
-            compare([messages().text, messages().isError], ["Saved tst_shell.tidewellproj", false]);
-            // What is still being typed is saved, too.
-            shell.navigate(1);
-            const field = findChild(shell.projectPage, "rakeCap");
-            field.forceActiveFocus();
-            field.selectAll();
-            keyClick("5");
-            keyClick(Qt.Key_S, Qt.ControlModifier);
-            compare([shell.rakeCap, shell.unsavedChanges], [5, false]);
-            keyClick("0");
-            keyClick(Qt.Key_1, Qt.ControlModifier);
-            compare([shell.rakeCap, field.activeFocus], [50, false]);
-            shell.rakeCap = 5;
-
-            // Opening it anew brings it to the results.
-            shell.resetToStartupBlank();
-            shell.openDropped([projectFile]);
-            compare([shell.navIndex, shell.rakeCap, shell.unsavedChanges], [3, 5, false]);
-            verify(shell.controller.resultIterations > 0);
-            shell.projectPage.rakeCap = 6;
-
-            // Keep it, lose it, save it.
-            const lastBoard = shell.boardText;
-            keyClick(Qt.Key_N, Qt.ControlModifier);
-            tryVerify(() => dialog().opened);
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => !dialog().visible);
-            compare(shell.boardText, lastBoard);
-            keyClick(Qt.Key_N, Qt.ControlModifier);
-            tryVerify(() => dialog().opened);
-            press("Save");
-            compare([shell.boardText, shell.navIndex], ["", 1]);
-            shell.openDropped([projectFile]);
-            compare(shell.rakeCap, 6);
-            shell.rakeCap = 8;
-            tryVerify(() => !dialog().visible);
-            shell.openDropped([projectFile]);
-            tryVerify(() => dialog().opened);
-            press("Don't Save");
-            compare(shell.rakeCap, 6);
-        }
-
-        function test_close(): void {
-            shell.homePage.quickSolve();
-            shell.projectPage.rakeCap = 5;
-            let closed = 0;
-            verify(!shell.requestClose(() => ++closed));
-            tryVerify(() => dialog().opened);
-            press("Cancel");
-            tryVerify(() => !dialog().visible);
-            compare(closed, 0);
-            verify(!shell.requestClose(() => ++closed));
-            tryVerify(() => dialog().opened);
-            press("Don't Save");
-            compare(closed, 1);
-            verify(shell.requestClose(() => ++closed));
-        }
-
-        function test_failuresAreShown(): void {
-            shell.homePage.quickSolve();
-            const before = shell.exportProjectState();
-            ignoreWarning("Load failed: Failed to open file");
-            shell.openDropped(["file:///nowhere/at.tidewellproj"]);
-            compare([messages().visible, messages().isError], [true, true]);
-            verify(messages().text.startsWith("at.tidewellproj could not be opened"));
-            compare([shell.navIndex, shell.exportProjectState()], [1, before]);
-            shell.openDropped([projectFile, projectFile]);
-            compare(messages().text, "Drop one project file at a time.");
-            ignoreWarning(/^saveProject: failed to open:/);
-            ignoreWarning(/^Save failed:/);
-            shell.rakeCap = 9;
-            verify(!shell.files.save("file:///nowhere/at.tidewellproj"));
-            verify(messages().text.startsWith("at.tidewellproj could not be saved"));
-            verify(shell.unsavedChanges);
-            const cross = Finding.inTree(messages(), item => item instanceof IconButton);
-            waitForRendering(root);
-            mouseClick(cross);
-            verify(!messages().visible);
-        }
-
-        function test_appearance(): void {
-            const store = createTemporaryQmlObject("import Tidewell\nAppearanceStore {}", root);
-            const theme = createTemporaryQmlObject("import Tidewell\nTheme {}", root);
-            store.accentHex = "#8058A6FF";
-            store.darkMode = false;
-            store.applyTo(theme);
-            compare([theme.dark, String(theme.accent)], [false, "#8058a6ff"]);
-            store.accentHex = "no colour";
-            store.darkMode = true;
-            store.applyTo(theme);
-            compare([theme.dark, String(theme.accent)], [true, "#8058a6ff"]);
-            store.accentHex = "";
-            store.applyTo(theme);
-            compare(String(theme.accent), "#3fb950");
-
-            shell.settingsPage.darkMode = false;
-            verify(!shell.theme.dark);
-            shell.settingsPage.darkMode = true;
-            verify(shell.theme.dark);
-        }
-
-        name: "AppShell"
-        when: windowShown
+        controller: test.controller
     }
 }

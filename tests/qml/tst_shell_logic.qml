@@ -1,7 +1,5 @@
-import QtQuick
 import QtTest
 
-import "../../qml/logic/accent.mjs" as Accent
 import "../../qml/logic/home_statistics.mjs" as HomeStatistics
 import "../../qml/logic/presets.mjs" as Presets
 import "../../qml/logic/solve_config.mjs" as SolveConfig
@@ -22,43 +20,30 @@ TestCase {
 
     function test_presets(): void {
         const blank = Presets.startupBlank(6);
-        compare(Presets.PROJECT_KEYS.length, 37);
-        compare(Presets.SIZING_KEYS.length, 12);
-        for (const preset of [Presets.referenceSpot(6), Presets.quickSpot(6),
-                              Presets.newProject(6, false)]) {
-            compare(Object.keys(preset), Object.keys(blank));
-        }
         compare([blank.boardText, blank.maxIterations, blank.threadCount, blank.startingStreet],
                 ["", 0, 6, "flop"]);
-        compare(Presets.startupBlank(0).threadCount, 1);
-        compare(Presets.referenceSpot(0).threadCount, 12);
-    }
-
-    function test_presets_money_data(): var {
-        return [
-            {tag: "reference", preset: Presets.referenceSpot(2), money: [180, 910, 30],
-             board: "QsJh2h", bets: ["52", "55", "70"], raises: ["45", "45", "45"]},
-            {tag: "quick", preset: Presets.quickSpot(2), money: [18, 91, 3],
-             board: "AdJd8s", bets: ["50", "75", "75"], raises: ["50", "50", "75"]},
-            {tag: "new", preset: Presets.newProject(2, false), money: [18, 91, 3],
-             board: "", bets: ["", "", ""], raises: ["", "", ""]},
-            {tag: "new of a developer", preset: Presets.newProject(2, true), money: [180, 910, 30],
-             board: "", bets: ["", "", ""], raises: ["", "", ""]}
-        ];
-    }
-
-    function test_presets_money(row: var): void {
-        const p = row.preset;
-        compare([p.startingPot, p.effectiveStack, p.rakeCap], row.money);
-        compare([p.maxIterations, p.targetExploitability, p.rakePercent], [400, 0.5, 5]);
-        compare(p.boardText, row.board);
-        for (const seat of ["oop", "ip"]) {
-            const sizes = kind => ["Flop", "Turn", "River"].map(
-                street => p[`${seat}${street}${kind}SizesText`]);
-            compare(sizes("Bet"), row.bets);
-            compare(sizes("Raise"), row.raises);
+        const none = ["", "", ""];
+        const small = [18, 91, 3];
+        const large = [180, 910, 30];
+        for (const [preset, money, board, bets, raises] of [
+            [Presets.referenceSpot(2), large, "QsJh2h", ["52", "55", "70"], ["45", "45", "45"]],
+            [Presets.quickSpot(2), small, "AdJd8s", ["50", "75", "75"], ["50", "50", "75"]],
+            [Presets.newProject(2, false), small, "", none, none],
+            [Presets.newProject(2, true), large, "", none, none]]) {
+            compare(Object.keys(preset), Object.keys(blank));
+            compare([preset.startingPot, preset.effectiveStack, preset.rakeCap], money);
+            compare([preset.maxIterations, preset.targetExploitability, preset.rakePercent],
+                    [400, 0.5, 5]);
+            compare(preset.boardText, board);
+            for (const seat of ["oop", "ip"]) {
+                const sizes = kind => ["Flop", "Turn", "River"].map(
+                    street => preset[`${seat}${street}${kind}SizesText`]);
+                compare([sizes("Bet"), sizes("Raise")], [bets, raises]);
+            }
+            compare(SolveGate.isProjectComplete(preset), board !== "");
         }
-        compare(SolveGate.isProjectComplete(p), row.board !== "");
+        compare([Presets.startupBlank(0).threadCount, Presets.referenceSpot(0).threadCount],
+                [1, 12]);
     }
 
     function test_config(): void {
@@ -69,6 +54,10 @@ TestCase {
         const config = SolveConfig.solveConfig(state);
         compare(Object.keys(config).length, 11 + 2 * 11 + 3);
         fuzzyCompare(config.target_exploitability, 0.9, 1e-12);
+        for (const [pot, percent, chips] of [[180, 1, 1.8], [0, 1, 0], [-5, 1, 0],
+                                             [Infinity, 1, 0], [10, NaN, 0]]) {
+            compare(SolveConfig.targetAmount(pot, percent), chips);
+        }
         compare([config.board, config.thread_count, config.starting_street, config.rake_cap],
                 ["AdJd8s", 3, "flop", 3]);
         compare([config.oop_turn_dont_donk, config.oop_flop_dont_donk], [true, false]);
@@ -79,72 +68,28 @@ TestCase {
                  config.oop_add_all_in_jam_threshold_enabled], [true, 40, false]);
     }
 
-    function test_target_data(): var {
-        return [
-            {pot: 180, percent: 1, chips: 1.8},
-            {pot: 0, percent: 1, chips: 0},
-            {pot: -5, percent: 1, chips: 0},
-            {pot: Infinity, percent: 1, chips: 0},
-            {pot: 10, percent: NaN, chips: 0}
-        ];
+    function test_gate(): void {
+        for (const [change, complete] of [
+            [{}, true], [{boardText: "adjd8s"}, true], [{boardText: " Ad Jd 8s "}, true],
+            [{boardText: "AdJd__2c"}, false], [{boardText: "AdJd8s2"}, false],
+            [{boardText: "AdJd8x"}, false], [{oopRangeText: "100%"}, true],
+            [{ipRangeText: "no hands"}, false], [{ipRangeText: "  "}, false],
+            // Of a street that is over.
+            [{boardText: "AdJd8s2c", ipFlopBetSizesText: " "}, false]]) {
+            compare(SolveGate.isProjectComplete(Object.assign(Presets.quickSpot(2), change)),
+                    complete, JSON.stringify(change));
+        }
     }
 
-    function test_target(row: var): void {
-        compare(SolveConfig.targetAmount(row.pot, row.percent), row.chips);
-    }
-
-    function test_gate_data(): var {
-        const change = (key, value) => ({[key]: value});
-        return [
-            {tag: "whole", change: {}, complete: true},
-            {tag: "lower case", change: change("boardText", "adjd8s"), complete: true},
-            {tag: "spaces", change: change("boardText", " Ad Jd 8s "), complete: true},
-            {tag: "gap", change: change("boardText", "AdJd__2c"), complete: false},
-            {tag: "seven characters", change: change("boardText", "AdJd8s2"), complete: false},
-            {tag: "no card", change: change("boardText", "AdJd8x"), complete: false},
-            {tag: "percentage", change: change("oopRangeText", "100%"), complete: true},
-            {tag: "words", change: change("ipRangeText", "no hands"), complete: false},
-            {tag: "no range", change: change("ipRangeText", "  "), complete: false},
-            {tag: "street not played", change: {boardText: "AdJd8s2c", ipFlopBetSizesText: " "},
-             complete: false}
-        ];
-    }
-
-    function test_gate(row: var): void {
-        const state = Object.assign(Presets.quickSpot(2), row.change);
-        compare(SolveGate.isProjectComplete(state), row.complete);
-    }
-
-    function test_memory_data(): var {
-        const amounts = (required, available, reclaimable) => ({
-            solveRequiredMemoryBytes: required, systemAvailableMemoryBytes: available,
-            resultsReclaimableMemoryBytes: reclaimable});
-        return [
-            {tag: "no controller", controller: null, enough: false},
-            {tag: "no estimate", controller: amounts(0, 1000, 0), enough: false},
-            {tag: "nothing known", controller: amounts(10, NaN, 0), enough: false},
-            {tag: "just not", controller: amounts(1000, 1000, 0), enough: false},
-            {tag: "just", controller: amounts(999, 1000, 0), enough: true},
-            {tag: "with the last result's", controller: amounts(1000, 900, 101), enough: true}
-        ];
-    }
-
-    function test_memory(row: var): void {
-        compare(SolveGate.hasEnoughMemory(row.controller), row.enough);
-    }
-
-    function test_accent_data(): var {
-        return [
-            {text: " #3fb950 ", hex: "#3fb950"},
-            {text: "#803FB950", hex: "#803FB950"},
-            {text: "#3FB", hex: ""},
-            {text: "red", hex: ""},
-            {text: "", hex: ""}
-        ];
-    }
-
-    function test_accent(row: var): void {
-        compare(Accent.accentHex(row.text), row.hex);
+    function test_memory(): void {
+        compare(SolveGate.hasEnoughMemory(null), false);
+        for (const [required, available, reclaimable, enough] of [
+            [0, 1000, 0, false], [10, NaN, 0, false], [1000, 1000, 0, false], [999, 1000, 0, true],
+            [1000, 900, 101, true]]) {
+            compare(SolveGate.hasEnoughMemory({
+                solveRequiredMemoryBytes: required, systemAvailableMemoryBytes: available,
+                resultsReclaimableMemoryBytes: reclaimable}), enough, required);
+        }
     }
 
     function test_history(): void {
@@ -180,20 +125,13 @@ TestCase {
         verify(isNaN(HomeStatistics.calendarSummary([]).averageSeconds));
     }
 
-    function test_duration_data(): var {
-        return [
-            {seconds: 0, parts: null},
-            {seconds: -1, parts: null},
-            {seconds: NaN, parts: null},
-            {seconds: 59.96, parts: {minutes: 0, seconds: 59.96}},
-            {seconds: 60, parts: {minutes: 1, seconds: 0}},
-            {seconds: 119.7, parts: {minutes: 2, seconds: 0}},
-            {seconds: 125, parts: {minutes: 2, seconds: 5}}
-        ];
-    }
-
-    function test_duration(row: var): void {
-        compare(HomeStatistics.durationParts(row.seconds), row.parts);
+    function test_duration(): void {
+        for (const [seconds, parts] of [
+            [0, null], [-1, null], [NaN, null], [59.96, {minutes: 0, seconds: 59.96}],
+            [60, {minutes: 1, seconds: 0}], [119.7, {minutes: 2, seconds: 0}],
+            [125, {minutes: 2, seconds: 5}]]) {
+            compare(HomeStatistics.durationParts(seconds), parts);
+        }
     }
 
     name: "ShellLogic"
