@@ -51,6 +51,8 @@ class AppController : public QObject {
     Q_PROPERTY(double resultEvOop READ resultEvOop NOTIFY resultsChanged)
     Q_PROPERTY(double resultEvIp READ resultEvIp NOTIFY resultsChanged)
     Q_PROPERTY(QVariantList rootActions READ rootActions NOTIFY resultsChanged)
+    /// What `startSolveWithConfig` was given for the results on screen; empty where nobody knows.
+    Q_PROPERTY(QVariantMap solvedConfig READ solvedConfig NOTIFY resultsChanged)
     Q_PROPERTY(quint64 resultsReclaimableMemoryBytes READ resultsReclaimableMemoryBytes NOTIFY
                    resultsChanged)
     Q_PROPERTY(bool developerMode READ developerMode CONSTANT)
@@ -77,6 +79,7 @@ class AppController : public QObject {
     double progress() const { return progress_; }
     QString statusText() const { return statusText_; }
     QString resultsSummary() const { return results_.summary; }
+    QVariantMap solvedConfig() const { return lastSolveCfg_; }
     double resultStartingPot() const { return results_.startingPot; }
     int resultIterations() const { return results_.iterations; }
     double resultExploitability() const { return results_.exploitability; }

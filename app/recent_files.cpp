@@ -94,6 +94,14 @@ void RecentFiles::refresh() {
     }
 }
 
+bool RecentFiles::exists(const QUrl& file) {
+    return QFileInfo::exists(file.toLocalFile());
+}
+
+QUrl RecentFiles::newestFolder() const {
+    return entries_.empty() ? QUrl() : QUrl::fromLocalFile(QFileInfo(entries_.front().path).path());
+}
+
 int RecentFiles::find(const QString& path) const {
     const auto found = std::find_if(entries_.begin(), entries_.end(),
                                     [&](const Entry& entry) { return entry.path == path; });

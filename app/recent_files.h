@@ -40,6 +40,10 @@ class RecentFiles : public QAbstractListModel {
     /// Looks which files are there.
     Q_INVOKABLE void refresh();
 
+    Q_INVOKABLE static bool exists(const QUrl& file);
+    /// The folder of the newest file; empty without one.
+    Q_INVOKABLE QUrl newestFolder() const;
+
   Q_SIGNALS:
     void countChanged();
 

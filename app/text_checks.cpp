@@ -1,6 +1,8 @@
 #include "app/text_checks.h"
 
+#include <QRegularExpression>
 #include <exception>
+#include <stdexcept>
 #include <string>
 
 #include "engine/poker/bet_size.h"
@@ -19,8 +21,21 @@ QString messageOf(const Parse& parse) {
     return {};
 }
 
+/// The solver drops what it does not know in a text of sizes, blanks as well: "33 75" is 3375 to
+/// it.
+void refuseStrayCharacters(const QString& text) {
+    static const QRegularExpression sizes(
+        QStringLiteral(R"(^\s*[0-9%.acerx]*(\s*%)?\s*(,\s*[0-9%.acerx]+(\s*%)?\s*)*,?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (!sizes.match(text).hasMatch()) {
+        throw std::invalid_argument(
+            "Sizing: write sizes such as 33, 75.5, 2e or a, with commas between them");
+    }
+}
+
 QString checkSizes(const QString& text, bool addAllIn, bool allowRelative) {
     return messageOf([&] {
+        refuseStrayCharacters(text);
         const std::string list = kestrel_app::normalize_sizing_text(text.toStdString(), addAllIn);
         kestrel::parse_size_list(list, allowRelative);
     });

@@ -3,6 +3,7 @@ import QtQuick.Layouts
 import Tidewell
 
 import "logic/presets.mjs" as Presets
+import "logic/solve_config.mjs" as SolveConfig
 
 // The whole window: top bar, pages, and what they have in common. Pages know nothing of each other;
 // they read and write the project state that the shell is.
@@ -30,6 +31,8 @@ ProjectState {
     // Project page.
     readonly property var _projectKeys: Presets.PROJECT_KEYS.filter(key => key !== "threadCount")
     property bool _isSyncing: false
+    // What the results are of. The Setup page may have gone on to another spot since.
+    readonly property var _solved: controller?.resultIterations > 0 ? controller.solvedConfig : {}
 
     // The index of a page as in TopBar. A page that cannot be visited now is not.
     function navigate(index: int): void {
@@ -112,6 +115,7 @@ ProjectState {
         applyProjectState(projectState);
         syncPagesFromRoot();
         hasProject = true;
+        messages.dismiss();
         guard.markSaved(exportProjectState());
         navIndex = hasResults ? 3 : 1;
     }
@@ -226,9 +230,10 @@ ProjectState {
                 theme: shell.theme
                 type: shell.type
                 controller: shell.controller
-                boardText: shell.boardText
-                rakePercent: shell.rakePercent
-                rakeCap: shell.rakeCap
+                boardText: shell._solved.board ?? shell.boardText
+                rakePercent: shell._solved.rake_percent ?? shell.rakePercent
+                rakeCap: shell._solved.rake_cap ?? shell.rakeCap
+                setupChanged: !SolveConfig.isSameSpot(shell.solveConfig(), shell._solved)
                 onGoToSolve: shell.navIndex = 2
             }
             SettingsPage {

@@ -15,6 +15,8 @@ AppTextField {
     // Digits after the point; 0 takes whole numbers only.
     property int decimals: 2
 
+    readonly property var _form:
+        new RegExp(`^-?(?=.?\\d)\\d*${decimals > 0 ? `(\\.\\d{0,${decimals}})?` : ""}$`)
     // Whether the text is the user's, not the value's.
     property bool _touched: false
 
@@ -29,7 +31,7 @@ AppTextField {
 
     // NaN for what is no number within the bounds.
     function _read(entry: string): real {
-        const number = /\d/.test(entry) ? Number(entry) : NaN;
+        const number = _form.test(entry) ? Number(entry) : NaN;
         return number >= from && number <= to ? number : NaN;
     }
 
@@ -60,9 +62,10 @@ AppTextField {
         //: Bounds of a number field
         ? qsTr("Enter a number from %1 to %2").arg(_spoken(from)).arg(_spoken(to))
         : ""
+    // Whatever may stand in a number can be typed: a character that is swallowed makes another number
+    // of what was meant.
     validator: RegularExpressionValidator {
-        regularExpression: new RegExp("^" + (field.from < 0 ? "-?" : "") + "\\d*"
-            + (field.decimals > 0 ? "(\\.\\d{0," + field.decimals + "})?" : "") + "$")
+        regularExpression: /[-0-9.e]*/
     }
 
     onValueChanged: if (!activeFocus) restore()

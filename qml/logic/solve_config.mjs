@@ -11,6 +11,15 @@ export function targetAmount(startingPot, targetPercent) {
     return startingPot * targetPercent / 100;
 }
 
+// They say how long to solve and how, not what.
+const EFFORT_KEYS = ["max_iterations", "target_exploitability", "thread_count"];
+
+// Whether two configurations describe the same game. What one of them does not say counts as equal.
+export function isSameSpot(config, other) {
+    return Object.keys(config).every(key => EFFORT_KEYS.includes(key) || !(key in other)
+        || String(config[key]) === String(other[key]));
+}
+
 function seatConfig(state, seat) {
     const config = {};
     for (const street of STREETS) {

@@ -52,6 +52,7 @@ Item {
     ProjectFiles {
         id: projectFiles
 
+        theme: page.theme
         controller: page.controller
         stateProvider: () => page.projectStateProvider()
         confirmLoss: proceed => page.confirmLoss(proceed)

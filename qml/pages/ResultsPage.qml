@@ -20,6 +20,9 @@ FocusScope {
     // In chips, 0 for none.
     property real rakeCap: 0
 
+    // The spot on the Setup page is another one by now.
+    property bool setupChanged: false
+
     property alias treeLevels: treeWalk.levels
     property alias currentNodeIndex: treeWalk.currentNodeIndex
     property alias selectedPlayer: treeWalk.selectedPlayer
@@ -141,6 +144,9 @@ FocusScope {
         if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp) {
             strategyPanel.scrollBy(event.key === Qt.Key_PageDown ? 0.9 : -0.9);
             event.accepted = true;
+        } else if (event.matches(StandardKey.Copy)) {
+            strategyPanel.copyMatrix();
+            event.accepted = true;
         } else if (treePanel.handleKey(event.key)) {
             treePanel.forceActiveFocus(Qt.TabFocusReason);
             event.accepted = true;
@@ -255,6 +261,7 @@ FocusScope {
             selectedHand: page.selectedHandClass
             playMode: page.playMode
             playBoardText: page.playBoardText
+            setupChanged: page.setupChanged
             T.SplitView.minimumWidth: Math.max(360, Math.round(500 * page.uiScale))
             T.SplitView.fillWidth: true
             onHandClicked: hand => page.toggleHandFilter(hand)

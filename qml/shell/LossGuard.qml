@@ -84,7 +84,7 @@ Item {
         title: qsTr("Solve running")
         text: qsTr("A solve is running. It will be cancelled, and what it has found is lost.")
         confirmText: qsTr("Cancel Solve")
-        cancelText: qsTr("Go On")
+        cancelText: qsTr("Keep Solving")
         danger: true
         onAccepted: {
             const goOn = proceed;

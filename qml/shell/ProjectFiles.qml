@@ -7,6 +7,7 @@ import Tidewell
 Item {
     id: files
 
+    property Theme theme: Fallback.theme
     property var controller: null
     // Gives the project state to be saved, a map.
     property var stateProvider: () => ({})
@@ -72,11 +73,13 @@ Item {
 
     function chooseToSave(then: var): void {
         _afterSave = then ?? null;
+        _enterFolder(saveDialog);
         saveDialog.selectedFile = String(currentFile) !== "" ? currentFile : _proposedFile();
         saveDialog.open();
     }
 
     function chooseToOpen(): void {
+        _enterFolder(openDialog);
         openDialog.open();
     }
 
@@ -92,10 +95,27 @@ Item {
         return `${saveDialog.currentFolder}/${board || qsTr("Spot")}.tidewellproj`;
     }
 
-    // The dialog that Qt brings of its own gives what was typed there as a bare path.
+    // Where projects were last.
+    function _enterFolder(dialog: FileDialog): void {
+        const folder = recent.newestFolder();
+        if (String(folder) !== "") {
+            dialog.currentFolder = folder;
+        }
+    }
+
+    // The dialog that Qt brings of its own gives what was typed there as a bare path, behind that of
+    // the folder even where it is a whole one.
     function _fileOf(choice: url): url {
-        const text = String(choice);
-        return text.startsWith("/") ? "file://" + text : choice;
+        const path = String(choice).replace(/^file:\/\//, "");
+        return "file://" + path.slice(path.lastIndexOf("//") + 1);
+    }
+
+    function _saveChosen(): void {
+        const then = _afterSave;
+        _afterSave = null;
+        if (save(_fileOf(saveDialog.selectedFile)) && then) {
+            then();
+        }
     }
 
     function _load(file: url): void {
@@ -124,13 +144,30 @@ Item {
         acceptLabel: qsTr("Save")
         defaultSuffix: selectedNameFilter.index === 1 ? "json" : "tidewellproj"
         nameFilters: openDialog.nameFilters
+        // Not every platform's dialog asks, so the program does.
+        // qmllint disable
+        options: FileDialog.DontConfirmOverwrite
+        // qmllint enable
         onAccepted: {
-            const then = files._afterSave;
-            files._afterSave = null;
-            if (files.save(files._fileOf(selectedFile)) && then) {
-                then();
+            const file = files._fileOf(selectedFile);
+            if (String(file) !== String(files.currentFile) && files.recent.exists(file)) {
+                overwriteDialog.open();
+            } else {
+                files._saveChosen();
             }
         }
+        onRejected: files._afterSave = null
+    }
+    ConfirmDialog {
+        id: overwriteDialog
+
+        theme: files.theme
+        title: qsTr("Replace file")
+        text: qsTr("%1 is there already. Its content will be replaced.")
+            .arg(files.nameOf(saveDialog.selectedFile))
+        confirmText: qsTr("Replace")
+        danger: true
+        onAccepted: files._saveChosen()
         onRejected: files._afterSave = null
     }
     FileDialog {

@@ -96,7 +96,7 @@ Item {
             shell.navIndex = 2;
             picture("solve-ready");
             click(find("start"));
-            tryVerify(() => shell.solvePage.currentIteration > 3, 120000);
+            tryVerify(() => shell.solvePage.currentIteration > 60, 120000);
             picture("solve-running");
             click(find("cancel"));
             tryVerify(() => !shell.running, 60000);

@@ -33,7 +33,7 @@ RowLayout {
         wrapMode: Text.Wrap
         Accessible.ignored: true
         Layout.fillWidth: true
-        Layout.preferredWidth: 100
+        Layout.preferredWidth: 84
     }
     NumberField {
         objectName: "jamPercent"

@@ -19,23 +19,44 @@ Card {
     // Stands at the right of the matrix.
     property Component browser: null
 
-    // What the button took away, to be brought back.
-    property string _cleared: ""
+    // The text before each change by the matrix or the button, oldest first: a click on a hand takes
+    // the whole token away that it stands in.
+    property var _former: []
+    property real _changedAt: 0  // milliseconds
+    property bool _isChanging: false
 
     function _paint(hand: string, weight: real): void {
-        rangeText = RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100);
+        _change(RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100));
     }
 
-    function _clear(): void {
-        _cleared = rangeText;
-        rangeText = "";
+    // What follows at once belongs to the same stroke.
+    function _change(text: string): void {
+        const now = Date.now();
+        if (now - _changedAt > 300 || _former.length === 0) {
+            _former = [..._former, rangeText];
+        }
+        _changedAt = now;
+        _set(text);
+    }
+
+    function _undo(): void {
+        const text = _former[_former.length - 1];
+        _former = _former.slice(0, -1);
+        _changedAt = 0;
+        _set(text);
+    }
+
+    function _set(text: string): void {
+        _isChanging = true;
+        rangeText = text;
+        _isChanging = false;
     }
 
     padding: theme.spaceMd
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 
-    onRangeTextChanged: if (rangeText !== "") _cleared = ""
+    onRangeTextChanged: if (!_isChanging) _former = []
 
     ColumnLayout {
         anchors.fill: parent
@@ -57,13 +78,13 @@ Card {
                 Layout.fillWidth: true
 
                 SecondaryButton {
-                    objectName: "undoClear"
+                    objectName: "undoChange"
                     theme: panel.theme
                     compact: true
                     text: qsTr("Undo")
-                    tip: qsTr("Bring the cleared range back")
-                    visible: panel._cleared !== ""
-                    onClicked: panel.rangeText = panel._cleared
+                    tip: qsTr("Take the last change of the matrix back")
+                    visible: panel._former.length > 0
+                    onClicked: panel._undo()
                 }
                 SecondaryButton {
                     objectName: "clearRange"
@@ -71,7 +92,7 @@ Card {
                     compact: true
                     text: qsTr("Clear")
                     enabled: panel.rangeText !== ""
-                    onClicked: panel._clear()
+                    onClicked: panel._change("")
                 }
             }
         }

@@ -190,9 +190,12 @@ Card {
         horizontalAlignment: Text.AlignHCenter
         Layout.fillWidth: true
     }
+    // In two lines where that lets both seats fit on a small screen.
     component RowLabel: AppLabel {
         theme: panel.theme
         font.pixelSize: Fallback.type.labelMd
+        wrapMode: Text.Wrap
+        Layout.preferredWidth: Math.min(Math.ceil(implicitWidth), 66)
         Layout.fillWidth: true
     }
     component BetSizes: SizesField {

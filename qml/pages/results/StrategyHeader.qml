@@ -12,6 +12,8 @@ Item {
     required property var controller
     required property string boardText
     required property string player
+    // The Setup page describes another spot by now.
+    property bool setupChanged: false
     default property alias actions: actionColumn.data
 
     readonly property color _playerColor: player === "IP" ? theme.info : theme.actionBet
@@ -66,6 +68,15 @@ Item {
                 tint: header.theme.withOpacity(header._playerColor, 0.15)
                 stroke: "transparent"
                 textColor: header._playerColor
+            }
+            Chip {
+                objectName: "setupChanged"
+                theme: header.theme
+                text: qsTr("Setup has changed since this solve")
+                tint: header.theme.withOpacity(header.theme.warn, 0.15)
+                stroke: "transparent"
+                textColor: header.theme.warn
+                visible: header.setupChanged
             }
         }
     }

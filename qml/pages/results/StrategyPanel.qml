@@ -18,8 +18,13 @@ Card {
     // Hands are being played: the head alone is left.
     required property bool playMode
     required property string playBoardText
+    property bool setupChanged: false
 
     signal handClicked(hand: string)
+
+    function copyMatrix(): void {
+        view.copyMatrix();
+    }
 
     // By a part of the height.
     function scrollBy(part: real): void {
@@ -35,6 +40,7 @@ Card {
             controller: panel.nodes.controller
             boardText: panel.playMode ? panel.playBoardText : panel.walk.boardWithDeals
             player: panel.walk.selectedPlayer
+            setupChanged: panel.setupChanged
             Layout.fillWidth: true
         }
         StrategyView {

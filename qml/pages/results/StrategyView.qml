@@ -38,6 +38,10 @@ AppScrollView {
 
     signal handClicked(hand: string)
 
+    function copyMatrix(): void {
+        matrix.copy();
+    }
+
     // By a part of the height.
     function scrollBy(part: real): void {
         const flickable = contentItem as Flickable;
@@ -57,8 +61,8 @@ AppScrollView {
     function _hint(): string {
         if (_meta.nodeType === "chance") {
             return _meta.chanceDeal === "river"
-                ? qsTr("Choose the river card in the game tree to go on.")
-                : qsTr("Choose the turn card in the game tree to go on.");
+                ? qsTr("Click “Deal River” in the game tree to choose the card.")
+                : qsTr("Click “Deal Turn” in the game tree to choose the card.");
         }
         return nodes.nodeCount() > 0 ? qsTr("Nothing is known of the hands at this node.")
                                      : qsTr("There are no results yet.");
@@ -82,8 +86,20 @@ AppScrollView {
 
             spacing: view.theme.spaceSm
 
-            PanelTitle {
-                text: qsTr("Action Frequencies")
+            RowLayout {
+                spacing: view.theme.spaceSm
+
+                PanelTitle {
+                    text: qsTr("Action Frequencies")
+                }
+                AppLabel {
+                    theme: view.theme
+                    //: What the figures of the actions count
+                    text: qsTr("of the whole starting range")
+                    muted: true
+                    font.pixelSize: Fallback.type.labelMd
+                    visible: view._meta.nodeType === "decision"
+                }
             }
             ActionBar {
                 theme: view.theme

@@ -54,10 +54,12 @@ Card {
             .arg(progress.iterationWindowSize);
     }
 
+    // The status says 0 until it has been measured for the first time.
+    readonly property bool _isMeasured: progress.currentExploitabilityValue > 0
+
     function _exploitabilityText(): string {
-        const value = progress.currentExploitabilityValue;
-        if (Number.isFinite(value)) {
-            return value.toLocaleString(Qt.locale(), "f", 4);
+        if (_isMeasured) {
+            return progress.currentExploitabilityValue.toLocaleString(Qt.locale(), "f", 4);
         }
         return progress.running ? qsTr("Measuring...") : "—";
     }
@@ -167,6 +169,13 @@ Card {
                 objectName: "exploitability"
                 label: qsTr("Exploitability")
                 value: panel._exploitabilityText()
+                unit: {
+                    if (!panel._isMeasured) {
+                        return "";
+                    }
+                    //: c is a hundredth of a chip, as in sizes such as "500c"
+                    return panel.progress.running ? qsTr("c") : qsTr("chips");
+                }
                 accentColor: panel.theme.gold
             }
         }
