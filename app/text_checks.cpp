@@ -22,10 +22,11 @@ QString messageOf(const Parse& parse) {
 }
 
 /// The solver drops what it does not know in a text of sizes, blanks as well: "33 75" is 3375 to
-/// it.
+/// it. A dash says that there are none.
 void refuseStrayCharacters(const QString& text) {
     static const QRegularExpression sizes(
-        QStringLiteral(R"(^\s*[0-9%.acerx]*(\s*%)?\s*(,\s*[0-9%.acerx]+(\s*%)?\s*)*,?\s*$)"),
+        QStringLiteral(
+            R"(^\s*-?\s*$|^\s*[0-9%.acerx]*(\s*%)?\s*(,\s*[0-9%.acerx]+(\s*%)?\s*)*,?\s*$)"),
         QRegularExpression::CaseInsensitiveOption);
     if (!sizes.match(text).hasMatch()) {
         throw std::invalid_argument(

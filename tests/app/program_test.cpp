@@ -15,12 +15,16 @@
 
 namespace {
 
-TEST(Program, OpensPaintsAndClosesOnADisplay) {
-    const VirtualDisplay display;
-    InstalledProgram installed(TIDEWELL_PATH);
+void showOn(const VirtualDisplay& display, InstalledProgram& installed) {
     installed.setVariable("DISPLAY", display.name());
     installed.setVariable("QT_QPA_PLATFORM", "xcb");
     installed.setVariable("TIDEWELL_ENABLE_LOGS", "1");
+}
+
+TEST(Program, OpensPaintsAndClosesOnADisplay) {
+    const VirtualDisplay display;
+    InstalledProgram installed(TIDEWELL_PATH);
+    showOn(display, installed);
     QProcess program;
     installed.start(program);
 
@@ -49,9 +53,7 @@ TEST(Program, OpensPaintsAndClosesOnADisplay) {
 TEST(Program, IsAtHomeInTheHandsOfAPerson) {
     const VirtualDisplay display;
     InstalledProgram installed(WALKTHROUGH_PATH);
-    installed.setVariable("DISPLAY", display.name());
-    installed.setVariable("QT_QPA_PLATFORM", "xcb");
-    installed.setVariable("TIDEWELL_ENABLE_LOGS", "1");
+    showOn(display, installed);
     QProcess program;
     installed.start(program, {"walk.tidewellproj"});
 

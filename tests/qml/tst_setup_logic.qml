@@ -163,7 +163,7 @@ TestCase {
             ["", "", ""], ["33, 75%, 2e, 500c, a", "", ""], ["2.5x", relative, ""],
             ["33, x", "Sizing: invalid token 'x'", "Sizing: invalid token 'x'"],
             ["1x", relative, "Relative raise must exceed 1.0x"], ["1.2.3", number, number],
-            [" 33 % ,75,", "", ""], ["33 75", stray, stray], ["-50", stray, stray],
+            [" 33 % ,75,", "", ""], [" - ", "", ""], ["33 75", stray, stray], ["-50", stray, stray],
             ["50 foo", stray, stray], ["50,,75", stray, stray]]) {
             for (const addAllIn of [false, true]) {
                 compare(TextChecks.checkBetSizes(text, addAllIn), bet);

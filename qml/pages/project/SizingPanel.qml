@@ -202,7 +202,7 @@ Card {
         theme: panel.theme
         placeholderText: "33, 75, 125"
         tip: qsTr("Percent of the pot, such as 33, 75. Also 500c for 5 chips, 2e for all chips in "
-                  + "over 2 streets, a for all-in.")
+                  + "over 2 streets, a for all-in, - for none.")
         Layout.minimumWidth: panel.streetColumnWidth
         Layout.preferredWidth: panel.streetColumnWidth
         Layout.fillWidth: true
@@ -211,7 +211,8 @@ Card {
         raises: true
         placeholderText: "75, 125, 200"
         tip: qsTr("Percent of the pot, such as 75, 125. Also 2.5x for a multiple of the bet, "
-                  + "500c for 5 chips more, 2e for all chips in over 2 streets, a for all-in.")
+                  + "500c for 5 chips more, 2e for all chips in over 2 streets, a for all-in, "
+                  + "- for none.")
     }
     component StreetToggle: ToggleSwitch {
         theme: panel.theme
