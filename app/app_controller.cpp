@@ -11,9 +11,9 @@
 #include "app/background.h"
 #include "app/config_map.h"
 #include "app/developer_mode.h"
-#include "app/project_file.h"
+#include "app/files/project_file.h"
+#include "app/files/text_files.h"
 #include "app/showdown.h"
-#include "app/text_files.h"
 
 using kestrel_app::SolveProgress;
 using kestrel_app::SolveResult;

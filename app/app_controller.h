@@ -10,11 +10,11 @@
 #include <functional>
 #include <optional>
 
-#include "app/distribution_jobs.h"
 #include "app/memory_budget.h"
-#include "app/node_answers.h"
-#include "app/node_lock_store.h"
-#include "app/solve_results.h"
+#include "app/results/distribution_jobs.h"
+#include "app/results/node_answers.h"
+#include "app/results/node_lock_store.h"
+#include "app/results/solve_results.h"
 #include "app/statistics.h"
 #include "session/solve_session.h"
 

@@ -17,9 +17,9 @@
 #include "app/graphics_backend.h"
 #include "app/language_manager.h"
 #include "app/logging.h"
-#include "app/platform/crash_handlers.h"
-#include "app/update_manager.h"
+#include "app/update/update_manager.h"
 #include "app/window_screen.h"
+#include "platform/crash_handlers.h"
 
 namespace tidewell {
 namespace {
@@ -34,12 +34,12 @@ void nameApplication() {
 
 /// From here on a process that dies says so, whether or not logging is on.
 void prepareLastWords(const LogPaths& paths) {
-    setCrashLogPaths(QFile::encodeName(paths.appDir).toStdString(),
-                     QFile::encodeName(paths.temp).toStdString());
-    installCrashHandlers();
+    tidewell_platform::setCrashLogPaths(QFile::encodeName(paths.appDir).toStdString(),
+                                        QFile::encodeName(paths.temp).toStdString());
+    tidewell_platform::installCrashHandlers();
     for (const char* const message :
          {"Crash handlers installed (v2)", "--- Tidewell starting (pre-QFile) ---"}) {
-        appendCrashLine((logTime() + " [INFO] " + message).toStdString());
+        tidewell_platform::appendCrashLine((logTime() + " [INFO] " + message).toStdString());
     }
 }
 

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "app/config_map.h"
-#include "app/platform/system_info.h"
+#include "app/system_info.h"
 #include "session/memory_estimate.h"
 
 namespace tidewell {

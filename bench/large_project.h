@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/project_file.h"
+#include "app/files/project_file.h"
 #include "bench/spots.h"
 #include "session/result_snapshot.h"
 

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <string>
 
-#include "app/project_file.h"
+#include "app/files/project_file.h"
 #include "bench/large_project.h"
 
 namespace {

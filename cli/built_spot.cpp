@@ -6,7 +6,7 @@
 
 #include "cli/format.h"
 #include "cli/input_error.h"
-#include "session/memory_info.h"
+#include "platform/memory_info.h"
 
 namespace tidewell_cli {
 
@@ -15,13 +15,13 @@ using kestrel::Game;
 BuiltSpot build_spot(const kestrel_app::SolveConfig& config) {
     BuiltSpot spot;
     spot.config = config;
-    spot.available_bytes = kestrel_app::available_memory();
+    spot.available_bytes = tidewell_platform::available_memory();
     // What ran out, and how much of it there was at least.
     std::string part = "the card tables";
-    std::uint64_t resident_before = kestrel_app::peak_resident_bytes();
+    std::uint64_t resident_before = tidewell_platform::peak_resident_bytes();
     try {
         kestrel_app::SpotInputs inputs = kestrel_app::parse_spot(config);
-        std::optional<kestrel_app::AllocationLimit> limit;
+        std::optional<tidewell_platform::AllocationLimit> limit;
         if (spot.available_bytes) {
             limit.emplace(*spot.available_bytes);
         }
@@ -30,12 +30,12 @@ BuiltSpot build_spot(const kestrel_app::SolveConfig& config) {
         spot.seconds.card_context = seconds_since(cards_start);
 
         part = "the betting tree";
-        resident_before = kestrel_app::peak_resident_bytes();
+        resident_before = tidewell_platform::peak_resident_bytes();
         const auto tree_start = Clock::now();
         spot.game = std::make_unique<Game>(std::move(inputs.options), *spot.cards);
         spot.seconds.tree = seconds_since(tree_start);
     } catch (const std::bad_alloc&) {
-        const std::uint64_t taken = kestrel_app::peak_resident_bytes() - resident_before;
+        const std::uint64_t taken = tidewell_platform::peak_resident_bytes() - resident_before;
         const std::string ran_out =
             " ran out " + (taken > 0 ? "after " + bytes(taken) + " of " : "in ") + part;
         throw MemoryRefused("not enough memory: " +

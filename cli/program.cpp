@@ -15,7 +15,6 @@
 
 #include "cli/built_spot.h"
 #include "cli/input_error.h"
-#include "cli/interrupt.h"
 #include "cli/line_walk.h"
 #include "cli/options.h"
 #include "cli/output_file.h"
@@ -29,8 +28,9 @@
 #include "cli/terminal.h"
 #include "cli/terminal_report.h"
 #include "cli/timing.h"
+#include "platform/interrupt.h"
+#include "platform/memory_info.h"
 #include "session/hand_distributions.h"
-#include "session/memory_info.h"
 #include "session/node_queries.h"
 #include "session/signature.h"
 
@@ -105,7 +105,7 @@ void check_questions(const Options& options, const kestrel::Game& game, const No
 }
 
 SolveRun watched_run(const Screen& screen, const kestrel_app::SolveConfig& config,
-                     InterruptGuard& interrupt) {
+                     tidewell_platform::InterruptGuard& interrupt) {
     Progress progress(screen.out, screen.style, config);
     return run_solve(config, interrupt,
                      [&](std::uint32_t iteration, double exploitability, bool measured) {
@@ -138,7 +138,7 @@ std::string tables_of(const Options& options, const SolveRun& run, const NodeRep
 }
 
 void solve(const Options& options, Clock::time_point program_start) {
-    InterruptGuard interrupt;
+    tidewell_platform::InterruptGuard interrupt(interrupted_line, exit_interrupted);
     const SolveTask task = told_task(options);
     check_outputs(options, task);
     BuiltSpot spot = build_spot(config_of(task));
@@ -174,7 +174,7 @@ void solve(const Options& options, Clock::time_point program_start) {
         report.stats = kestrel_app::node_action_stats(*run.finished, path.node);
     }
     const std::string tables = tables_of(options, run, report.node);
-    report.peak_resident_bytes = kestrel_app::peak_resident_bytes();
+    report.peak_resident_bytes = tidewell_platform::peak_resident_bytes();
     report.seconds.total = seconds_since(program_start);
     print_report(screen.out, screen.style, report);
     print_stats(screen.out, screen.style, report);

@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "app/config_map.h"
-#include "app/node_answers.h"
-#include "app/node_lock_store.h"
-#include "app/project_file.h"
+#include "app/files/project_file.h"
+#include "app/results/node_answers.h"
+#include "app/results/node_lock_store.h"
 #include "cli/format.h"
 #include "cli/output_file.h"
 #include "cli/project_state.h"

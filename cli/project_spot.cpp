@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "app/config_map.h"
-#include "app/project_file.h"
+#include "app/files/project_file.h"
 #include "cli/input_error.h"
 #include "cli/project_state.h"
 #include "cli/spot_file.h"

@@ -96,7 +96,8 @@ class RunRecord {
 
 }  // namespace
 
-SolveRun run_solve(const kestrel_app::SolveConfig& config, InterruptGuard& interrupt,
+SolveRun run_solve(const kestrel_app::SolveConfig& config,
+                   tidewell_platform::InterruptGuard& interrupt,
                    const IterationCallback& on_iteration) {
     RunRecord record(config, on_iteration);
     std::promise<kestrel_app::SolveResult> last_report;

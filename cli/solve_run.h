@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "cli/interrupt.h"
+#include "platform/interrupt.h"
 #include "session/result_snapshot.h"
 #include "session/solve_config.h"
 #include "session/solve_session.h"
@@ -42,7 +42,8 @@ using IterationCallback = std::function<void(std::uint32_t, double, bool)>;
 /// Solves on another thread, which also makes the calls, and waits for the end. Throws Interrupted
 /// after a Ctrl-C, which is deferred meanwhile, std::bad_alloc when memory runs out, and
 /// std::runtime_error with the text of any other failure.
-SolveRun run_solve(const kestrel_app::SolveConfig& config, InterruptGuard& interrupt,
+SolveRun run_solve(const kestrel_app::SolveConfig& config,
+                   tidewell_platform::InterruptGuard& interrupt,
                    const IterationCallback& on_iteration);
 
 }  // namespace tidewell_cli

@@ -18,8 +18,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/hand_matrix_item.h"
-#include "app/hand_matrix_picture.h"
+#include "app/matrix/hand_matrix_item.h"
+#include "app/matrix/hand_matrix_picture.h"
 #include "session/hand_labels.h"
 
 namespace tidewell {

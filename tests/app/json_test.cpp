@@ -9,8 +9,8 @@
 #include <QUrl>
 #include <limits>
 
-#include "app/json_reader.h"
-#include "app/json_writer.h"
+#include "app/files/json_reader.h"
+#include "app/files/json_writer.h"
 
 namespace tidewell {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/project_file.h"
+#include "app/files/project_file.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <QMap>
 #include <QTemporaryDir>
 
-#include "app/node_answers.h"
+#include "app/results/node_answers.h"
 #include "tests/app/file_size_limit.h"
 #include "tests/app/files.h"
 #include "tests/app/solved_spot.h"

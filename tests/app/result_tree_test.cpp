@@ -1,11 +1,11 @@
-#include "app/result_tree.h"
+#include "app/results/result_tree.h"
 
 #include <gtest/gtest.h>
 
 #include <QJsonDocument>
 #include <limits>
 
-#include "app/json_writer.h"
+#include "app/files/json_writer.h"
 #include "tests/app/solved_spot.h"
 
 namespace tidewell {

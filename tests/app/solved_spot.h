@@ -3,7 +3,7 @@
 #include <thread>
 
 #include "app/config_map.h"
-#include "app/solve_results.h"
+#include "app/results/solve_results.h"
 #include "session/solve_session.h"
 #include "tests/app/controller_support.h"
 

@@ -17,7 +17,7 @@
 
 #include "app/application.h"
 #include "app/logging.h"
-#include "app/platform/crash_handlers.h"
+#include "platform/crash_handlers.h"
 #include "tests/app/files.h"
 #include "tests/app/installed_program.h"
 
@@ -236,15 +236,16 @@ TEST_F(Logging, ParallelMessagesStayWhole) {
 
 TEST_F(Logging, LastWordsAreAppendedWithoutAWord) {
     const std::string file = path("last.log").toStdString();
-    appendLineToFile("one", file.c_str());
-    appendLineToFile("", file.c_str());
-    appendLineToFile(std::string(600, 'x'), file.c_str());
+    tidewell_platform::appendLineToFile("one", file.c_str());
+    tidewell_platform::appendLineToFile("", file.c_str());
+    tidewell_platform::appendLineToFile(std::string(600, 'x'), file.c_str());
     EXPECT_THAT(linesOf(path("last.log")),
                 ElementsAre("one\r", "\r", std::string(510, 'x') + "\r"));
 
-    appendLineToFile("no file", "");
-    appendLineToFile("no folder", path("missing/last.log").toStdString().c_str());
-    appendLineToFile("a folder", folder_.path().toStdString().c_str());
+    tidewell_platform::appendLineToFile("no file", "");
+    tidewell_platform::appendLineToFile("no folder",
+                                        path("missing/last.log").toStdString().c_str());
+    tidewell_platform::appendLineToFile("a folder", folder_.path().toStdString().c_str());
     EXPECT_THAT(QDir(folder_.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                 ElementsAre("last.log"));
 }

@@ -1,4 +1,4 @@
-#include "app/platform/system_info.h"
+#include "app/system_info.h"
 
 #include <gtest/gtest.h>
 #include <sched.h>

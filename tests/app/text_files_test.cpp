@@ -1,4 +1,4 @@
-#include "app/text_files.h"
+#include "app/files/text_files.h"
 
 #include <gtest/gtest.h>
 

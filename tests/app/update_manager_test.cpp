@@ -1,4 +1,4 @@
-#include "app/update_manager.h"
+#include "app/update/update_manager.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@
 #include <tuple>
 #include <utility>
 
-#include "app/update_manifest.h"
+#include "app/update/update_manifest.h"
 #include "tests/app/file_size_limit.h"
 #include "tests/app/files.h"
 #include "tests/app/http_server.h"

@@ -14,13 +14,14 @@
 #include <vector>
 
 #include "cli/input_error.h"
-#include "cli/interrupt.h"
 #include "cli/line_walk.h"
 #include "cli/options.h"
+#include "cli/program.h"
 #include "cli/solve_run.h"
 #include "cli/spot_file.h"
+#include "platform/interrupt.h"
+#include "platform/memory_info.h"
 #include "session/config_map.h"
-#include "session/memory_info.h"
 #include "session/presets.h"
 #include "tests/cli/support.h"
 
@@ -176,14 +177,14 @@ TEST(LineWalk, FollowsNamesCardsAndNumbersOrTellsTheChoices) {
 
 TEST(InterruptDeathTest, IsDeferredOnlyForATime) {
     {
-        InterruptGuard guard;
+        tidewell_platform::InterruptGuard guard(interrupted_line, exit_interrupted);
         guard.defer();
         EXPECT_FALSE(guard.interrupted());
         raise(SIGINT);
         EXPECT_TRUE(guard.interrupted());
     }
     const auto interrupted_behind_the_solve = [] {
-        InterruptGuard guard;
+        tidewell_platform::InterruptGuard guard(interrupted_line, exit_interrupted);
         guard.defer();
         guard.stop_deferring();
         raise(SIGINT);
@@ -313,8 +314,8 @@ TEST(Memory, RefusesWhatDoesNotFit) {
 
 // Room for the tree, but not for the states.
 TEST(Memory, RunningOutInTheSolveIsAnException) {
-    InterruptGuard interrupt;
-    const kestrel_app::AllocationLimit limit(std::uint64_t{400} << 20);
+    tidewell_platform::InterruptGuard interrupt(interrupted_line, exit_interrupted);
+    const tidewell_platform::AllocationLimit limit(std::uint64_t{400} << 20);
     EXPECT_THROW(run_solve(kestrel_app::config_from_map(kestrel_app::quick_solve_preset()),
                            interrupt, [](std::uint32_t, double, bool) {}),
                  std::bad_alloc);

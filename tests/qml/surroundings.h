@@ -12,7 +12,7 @@
 #include "app/app_controller.h"
 #include "app/graphics_backend.h"
 #include "app/language_manager.h"
-#include "app/update_manager.h"
+#include "app/update/update_manager.h"
 
 /// What a document finds: the program's own objects, anew for each test file, over a settings store
 /// that nobody else sees.

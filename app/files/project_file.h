@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <QVariantList>
+#include <QVariantMap>
+#include <atomic>
+
+#include "app/results/node_caches.h"
+#include "app/results/solve_results.h"
+
+namespace tidewell {
+
+/// What a project file holds.
+struct ProjectData {
+    QVariantMap project;  ///< the front end's own state, opaque here
+    bool hasResults = false;
+    SolveResults results;  ///< written with `hasResults` only
+    NodeCaches caches;     ///< as `results`
+    QVariantList
+        nodeLocks;  ///< maps of `nodeIndex`, `hand`, `actionIndex`, `actionProb`, `actionProbs`
+    QVariantMap lastUiCfg;  ///< the settings of the last solve
+};
+
+/// Writes a project as one JSON document, as a stream, and replaces the file only when all of it
+/// has been written. Returns what went wrong, in English, or nothing. `progress` runs from 0 to 1;
+/// may be null. Any thread.
+QString writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress);
+
+struct ReadProject {
+    QString error;  ///< why the file was refused, in English; empty when it was not
+    ProjectData data;
+};
+
+/// Reads a project file as a stream. Refused are, in this order: "Failed to open file", "Invalid
+/// JSON", "Unrecognized project format", "Unsupported project version". Inside a file that is none
+/// of these, values of a wrong type read as if they were missing: empty, 0 or false. Locks without
+/// a node and a hand, and cached answers without a node, are passed over. Any thread.
+ReadProject readProject(const QString& path, std::atomic<double>* progress);
+
+}  // namespace tidewell

@@ -1,0 +1,256 @@
+#include "app/matrix/hand_matrix_picture.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPen>
+#include <algorithm>
+#include <cmath>
+
+namespace tidewell {
+namespace {
+
+constexpr double restingBorder = 1.0;
+constexpr double frameWidth = 2.0;   // of the hovered, selected or current cell
+constexpr double raisedScale = 1.1;  // of a cell with lift 1
+constexpr float accentAlpha = 0.8F;
+constexpr float shareOpacity = 0.85F;
+constexpr float haloOpacity = 0.6F;
+constexpr double haloWidth = 2.0;  // half of it lies under the glyph
+
+// NaN becomes 0.
+double clamped(double value) {
+    return value > 0.0 ? std::min(value, 1.0) : 0.0;
+}
+
+QColor withAlpha(QColor color, float alpha) {
+    color.setAlphaF(alpha);
+    return color;
+}
+
+// The part of a cell that its weight covers.
+QRectF filledPart(const QRectF& cell, double weight, bool fromBottom) {
+    if (fromBottom) {
+        const double height = cell.height() * weight;
+        return {cell.left(), cell.bottom() - height, cell.width(), height};
+    }
+    return {cell.left(), cell.top(), cell.width() * weight, cell.height()};
+}
+
+// A line of a width along the inner side of an area's edges.
+void addFrame(std::vector<ColorRect>& rects, const QRectF& area, double width,
+              const QColor& color) {
+    const double inner = area.height() - 2.0 * width;
+    rects.push_back({{area.left(), area.top(), area.width(), width}, color});
+    rects.push_back({{area.left(), area.bottom() - width, area.width(), width}, color});
+    rects.push_back({{area.left(), area.top() + width, width, inner}, color});
+    rects.push_back({{area.right() - width, area.top() + width, width, inner}, color});
+}
+
+const QColor& baseColor(const HandMatrixPalette& palette, int hand) {
+    const int row = hand / handGridSide;
+    const int column = hand % handGridSide;
+    if (row == column) {
+        return palette.pair;
+    }
+    return row < column ? palette.suited : palette.offsuit;
+}
+
+std::array<QString, handCount> makeLabels() {
+    const QString ranks = QStringLiteral("AKQJT98765432");
+    std::array<QString, handCount> labels;
+    for (int hand = 0; hand < handCount; ++hand) {
+        const auto [higher, lower] = std::minmax({hand / handGridSide, hand % handGridSide});
+        QString& label = labels[static_cast<std::size_t>(hand)];
+        label = QString(ranks[higher]) + ranks[lower];
+        if (higher != lower) {
+            label += higher == hand / handGridSide ? 's' : 'o';
+        }
+    }
+    return labels;
+}
+
+const std::array<QString, handCount>& allLabels() {
+    static const std::array<QString, handCount> labels = makeLabels();
+    return labels;
+}
+
+double widestLabel(const QFontMetricsF& metrics) {
+    double widest = 0.0;
+    for (int hand = 0; hand < handCount; ++hand) {
+        widest = std::max(widest, metrics.horizontalAdvance(handLabel(hand)));
+    }
+    return widest;
+}
+
+}  // namespace
+
+const QString& handLabel(int hand) {
+    return allLabels()[static_cast<std::size_t>(hand)];
+}
+
+int handOfLabel(const QString& label) {
+    const auto place = std::ranges::find(allLabels(), label);
+    return place == allLabels().end() ? -1 : static_cast<int>(place - allLabels().begin());
+}
+
+QRectF HandGrid::cell(int index) const {
+    const double step = cellSize + spacing;
+    return {step * (index % handGridSide), step * (index / handGridSide), cellSize, cellSize};
+}
+
+int HandGrid::indexAt(QPointF point) const {
+    const double step = cellSize + spacing;
+    const double column = std::floor(point.x() / step);
+    const double row = std::floor(point.y() / step);
+    const auto outside = [](double place) { return !(place >= 0.0 && place < handGridSide); };
+    if (outside(column) || outside(row)) {
+        return -1;
+    }
+    const int index = static_cast<int>(row) * handGridSide + static_cast<int>(column);
+    const QPointF inCell = point - cell(index).topLeft();
+    return inCell.x() < cellSize && inCell.y() < cellSize ? index : -1;
+}
+
+bool HandMatrixPicture::isMixed(int hand) const {
+    const auto& shares = cells[static_cast<std::size_t>(hand)].shares;
+    return !actionColors.empty() && shares.size() == actionColors.size();
+}
+
+QRectF HandMatrixPicture::drawnCell(int hand) const {
+    const QRectF cell = grid.cell(hand);
+    const double grown =
+        cell.width() * (raisedScale - 1.0) * lift[static_cast<std::size_t>(hand)] / 2.0;
+    return cell.adjusted(-grown, -grown, grown, grown);
+}
+
+void HandMatrixPicture::addShares(std::vector<ColorRect>& rects, const QRectF& mask,
+                                  const HandCell& cell) const {
+    double start = 0.0;
+    for (std::size_t i = 0; i < actionColors.size() && start < 1.0; ++i) {
+        const double share = cell.shares[i] > 0.0 ? cell.shares[i] : 0.0;
+        // The last one ends at the edge, whatever rounding left over.
+        const double end = i + 1 == actionColors.size() ? 1.0 : std::min(start + share, 1.0);
+        if (end > start) {
+            const QColor& color = actionColors[i];
+            rects.push_back({{mask.left() + mask.width() * start, mask.top(),
+                              mask.width() * (end - start), mask.height()},
+                             withAlpha(color, color.alphaF() * shareOpacity)});
+        }
+        start += share;
+    }
+}
+
+void HandMatrixPicture::addCell(std::vector<ColorRect>& rects, int hand) const {
+    const HandCell& cell = cells[static_cast<std::size_t>(hand)];
+    const QRectF area = drawnCell(hand);
+    rects.push_back({area, baseColor(palette, hand)});
+    const double weight = clamped(cell.weight);
+    if (weight > 0.0) {
+        const QRectF mask = filledPart(area, weight, fillFromBottom);
+        if (isMixed(hand)) {
+            addShares(rects, mask, cell);
+        } else {
+            rects.push_back(
+                {mask, cell.color.isValid() ? cell.color : withAlpha(palette.accent, accentAlpha)});
+        }
+    }
+    if (hand == hovered) {
+        addFrame(rects, area, frameWidth, palette.focus);
+    } else {
+        addFrame(rects, area, restingBorder, palette.border);
+    }
+    if (hand == selected) {
+        addFrame(rects, area, frameWidth, palette.selection);
+    }
+}
+
+std::vector<ColorRect> HandMatrixPicture::rects() const {
+    std::vector<ColorRect> result;
+    result.reserve(handCount * (6 + actionColors.size()));
+    std::vector<int> raised;
+    for (int hand = 0; hand < handCount; ++hand) {
+        if (lift[static_cast<std::size_t>(hand)] > 0.0) {
+            raised.push_back(hand);
+        } else {
+            addCell(result, hand);
+        }
+    }
+    std::ranges::sort(raised, {},
+                      [this](int hand) { return lift[static_cast<std::size_t>(hand)]; });
+    for (const int hand : raised) {
+        addCell(result, hand);
+    }
+    if (current >= 0) {
+        // In the gap around the cell, so that it is told from the border of a hovered one.
+        const QRectF area = drawnCell(current);
+        addFrame(result, area.adjusted(-frameWidth, -frameWidth, frameWidth, frameWidth),
+                 frameWidth, palette.focus);
+    }
+    return result;
+}
+
+std::vector<LabelPlace> HandMatrixPicture::labels() const {
+    std::vector<LabelPlace> result;
+    result.reserve(handCount);
+    for (int hand = 0; hand < handCount; ++hand) {
+        const bool empty = !(cells[static_cast<std::size_t>(hand)].weight > 0.0);
+        if (!empty || showEmptyLabels) {
+            result.push_back({hand, drawnCell(hand), empty});
+        }
+    }
+    return result;
+}
+
+QRect LabelSheet::source(int hand) const {
+    return {hand % handGridSide * tile, hand / handGridSide * tile, tile, tile};
+}
+
+QRectF LabelSheet::target(const QRectF& cell, double restingSize) const {
+    const double size = tile / scale * cell.width() / restingSize;
+    QPointF corner = cell.center() - QPointF(size / 2.0, size / 2.0);
+    if (cell.width() <= restingSize) {
+        corner = {std::round(corner.x() * scale) / scale, std::round(corner.y() * scale) / scale};
+    }
+    return {corner, QSizeF(size, size)};
+}
+
+LabelSheet drawLabels(double cellSize, double scale, QFont font, const QColor& color,
+                      const QColor& halo) {
+    LabelSheet sheet;
+    sheet.scale = scale;
+    sheet.tile = std::max(1, static_cast<int>(std::ceil(cellSize * scale)));
+    sheet.image = QImage(sheet.tile * handGridSide, sheet.tile * handGridSide,
+                         QImage::Format_ARGB32_Premultiplied);
+    sheet.image.fill(Qt::transparent);
+
+    // In pixels of the image, where glyphs are hinted as they will be seen.
+    const int pixels = QFontInfo(font).pixelSize();
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels * scale))));
+    const double room = sheet.tile - 2.0 * frameWidth * scale;
+    const double width = widestLabel(QFontMetricsF(font));
+    if (width > room && room > 0.0) {
+        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * room / width)));
+    }
+    const QFontMetricsF metrics(font);
+    const double baseline = std::round((sheet.tile + metrics.capHeight()) / 2.0);
+
+    QPainter painter(&sheet.image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setFont(font);
+    painter.setPen(color);
+    const QPen around(withAlpha(halo, halo.alphaF() * haloOpacity), haloWidth * scale,
+                      Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    for (int hand = 0; hand < handCount; ++hand) {
+        const QString text = handLabel(hand);
+        const double indent = std::round((sheet.tile - metrics.horizontalAdvance(text)) / 2.0);
+        const QPointF place = sheet.source(hand).topLeft() + QPointF(indent, baseline);
+        QPainterPath outline;
+        outline.addText(place, font, text);
+        painter.strokePath(outline, around);
+        painter.drawText(place, text);
+    }
+    return sheet;
+}
+
+}  // namespace tidewell
