@@ -2,38 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
-#include <future>
 #include <numeric>
 #include <stdexcept>
 
+#include "engine/parallel/worker_pool.h"
 #include "engine/poker/evaluator.h"
 
 namespace kestrel {
 namespace {
-
-/// Runs body(begin, end) over [0, count) in one chunk of consecutive indices per worker. Rethrows
-/// the failure of the first chunk that failed, after all have ended.
-void for_each_chunk(std::size_t count, std::size_t workers,
-                    const std::function<void(std::size_t, std::size_t)>& body) {
-    const std::size_t threads = std::min(std::max<std::size_t>(count, 1), workers);
-    if (threads < 2) {
-        body(0, count);
-        return;
-    }
-    const std::size_t chunk = (count + threads - 1) / threads;
-    std::vector<std::future<void>> futures;
-    for (std::size_t begin = 0; begin < count; begin += chunk) {
-        futures.push_back(
-            std::async(std::launch::async, body, begin, std::min(begin + chunk, count)));
-    }
-    for (const auto& future : futures) {
-        future.wait();
-    }
-    for (auto& future : futures) {
-        future.get();
-    }
-}
 
 /// Sorts by the 32 bits above the lowest 16, keeping the order of equal ones: by bytes from the
 /// lowest up. A third of the time of a comparing sort at the length of a showdown list.
@@ -58,6 +34,9 @@ class Builder {
   public:
     Builder(const Board& board, const std::array<Range, 2>& weights, std::size_t workers)
         : board_mask_(mask_of(board)), workers_(workers) {
+        if (workers > 1) {
+            pool_ = std::make_unique<WorkerPool>(workers - 1);
+        }
         tables_->board = board;
         tables_->weights = weights;
     }
@@ -77,7 +56,7 @@ class Builder {
 
   private:
     void rebuild_private() {
-        for_each_chunk(2, workers_, [this](std::size_t begin, std::size_t end) {
+        parallel_for(pool_.get(), workers_, 2, [this](std::size_t begin, std::size_t end) {
             for (std::size_t seat = begin; seat < end; ++seat) {
                 for (std::size_t index = 0; index < pocket_count; ++index) {
                     const float weight = tables_->weights[seat][index];
@@ -188,15 +167,16 @@ class Builder {
     void build_showdown_tables() {
         tables_->showdown.resize(pocket_count);
         const std::vector<Contender> contenders = list_contenders();
-        for_each_chunk(runouts_.size(), workers_, [&](std::size_t begin, std::size_t end) {
-            std::vector<std::uint64_t> order;
-            std::vector<std::uint64_t> buffer;
-            for (std::size_t i = begin; i < end; ++i) {
-                const Pocket pair = runouts_[i];
-                fill_showdown_table(pair, contenders, order, buffer,
-                                    tables_->showdown[pocket_index(pair.low, pair.high)]);
-            }
-        });
+        parallel_for(
+            pool_.get(), workers_, runouts_.size(), [&](std::size_t begin, std::size_t end) {
+                std::vector<std::uint64_t> order;
+                std::vector<std::uint64_t> buffer;
+                for (std::size_t i = begin; i < end; ++i) {
+                    const Pocket pair = runouts_[i];
+                    fill_showdown_table(pair, contenders, order, buffer,
+                                        tables_->showdown[pocket_index(pair.low, pair.high)]);
+                }
+            });
     }
 
     void fill_showdown_table(Pocket pair, const std::vector<Contender>& contenders,
@@ -301,6 +281,7 @@ class Builder {
 
     CardMask board_mask_;
     std::size_t workers_;
+    std::unique_ptr<WorkerPool> pool_;  // exists when workers_ is above 1
     std::shared_ptr<CachedArtifacts> tables_ = std::make_shared<CachedArtifacts>();
     std::vector<Pocket> runouts_;
     std::array<std::vector<CardMask>, 2> pocket_masks_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cstdint>
 
 #include "engine/solver/batch_workspace.h"
@@ -276,100 +275,116 @@ class BatchedWalks::Walk {
         }
     }
 
+    /// Where the values behind each card of a deal go, a row for each line. Cards that are kept
+    /// have rows of their own; the others share the passing ones, which are read before the next
+    /// card.
+    struct DealtRows {
+        std::array<float*, card_count> kept{};
+        float* passing = nullptr;
+
+        float* of(std::size_t card) const { return kept[card] != nullptr ? kept[card] : passing; }
+    };
+
     /// Deals each card of the next street to all lines that wait for it.
     void deal(BatchWorkspace& space, std::size_t depth, bool may_fan_out) {
         StreetWork& work = space.streets[depth];
-        const std::size_t lines = work.chances.size();
         const GameNode& first = game_.nodes[work.chances[0].node];
         const std::size_t cards = first.children.size();
-        const float factor = chance_factor(first);
+        scale_reach(work, chance_factor(first));
+        const bool fan_out = may_fan_out && pool_ != nullptr && threads_ >= 2 &&
+                             worth_fanning_out(cards, own_hands_);
+        const DealtRows rows = take_dealt_rows(work, first, fan_out);
+        if (fan_out) {
+            // The rows are where the card says, so who does it shows nowhere.
+            parallel_turns(pool_, threads_, cards, [&](Turns& turns) {
+                const WorkspacePool::Lease lease(spaces_);
+                while (const auto card = turns.take()) {
+                    solve_card(*lease, depth, work.chances, *card, rows.of(*card), false);
+                }
+            });
+        }
+        for (std::size_t card = 0; card < cards; ++card) {
+            if (!fan_out) {
+                solve_card(space, depth, work.chances, card, rows.of(card), may_fan_out);
+            }
+            add_card(work, rows.of(card));
+        }
+        add_references(work, first, rows);
+    }
+
+    /// Brings the lines at a deal to the reach behind it and to values of nothing.
+    void scale_reach(StreetWork& work, float factor) {
         for (Visit& chance : work.chances) {
             float* const scaled = work.rows.take(their_row_);
             scale_row(scaled, chance.reach, factor == 0.0F ? 1.0F : 1.0F / factor, their_row_);
             chance.reach = scaled;
             std::fill_n(chance.value, own_row_, 0.0F);
         }
-
-        // A card's rows are added up as soon as they are there, in the order of the cards; those
-        // that stand for other cards as well are kept. Cards on different threads keep all rows.
-        const bool fan_out = may_fan_out && pool_ != nullptr && threads_ >= 2 &&
-                             worth_fanning_out(cards, own_hands_);
-        const std::vector<std::uint8_t>& references = game_.references(first);
-        std::array<float*, card_count> kept{};
-        if (fan_out) {
-            for (std::size_t card = 0; card < cards; ++card) {
-                kept[card] = work.rows.take(lines * own_row_);
-            }
-        } else {
-            for (const std::uint8_t card : references) {
-                if (card < cards && kept[card] == nullptr) {
-                    kept[card] = work.rows.take(lines * own_row_);
-                }
-            }
-        }
-        float* const passing = work.rows.take(lines * own_row_);
-        const auto solve_card = [&](BatchWorkspace& at, std::size_t card, bool nested) {
-            float* const values = kept[card] != nullptr ? kept[card] : passing;
-            std::vector<Visit>& dealt = at.streets[depth].dealt;
-            dealt.clear();
-            for (std::size_t line = 0; line < lines; ++line) {
-                const Visit& chance = work.chances[line];
-                dealt.push_back({game_.nodes[chance.node].children[card], chance.reach,
-                                 values + line * own_row_});
-            }
-            solve_street(at, depth + 1, dealt, nested);
-            return values;
-        };
-        const auto add_card = [&](const float* values) {
-            const ProfileScope timer(ProfileSlot::sum_rows_into, lines);
-            for (std::size_t line = 0; line < lines; ++line) {
-                add_row(work.chances[line].value, values + line * own_row_, own_row_);
-            }
-        };
-        if (fan_out) {
-            // Threads take the next card as they come free: the rows are where the card says, so
-            // who does it shows nowhere.
-            std::atomic<std::size_t> next{0};
-            parallel_for(pool_, threads_, std::min(threads_, cards),
-                         [&](std::size_t begin, std::size_t end) {
-                             for (; begin < end; ++begin) {
-                                 const WorkspacePool::Lease lease(spaces_);
-                                 for (std::size_t card = next++; card < cards; card = next++) {
-                                     solve_card(*lease, card, false);
-                                 }
-                             }
-                         });
-            for (std::size_t card = 0; card < cards; ++card) {
-                add_card(kept[card]);
-            }
-        } else {
-            for (std::size_t card = 0; card < cards; ++card) {
-                add_card(solve_card(space, card, may_fan_out));
-            }
-        }
-        add_references(work, references, kept, first, passing);
     }
 
-    void add_references(StreetWork& work, const std::vector<std::uint8_t>& references,
-                        const std::array<float*, card_count>& kept, const GameNode& first,
-                        float* swapped) {
+    /// A card's rows are added up as soon as they are there, in the order of the cards; those that
+    /// stand for other cards as well are kept. Cards on different threads keep all rows.
+    DealtRows take_dealt_rows(StreetWork& work, const GameNode& first, bool keep_all) const {
+        const std::size_t floats = work.chances.size() * own_row_;
+        const std::size_t cards = first.children.size();
+        DealtRows rows;
+        const auto keep = [&](std::size_t card) {
+            if (card < cards && rows.kept[card] == nullptr) {
+                rows.kept[card] = work.rows.take(floats);
+            }
+        };
+        for (std::size_t card = 0; keep_all && card < cards; ++card) {
+            keep(card);
+        }
+        std::ranges::for_each(game_.references(first), keep);
+        rows.passing = work.rows.take(floats);
+        return rows;
+    }
+
+    /// The lines behind one card, into `values`, in the buffers of the thread that does it.
+    void solve_card(BatchWorkspace& space, std::size_t depth, std::span<const Visit> lines,
+                    std::size_t card, float* values, bool may_fan_out) {
+        std::vector<Visit>& dealt = space.streets[depth].dealt;
+        dealt.clear();
+        for (const Visit& line : lines) {
+            dealt.push_back({game_.nodes[line.node].children[card], line.reach, values});
+            values += own_row_;
+        }
+        solve_street(space, depth + 1, dealt, may_fan_out);
+    }
+
+    void add_card(const StreetWork& work, const float* values) const {
+        const ProfileScope timer(ProfileSlot::sum_rows_into, work.chances.size());
+        for (const Visit& line : work.chances) {
+            add_row(line.value, values, own_row_);
+            values += own_row_;
+        }
+    }
+
+    void add_references(const StreetWork& work, const GameNode& first,
+                        const DealtRows& rows) const {
+        const std::vector<std::uint8_t>& references = game_.references(first);
         for (std::size_t k = 0; k < references.size(); ++k) {
             if (references[k] >= first.children.size()) {
                 continue;
             }
             const auto& swaps = game_.swap_list(first, k)[index_of(seat_)];
-            for (std::size_t line = 0; line < work.chances.size(); ++line) {
-                const float* row = kept[references[k]] + line * own_row_;
-                if (!swaps.empty()) {
-                    std::copy_n(row, own_row_, swapped);
-                    for (const auto& [x, y] : swaps) {
-                        std::swap(swapped[x], swapped[y]);
-                    }
-                    row = swapped;
-                }
-                add_row(work.chances[line].value, row, own_row_);
+            const float* row = rows.kept[references[k]];
+            for (const Visit& line : work.chances) {
+                add_row(line.value, swaps.empty() ? row : swapped(row, swaps, rows.passing),
+                        own_row_);
+                row += own_row_;
             }
         }
+    }
+
+    /// The row with hands that trade places, in `buffer`.
+    const float* swapped(const float* row, const auto& swaps, float* buffer) const {
+        std::copy_n(row, own_row_, buffer);
+        for (const auto& [x, y] : swaps) {
+            std::swap(buffer[x], buffer[y]);
+        }
+        return buffer;
     }
 
     WorkspacePool& spaces_;

@@ -9,7 +9,7 @@
 #include "engine/solver/node_rules.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/showdown_order.h"
-#include "engine/solver/worker_pool.h"
+#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 

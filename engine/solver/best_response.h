@@ -6,7 +6,7 @@
 #include "engine/game/game.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/scratch_stack.h"
-#include "engine/solver/worker_pool.h"
+#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 

@@ -1,7 +1,6 @@
 #include "engine/solver/discounted_cfr.h"
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <iostream>
@@ -254,11 +253,10 @@ void DiscountedCfr::all_action_frequencies(std::span<const std::size_t> first_ac
     // Many small chunks, since decisions may stand close together in one part of the tree.
     constexpr std::size_t nodes_at_once = 4096;
     const std::size_t chunks = (states.size() + nodes_at_once - 1) / nodes_at_once;
-    std::atomic<std::size_t> next{0};
-    parallel_for(pool_.get(), threads_, std::min(threads_, chunks), [&](std::size_t, std::size_t) {
-        for (std::size_t chunk = next++; chunk < chunks; chunk = next++) {
-            const std::size_t end = std::min((chunk + 1) * nodes_at_once, states.size());
-            for (std::size_t node = chunk * nodes_at_once; node < end; ++node) {
+    parallel_turns(pool_.get(), threads_, chunks, [&](Turns& turns) {
+        while (const auto chunk = turns.take()) {
+            const std::size_t end = std::min((*chunk + 1) * nodes_at_once, states.size());
+            for (std::size_t node = *chunk * nodes_at_once; node < end; ++node) {
                 if (states[node].active) {
                     std::ranges::copy(action_frequencies(node), out.data() + first_action[node]);
                 }

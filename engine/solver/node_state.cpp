@@ -6,7 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "engine/solver/worker_pool.h"
+#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 namespace {

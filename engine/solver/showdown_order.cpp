@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/solver/worker_pool.h"
+#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 namespace {

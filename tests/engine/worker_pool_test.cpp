@@ -1,7 +1,8 @@
-#include "engine/solver/worker_pool.h"
+#include "engine/parallel/worker_pool.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -91,9 +92,13 @@ TEST(WorkerPoolParallel, TheLowestFailureReachesTheCallerAfterAllHaveEnded) {
     EXPECT_THROW(parallel_for(&pool, 4, 8,
                               [&](std::size_t, std::size_t) { parallel_for(&pool, 4, 8, fail); }),
                  std::bad_alloc);
-    std::atomic<std::size_t> sum{0};
-    parallel_for(&pool, 4, 100, [&](std::size_t begin, std::size_t end) { sum += end - begin; });
-    EXPECT_EQ(sum, 100U);
+    std::vector<std::atomic<int>> taken(1000);
+    parallel_turns(&pool, 4, taken.size(), [&](Turns& turns) {
+        while (const auto index = turns.take()) {
+            ++taken[*index];
+        }
+    });
+    EXPECT_TRUE(std::ranges::all_of(taken, [](const auto& times) { return times == 1; }));
 }
 
 TEST(WorkerPoolParallel, TheDestructorLetsQueuedTasksEnd) {

@@ -1,4 +1,4 @@
-#include "engine/solver/worker_pool.h"
+#include "engine/parallel/worker_pool.h"
 
 #include <algorithm>
 #include <exception>
@@ -118,6 +118,13 @@ void parallel_for(WorkerPool* pool, std::size_t threads, std::size_t count,
             std::rethrow_exception(failure);
         }
     }
+}
+
+void parallel_turns(WorkerPool* pool, std::size_t threads, std::size_t count,
+                    const std::function<void(Turns&)>& body) {
+    Turns turns(count);
+    parallel_for(pool, threads, std::min(threads, count),
+                 [&](std::size_t, std::size_t) { body(turns); });
 }
 
 }  // namespace kestrel

@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -51,5 +52,26 @@ class WorkerPool {
 /// failure of the lowest chunk that failed is then thrown here.
 void parallel_for(WorkerPool* pool, std::size_t threads, std::size_t count,
                   const std::function<void(std::size_t, std::size_t)>& body);
+
+/// Deals out the indices below a count, each once, in rising order, to whichever thread asks.
+class Turns {
+  public:
+    explicit Turns(std::size_t count) : count_(count) {}
+
+    /// The next index; nothing once all are dealt out.
+    std::optional<std::size_t> take() {
+        const std::size_t index = next_.fetch_add(1, std::memory_order_relaxed);
+        return index < count_ ? std::optional(index) : std::nullopt;
+    }
+
+  private:
+    const std::size_t count_;
+    std::atomic<std::size_t> next_{0};
+};
+
+/// For pieces of work of uneven size: runs body(turns) on at most `threads` threads at once, this
+/// one among them, each of which takes turns until none is left. Otherwise as `parallel_for`.
+void parallel_turns(WorkerPool* pool, std::size_t threads, std::size_t count,
+                    const std::function<void(Turns&)>& body);
 
 }  // namespace kestrel
