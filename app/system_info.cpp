@@ -1,24 +1,16 @@
 #include "app/system_info.h"
 
-#include <sched.h>
-
 #include <QThread>
 #include <limits>
 #include <thread>
 
 #include "platform/memory_info.h"
+#include "platform/processors.h"
 
 namespace tidewell {
 namespace {
 
 constexpr int largestCount = std::numeric_limits<int>::max();
-
-/// Processors that the calling thread may run on, 0 when unknown.
-int permittedProcessors() {
-    cpu_set_t permitted;
-    CPU_ZERO(&permitted);
-    return sched_getaffinity(0, sizeof permitted, &permitted) == 0 ? CPU_COUNT(&permitted) : 0;
-}
 
 }  // namespace
 
@@ -34,8 +26,8 @@ int chooseProcessorCount(qint64 reported, int ideal, unsigned hardware) {
 }
 
 int logicalProcessorCount() {
-    return chooseProcessorCount(permittedProcessors(), QThread::idealThreadCount(),
-                                std::thread::hardware_concurrency());
+    return chooseProcessorCount(tidewell_platform::permitted_processors(),
+                                QThread::idealThreadCount(), std::thread::hardware_concurrency());
 }
 
 quint64 totalMemoryBytes() {
