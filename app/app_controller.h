@@ -41,6 +41,10 @@ class AppController : public QObject {
                    solveRequiredMemoryChanged)
     Q_PROPERTY(quint64 solveRequiredMemoryBytes READ solveRequiredMemoryBytes NOTIFY
                    solveRequiredMemoryChanged)
+    /// While the requirement is worked out, and why it cannot be; empty when it can.
+    Q_PROPERTY(
+        bool solveEstimatePending READ solveEstimatePending NOTIFY solveRequiredMemoryChanged)
+    Q_PROPERTY(QString solveEstimateError READ solveEstimateError NOTIFY solveRequiredMemoryChanged)
     Q_PROPERTY(bool running READ running NOTIFY runningChanged)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
@@ -75,6 +79,8 @@ class AppController : public QObject {
     quint64 effectiveAvailableMemoryBytes() const { return memory_.effectiveAvailableBytes(); }
     QString solveRequiredMemoryText() const { return memory_.requiredText(); }
     quint64 solveRequiredMemoryBytes() const { return memory_.requiredBytes(); }
+    bool solveEstimatePending() const { return memory_.estimatePending(); }
+    QString solveEstimateError() const { return memory_.estimateError(); }
     bool running() const { return running_; }
     double progress() const { return progress_; }
     QString statusText() const { return statusText_; }

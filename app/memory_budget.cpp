@@ -3,23 +3,15 @@
 #include <algorithm>
 #include <exception>
 #include <limits>
+#include <utility>
 
 #include "app/config_map.h"
 #include "app/system_info.h"
-#include "session/memory_estimate.h"
 
 namespace tidewell {
 namespace {
 
 constexpr int refreshMilliseconds = 2000;
-
-quint64 estimate(const kestrel_app::SolveConfig& config) {
-    try {
-        return kestrel_app::estimate_solve_memory(config).total_bytes;
-    } catch (const std::exception&) {
-        return 0;  // the page's own checks tell what is wrong with the settings
-    }
-}
 
 }  // namespace
 
@@ -44,7 +36,7 @@ MemoryBudget::MemoryBudget(QObject* parent)
 }
 
 MemoryBudget::~MemoryBudget() {
-    pool_.clear();
+    stopEstimate();
     pool_.waitForDone();
 }
 
@@ -56,23 +48,88 @@ quint64 MemoryBudget::effectiveAvailableBytes() const {
 }
 
 void MemoryBudget::requestEstimate(const QVariantMap& config) {
-    pool_.clear();  // what has not begun is out of date
-    pool_.start([this, generation = ++generation_,
-                 settings = kestrel_app::config_from_map(configMapOf(config))] {
-        const quint64 bytes = estimate(settings);
+    workOut(kestrel_app::config_from_map(configMapOf(config)), [] {});
+}
+
+void MemoryBudget::checkFit(const kestrel_app::SolveConfig& config,
+                            std::function<void(const Fit&)> answer) {
+    workOut(config, [this, answer = std::move(answer)] {
+        refresh();
+        answer(fitOfEstimate());
+    });
+}
+
+void MemoryBudget::stopEstimate() {
+    if (stop_ != nullptr) {
+        *stop_ = true;
+        stop_ = nullptr;
+    }
+    pool_.clear();
+    if (pending_) {
+        pending_ = false;
+        Q_EMIT requiredChanged();
+    }
+}
+
+/// Only what the newest call works out is ever taken over.
+void MemoryBudget::workOut(kestrel_app::SolveConfig config, std::function<void()> then) {
+    if (stop_ != nullptr) {
+        *stop_ = true;
+    }
+    pool_.clear();
+    stop_ = std::make_shared<std::atomic<bool>>(false);
+    if (!pending_) {
+        pending_ = true;
+        Q_EMIT requiredChanged();
+    }
+    pool_.start([this, config = std::move(config), then = std::move(then), stop = stop_,
+                 limit = systemBytes_] {
+        Estimate estimate;
+        try {
+            kestrel_app::EstimateLimits limits;
+            limits.stop = stop.get();
+            if (limit != 0) {
+                limits.budget_bytes = limit;
+            }
+            estimate.memory = kestrel_app::estimate_solve_memory(config, limits);
+        } catch (const kestrel_app::EstimateStopped&) {
+            return;
+        } catch (const std::exception& failure) {
+            estimate.error = QString::fromUtf8(failure.what());
+        }
         QMetaObject::invokeMethod(
-            this, [this, generation, bytes] { finishEstimate(generation, bytes); },
+            this,
+            [this, estimate, then, stop] {
+                if (stop == stop_) {
+                    stop_ = nullptr;
+                    finishEstimate(estimate);
+                    then();
+                }
+            },
             Qt::QueuedConnection);
     });
 }
 
-void MemoryBudget::finishEstimate(quint64 generation, quint64 bytes) {
-    if (generation != generation_ || bytes == requiredBytes_) {
-        return;
-    }
-    requiredBytes_ = bytes;
-    requiredText_ = formatBytes(bytes);
+void MemoryBudget::finishEstimate(const Estimate& estimate) {
+    pending_ = false;
+    error_ = estimate.error;
+    requiredBytes_ = estimate.memory.total_bytes;
+    requiredText_ = estimate.memory.at_least ? tr("More than %1").arg(formatBytes(systemBytes_))
+                                             : formatBytes(requiredBytes_);
     Q_EMIT requiredChanged();
+}
+
+MemoryBudget::Fit MemoryBudget::fitOfEstimate() const {
+    if (!error_.isEmpty()) {
+        return {.fits = false, .reason = error_};
+    }
+    if (availableBytes_ == 0 || effectiveAvailableBytes() > requiredBytes_) {
+        return {.fits = true, .reason = {}};
+    }
+    return {.fits = false,
+            .reason = tr("Not enough RAM to solve: %1 needed, %2 available")
+                          .arg(requiredText_, formatBytes(effectiveAvailableBytes())),
+            .tooLarge = true};
 }
 
 void MemoryBudget::refresh() {

@@ -5,6 +5,11 @@
 #include <QThreadPool>
 #include <QTimer>
 #include <QVariantMap>
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "session/memory_estimate.h"
 
 namespace tidewell {
 
@@ -12,8 +17,8 @@ namespace tidewell {
 QString formatBytes(quint64 bytes);
 
 /// What the machine has, what a solve of the settings on screen would need, and what the last
-/// result holds. The need is worked out in the background, by building cards and tree; of several
-/// requests only the newest counts. The destructor waits for a request that runs.
+/// result holds. The need is worked out in the background; a newer request stops an older one, and
+/// so do a check before a start and the destructor.
 class MemoryBudget : public QObject {
     Q_OBJECT
 
@@ -29,11 +34,32 @@ class MemoryBudget : public QObject {
     /// Available, counting what a new solve gives back first; never more than there is.
     quint64 effectiveAvailableBytes() const;
 
-    quint64 requiredBytes() const { return requiredBytes_; }  ///< 0 without an estimate
-    const QString& requiredText() const { return requiredText_; }
+    /// Of the last settings that were estimated or checked; 0 without an estimate. Of settings
+    /// beyond all memory no more is known than that they need at least this.
+    quint64 requiredBytes() const { return requiredBytes_; }
+    const QString& requiredText() const { return requiredText_; }  ///< or "More than 24 GB"
+    bool estimatePending() const { return pending_; }
+    /// Why the settings cannot be estimated, and so not be solved; empty when they can.
+    const QString& estimateError() const { return error_; }
     quint64 reclaimableBytes() const { return reclaimableBytes_; }
 
     void requestEstimate(const QVariantMap& config);
+
+    /// Whether a solve fits.
+    struct Fit {
+        bool fits = false;
+        QString reason;  ///< of one that does not: too little memory, or what is wrong with it
+        bool tooLarge = false;
+    };
+
+    /// Works out whether a solve of `config` fits into what is available and what the last result
+    /// gives back, without building its tree, and tells `answer` on this thread, after the call has
+    /// returned. It then is the configuration that the requirement is told of. The answer is not
+    /// told any more once an estimate or another check is asked for.
+    void checkFit(const kestrel_app::SolveConfig& config, std::function<void(const Fit&)> answer);
+
+    /// Ends what is being worked out; its answer is not told.
+    void stopEstimate();
 
     /// Reads the available memory anew.
     void refresh();
@@ -53,11 +79,18 @@ class MemoryBudget : public QObject {
 
   Q_SIGNALS:
     void systemChanged();
-    void requiredChanged();
+    void requiredChanged();  ///< also of `estimatePending` and `estimateError`
 
   private:
+    struct Estimate {
+        kestrel_app::SolveMemoryEstimate memory;
+        QString error;
+    };
+
     void setAvailable(quint64 bytes);
-    void finishEstimate(quint64 generation, quint64 bytes);
+    void workOut(kestrel_app::SolveConfig config, std::function<void()> then);
+    void finishEstimate(const Estimate& estimate);
+    Fit fitOfEstimate() const;
 
     int threadCount_;
     quint64 systemBytes_;
@@ -65,9 +98,11 @@ class MemoryBudget : public QObject {
     QString availableText_;
     quint64 requiredBytes_ = 0;
     QString requiredText_;
+    bool pending_ = false;
+    QString error_;
     quint64 reclaimableBytes_ = 0;
-    quint64 pendingBytes_ = 0;  // the estimate in force when the running solve began
-    quint64 generation_ = 0;    // of the newest request
+    quint64 pendingBytes_ = 0;                 // the estimate in force when the running solve began
+    std::shared_ptr<std::atomic<bool>> stop_;  // of what is being worked out; null without
     bool fixedForTests_ = false;
     QTimer timer_;
     QThreadPool pool_;

@@ -10,11 +10,16 @@ constexpr double margin = 1.1;
 
 }  // namespace
 
-SolveMemoryEstimate estimate_solve_memory(const SolveConfig& config) {
+SolveMemoryEstimate estimate_solve_memory(const SolveConfig& config, const EstimateLimits& limits) {
     SpotInputs spot = parse_spot(config, SizingErrors::plain);
     const kestrel::CardContext cards(spot.board, spot.ranges);
     const kestrel::ActionPlan plan(std::move(spot.options), &cards);
-    return estimate_solve_memory(cards, plan, config.compress);
+    if (limits.stop != nullptr && *limits.stop) {
+        throw EstimateStopped();
+    }
+    SolveMemoryEstimate estimate = estimate_solve_memory(cards, plan, config.compress);
+    estimate.at_least = limits.budget_bytes && estimate.total_bytes > *limits.budget_bytes;
+    return estimate;
 }
 
 SolveMemoryEstimate estimate_solve_memory(const kestrel::CardContext& cards,

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <optional>
+#include <stdexcept>
 
 #include "engine/game/action_plan.h"
 #include "engine/game/card_context.h"
@@ -18,11 +21,24 @@ struct SolveMemoryEstimate {
     std::uint64_t decision_node_count = 0;  ///< those with at least one action
     std::uint64_t oop_hand_count = 0;
     std::uint64_t ip_hand_count = 0;
+    bool at_least = false;  ///< counting ended at the budget: all of it is no less than told
 };
 
-/// Builds cards and tree, without a solver, and measures them. Throws what `parse_spot` (with
-/// plain sizing errors), `CardContext` and `ActionPlan` throw.
-SolveMemoryEstimate estimate_solve_memory(const SolveConfig& config);
+/// When working an estimate out ends early.
+struct EstimateLimits {
+    std::optional<std::uint64_t> budget_bytes;  ///< beyond it `at_least` is all that is told
+    const std::atomic<bool>* stop = nullptr;    ///< once true, the call throws EstimateStopped
+};
+
+/// The estimate was given up on request.
+struct EstimateStopped : std::runtime_error {
+    EstimateStopped() : std::runtime_error("Stopped") {}
+};
+
+/// What a solve of the configuration needs. Throws EstimateStopped, and for a configuration that
+/// cannot be solved what `parse_spot` (with plain sizing errors) and `CardContext` throw.
+SolveMemoryEstimate estimate_solve_memory(const SolveConfig& config,
+                                          const EstimateLimits& limits = {});
 
 /// The same for cards and a tree that exist already.
 SolveMemoryEstimate estimate_solve_memory(const kestrel::CardContext& cards,
