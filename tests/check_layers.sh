@@ -8,12 +8,13 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # Each layer with those that it stands on: a file includes what lies in its own and in these.
 layers='
 platform
+engine/parallel
 engine/poker
-engine/game    engine/poker
-engine/solver  engine/game engine/poker
-session        engine platform
-app            session engine platform
-cli            app session engine platform
+engine/game      engine/poker engine/parallel
+engine/solver    engine/game engine/poker engine/parallel
+session          engine platform
+app              session engine platform
+cli              app session engine platform
 '
 # C++ knows no headers with an ending: the vector instructions, and numbers in a locale of their own.
 harmless_headers='immintrin|locale|stdlib'
