@@ -143,6 +143,13 @@ ProjectState {
     AppearanceStore {
         id: appearance
     }
+    SolveProgress {
+        id: progress
+
+        controller: shell.controller
+        maxIterations: shell.maxIterations
+        targetExploitability: shell.targetExploitability
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -174,8 +181,7 @@ ProjectState {
             currentIndex: shell.navIndex
             hasProject: shell.hasProject
             canSolve: shell.canSolve
-            maxIterations: shell.maxIterations
-            targetExploitability: shell.targetExploitability
+            solveProgress: progress
             fileName: shell.files.currentName
             hasChanges: shell.unsavedChanges
             onNavigate: index => shell.navigate(index)
@@ -222,6 +228,7 @@ ProjectState {
                 type: shell.type
                 controller: shell.controller
                 canSolve: shell.canSolve
+                solveProgress: progress
                 onGoToResults: shell.navIndex = 3
             }
             ResultsPage {

@@ -12,6 +12,8 @@ Item {
     property Typography type: Fallback.type
     // An AppController, or null.
     property var controller: null
+    // Of that controller, and of this spot.
+    required property SolveProgress solveProgress
     property bool canSolve: false
 
     property string boardText: ""
@@ -54,21 +56,21 @@ Item {
 
     readonly property int maxThreadCount: controller?.systemThreadCount || 1
 
-    readonly property alias isStarting: solveProgress.isStarting
-    readonly property alias isInitializing: solveProgress.isInitializing
-    readonly property alias isFinalizing: solveProgress.isFinalizing
-    readonly property alias currentIteration: solveProgress.currentIteration
-    readonly property alias currentExploitabilityValue: solveProgress.currentExploitabilityValue
-    readonly property alias progressWheelTotalIterations: solveProgress.progressWheelTotalIterations
-    readonly property alias progressWheelValue: solveProgress.progressWheelValue
-    readonly property alias runComplete: solveProgress.runComplete
-    readonly property alias iterationWindowSize: solveProgress.iterationWindowSize
-    readonly property alias iterationWindowValue: solveProgress.iterationWindowValue
+    readonly property bool isStarting: solveProgress.isStarting
+    readonly property bool isInitializing: solveProgress.isInitializing
+    readonly property bool isFinalizing: solveProgress.isFinalizing
+    readonly property int currentIteration: solveProgress.currentIteration
+    readonly property real currentExploitabilityValue: solveProgress.currentExploitabilityValue
+    readonly property int progressWheelTotalIterations: solveProgress.progressWheelTotalIterations
+    readonly property real progressWheelValue: solveProgress.progressWheelValue
+    readonly property bool runComplete: solveProgress.runComplete
+    readonly property int iterationWindowSize: solveProgress.iterationWindowSize
+    readonly property int iterationWindowValue: solveProgress.iterationWindowValue
     readonly property alias elapsedTime: solveClock.elapsedTime
     readonly property alias estimatedRemaining: solveClock.estimatedRemaining
     readonly property alias iterationsPerSec: solveClock.iterationsPerSec
     readonly property alias runs: runHistory.runs
-    readonly property alias _lastIterFromStatusText: solveProgress._lastIterFromStatusText
+    readonly property int _lastIterFromStatusText: solveProgress._lastIterFromStatusText
     readonly property alias _activeRunId: runHistory._activeRunId
     readonly property alias _threadChoiceModel: computePanel._threadChoiceModel
 
@@ -115,19 +117,20 @@ Item {
 
     onMaxThreadCountChanged: _limitThreads()
 
-    SolveProgress {
-        id: solveProgress
+    Connections {
+        target: page.solveProgress
 
-        controller: page.controller
-        maxIterations: page.maxIterations
-        targetExploitability: page.targetExploitability
-        onRunningChanged: if (!running) runHistory.end()
+        function onRunningChanged(): void {
+            if (!page.solveProgress.running) {
+                runHistory.end();
+            }
+        }
     }
     SolveClock {
         id: solveClock
 
-        running: solveProgress.running
-        iteration: solveProgress.currentIteration
+        running: page.solveProgress.running
+        iteration: page.solveProgress.currentIteration
         maxIterations: page.maxIterations
     }
     RunHistory {
@@ -154,16 +157,16 @@ Item {
                 title: qsTr("Solve")
                 subtitle: qsTr("Run the CFR solver and monitor progress in real-time.")
                 badge: {
-                    if (!solveProgress.running) {
+                    if (!page.solveProgress.running) {
                         return qsTr("Ready");
                     }
-                    return solveProgress.isFinalizing ? qsTr("Finalizing") : qsTr("Running");
+                    return page.solveProgress.isFinalizing ? qsTr("Finalizing") : qsTr("Running");
                 }
                 badgeColor: {
-                    if (!solveProgress.running) {
+                    if (!page.solveProgress.running) {
                         return page.theme.textMuted;
                     }
-                    return solveProgress.isFinalizing ? page.theme.warn : page.theme.success;
+                    return page.solveProgress.isFinalizing ? page.theme.warn : page.theme.success;
                 }
                 Layout.fillWidth: true
             }
@@ -185,9 +188,9 @@ Item {
                         theme: page.theme
                         spot: page
                         targetAmount: page._targetAmount
-                        running: solveProgress.running
-                        canStart: page.canSolve && !solveProgress.running
-                        complete: solveProgress.runComplete
+                        running: page.solveProgress.running
+                        canStart: page.canSolve && !page.solveProgress.running
+                        complete: page.solveProgress.runComplete
                         onStarted: page.startSolve()
                         onCancelled: page.cancelSolve()
                         onResultsRequested: page.goToResults()
@@ -213,7 +216,7 @@ Item {
                         id: progressPanel
 
                         theme: page.theme
-                        progress: solveProgress
+                        progress: page.solveProgress
                         clock: solveClock
                         Layout.fillWidth: true
                     }

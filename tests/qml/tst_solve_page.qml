@@ -229,6 +229,11 @@ DocumentCase {
         id: page
 
         anchors.fill: parent
+        solveProgress: SolveProgress {
+            controller: page.controller
+            maxIterations: page.maxIterations
+            targetExploitability: page.targetExploitability
+        }
         canSolve: true
         boardText: Spots.river.board
         startingStreet: "river"

@@ -14,9 +14,7 @@ Rectangle {
     property int currentIndex: 0
     property bool hasProject: false
     property bool canSolve: false
-    property int maxIterations: 0
-    // Percent of the pot.
-    property real targetExploitability: 0
+    required property SolveProgress solveProgress
     // Of the project's file; empty for none.
     property string fileName: ""
     property bool hasChanges: false
@@ -61,13 +59,6 @@ Rectangle {
         onClicked: bar.navigate(index)
     }
 
-    SolveProgress {
-        id: solve
-
-        controller: bar.controller
-        maxIterations: bar.maxIterations
-        targetExploitability: bar.targetExploitability
-    }
     RowLayout {
         id: row
 
@@ -137,8 +128,8 @@ Rectangle {
             theme: bar.theme
             running: bar.running
             canSolve: bar.canSolve
-            phase: solve.phase
-            progress: solve.progressWheelValue
+            phase: bar.solveProgress.phase
+            progress: bar.solveProgress.progressWheelValue
         }
     }
     Rectangle {

@@ -1,5 +1,5 @@
 import QtQuick
-import "../../logic/solve_status.mjs" as Status
+import "solve_status.mjs" as Status
 
 // How far the controller's solve is. While it runs, what it says changes with every iteration, some
 // thousand times a second in small spots: it is taken over at once where the phase changes, and
