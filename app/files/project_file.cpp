@@ -11,6 +11,7 @@
 
 #include "app/files/json_reader.h"
 #include "app/files/json_writer.h"
+#include "app/files/regular_file.h"
 #include "app/files/write_all.h"
 
 namespace tidewell {
@@ -279,9 +280,10 @@ QString writeProject(const QString& path, const ProjectData& data, std::atomic<d
 }
 
 ReadProject readProject(const QString& path, std::atomic<double>* progress) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {QT_TRANSLATE_NOOP("AppController", "Failed to open file"), {}};
+    QFile file;
+    if (const OpenRefusal refusal = openRegularFile(file, path); !file.isOpen()) {
+        const char* const text = QT_TRANSLATE_NOOP("AppController", "Failed to open file");
+        return {refusal.text != nullptr ? refusal.text : text, {}};
     }
     return readDocument(file, progress);
 }

@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <algorithm>
 
+#include "app/files/regular_file.h"
 #include "app/files/write_all.h"
 
 namespace tidewell {
@@ -54,22 +55,24 @@ QVariantMap readTextFile(const QUrl& fileUrl) {
     const QString path = fileUrl.toLocalFile();
     if (path.trimmed().isEmpty()) return failedRead("Empty file path.");
 
-    QFile file(path);
-    if (!file.exists()) return failedRead("File does not exist.");
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        return failedRead(QString("Failed to open file: %1").arg(file.errorString()));
+    const QString notOpened = "Failed to open file: %1";
+    QFile file;
+    if (const OpenRefusal refusal = openRegularFile(file, path); !file.isOpen()) {
+        if (refusal.missing) return failedRead("File does not exist.");
+        return failedRead(notOpened.arg(
+            refusal.text != nullptr ? QCoreApplication::translate("AppController", refusal.text)
+                                    : refusal.systemError));
     }
     const QString tooLarge = "File is too large (%1 bytes).";
     if (file.size() > readLimit) return failedRead(tooLarge.arg(file.size()));
 
-    // A device or a file that grows tells less than it holds, hence the bound on the reading too.
-    const QByteArray bytes = file.read(readLimit + 1);
+    // What grows meanwhile, or is made while it is read, tells less than it holds.
+    QByteArray bytes = file.read(readLimit + 1);
     if (bytes.size() > readLimit) {
         return failedRead(tooLarge.arg(std::max<qint64>(file.size(), bytes.size())));
     }
-    if (file.error() != QFileDevice::NoError) {
-        return failedRead(QString("Failed to open file: %1").arg(file.errorString()));
-    }
+    if (file.error() != QFileDevice::NoError) return failedRead(notOpened.arg(file.errorString()));
+    bytes.removeIf([](char byte) { return byte == '\r'; });
     return {{"ok", true}, {"error", QString()}, {"text", QString::fromUtf8(bytes)}};
 }
 

@@ -28,7 +28,12 @@ Item {
     signal failed(string message)
 
     function nameOf(file: url): string {
-        return decodeURIComponent(String(file).split("/").pop());
+        const name = String(file).split("/").pop();
+        try {
+            return decodeURIComponent(name);
+        } catch (error) {
+            return name;  // bytes that are no UTF-8
+        }
     }
 
     function save(file: url): bool {

@@ -338,7 +338,7 @@ TEST_F(ProjectFile, RefusesByName) {
     }
     const QString cannot = "Failed to open file";
     EXPECT_EQ(readProject(path("missing"), nullptr).error, cannot);
-    EXPECT_EQ(readProject(path("."), nullptr).error, cannot);
+    EXPECT_EQ(readProject(path("."), nullptr).error, "This is a folder, not a file");
     EXPECT_EQ(readProject("", nullptr).error, cannot);
     EXPECT_EQ(readProject("/proc/self/mem", nullptr).error, json) << "opens, but cannot be read";
     write(good);

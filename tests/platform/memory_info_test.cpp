@@ -1,7 +1,6 @@
 #include "platform/memory_info.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +10,8 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "tests/platform/temporary_folder.h"
 
 namespace tidewell_platform {
 namespace {
@@ -25,11 +26,8 @@ constexpr std::uint64_t kilo(std::uint64_t count) {
 class MemoryInfo : public testing::Test {
   protected:
     MemoryInfo() {
-        std::string name = (fs::temp_directory_path() / "tidewell-memory-XXXXXX").string();
-        root_ = mkdtemp(name.data());
         write("proc/meminfo", "MemTotal: 900 kB\nMemFree: 1 kB\nMemAvailable:   500 kB\n");
     }
-    ~MemoryInfo() override { fs::remove_all(root_); }
 
     void write(const std::string& name, const std::string& text) const {
         fs::create_directories((root_ / name).parent_path());
@@ -39,7 +37,8 @@ class MemoryInfo : public testing::Test {
         write(name, std::to_string(bytes) + "\n");
     }
 
-    fs::path root_;
+    const TemporaryFolder folder_;
+    const fs::path root_ = folder_.path();
 };
 
 TEST_F(MemoryInfo, TakesTheTightestLevelOfTheGroup) {

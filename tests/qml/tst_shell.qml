@@ -246,6 +246,9 @@ DocumentCase {
         shell.openDropped(["file:///nowhere/at.tidewellproj"]);
         compare([messages().visible, messages().isError], [true, true]);
         compare(messages().text, "at.tidewellproj could not be opened: Failed to open file");
+        ignoreWarning(/^Load failed: Its name/);
+        shell.openDropped(["file:///nowhere/a%FFt.tidewellproj"]);
+        verify(messages().text.startsWith("a%FFt.tidewellproj could not be opened: Its name"));
         compare([shell.navIndex, shell.exportProjectState()], [1, before]);
         shell.openDropped([projectFile, projectFile]);
         compare(messages().text, "Drop one project file at a time.");
