@@ -15,6 +15,9 @@ ApplicationWindow {
 
     // What the widest page would like to have, in pixels.
     readonly property int projectRecommendedWidth: shell.projectRecommendedWidth
+    // The most of it so far. A page measures itself when it is first seen and while it is resized:
+    // how small the window may become must not follow which page that was.
+    property int _widestPage: 0
 
     title: "Tidewell"
     color: "#080B12"
@@ -22,9 +25,11 @@ ApplicationWindow {
            | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
     width: 1200
     height: 800
-    minimumWidth: WindowGeometry.minimumWidth(availableGeometry, projectRecommendedWidth)
+    minimumWidth: WindowGeometry.minimumWidth(availableGeometry, _widestPage)
     minimumHeight: WindowGeometry.minimumHeight(availableGeometry)
 
+    onProjectRecommendedWidthChanged:
+        _widestPage = Math.max(_widestPage, projectRecommendedWidth)
     Component.onCompleted: {
         const opening = WindowGeometry.openingGeometry(availableGeometry, projectRecommendedWidth);
         x = opening.x;

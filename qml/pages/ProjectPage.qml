@@ -140,14 +140,17 @@ Item {
         }
     }
 
-    Binding {
-        target: page
-        property: "recommendedWindowWidth"
-        when: page.visible && page.width > 0
-        restoreMode: Binding.RestoreNone
-        value: Math.ceil(Math.max(page._row1Width, page._rangesWidth))
+    // While a page is being hidden its layouts shrink before it is told that it is hidden; what it
+    // reads of itself is right even then.
+    function _measure(): void {
+        if (visible && width > 0) {
+            recommendedWindowWidth = Math.ceil(Math.max(_row1Width, _rangesWidth));
+        }
     }
 
+    on_Row1WidthChanged: _measure()
+    on_RangesWidthChanged: _measure()
+    onVisibleChanged: _measure()
     onBoardTextChanged: startingStreet = inferStreetFromBoardText(boardText)
     Component.onCompleted: settingsPanel.load()
 
