@@ -133,6 +133,7 @@ void HandMatrixItem::setSelectable(bool selectable) {
 }
 
 void HandMatrixItem::updateMode() {
+    endGesture();
     const bool operable = editable_ || selectable_;
     setAcceptedMouseButtons(operable ? Qt::LeftButton : Qt::NoButton);
     setActiveFocusOnTab(operable);
@@ -255,29 +256,39 @@ void HandMatrixItem::mousePressEvent(QMouseEvent* event) {
         return;
     }
     setCurrent(cell);
+    gesturePoint_ = event->position();
     if (editable_) {
         gesture_ = Gesture::Paint;
         desiredOn_ = !isOn(cell);
     } else {
         gesture_ = dragSelectable_ ? Gesture::Drag : Gesture::Press;
     }
+    if (isStroking()) {
+        emit strokeStarted();
+    }
     applyGesture(cell);
 }
 
+// A fast pointer leaps over cells between two events.
 void HandMatrixItem::mouseMoveEvent(QMouseEvent* event) {
-    moveTo(event->position());
-}
-
-void HandMatrixItem::moveTo(QPointF point) {
+    const QPointF point = event->position();
     const int cell = grid().indexAt(point);
     setHovered(cell);
-    if (cell >= 0 && (gesture_ == Gesture::Paint || gesture_ == Gesture::Drag)) {
-        applyGesture(cell);
+    if (!isStroking()) {
+        return;
+    }
+    std::vector<int> cells = grid().cellsBetween(std::exchange(gesturePoint_, point), point);
+    if (cell >= 0) {
+        cells.push_back(cell);
+    }
+    for (const int crossed : cells) {
+        applyGesture(crossed);
     }
 }
 
+// Whoever hears of a hand may end the gesture.
 void HandMatrixItem::applyGesture(int cell) {
-    if (cell == gestureCell_) {
+    if (gesture_ == Gesture::None || cell == gestureCell_) {
         return;
     }
     gestureCell_ = cell;
@@ -303,9 +314,13 @@ void HandMatrixItem::mouseUngrabEvent() {
 }
 
 void HandMatrixItem::endGesture() {
+    const bool stroked = isStroking();
     gesture_ = Gesture::None;
     gestureCell_ = -1;
     setKeepMouseGrab(false);
+    if (stroked) {
+        emit strokeEnded();
+    }
 }
 
 void HandMatrixItem::click(int cell) {
@@ -314,7 +329,9 @@ void HandMatrixItem::click(int cell) {
 
 void HandMatrixItem::activateCurrent() {
     if (editable_) {
+        emit strokeStarted();
         emit handPainted(handLabel(current_), !isOn(current_), weightAt(current_));
+        emit strokeEnded();
     } else if (selectable_) {
         click(current_);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointF>
 #include <QQuickItem>
 #include <QString>
 #include <QStringList>
@@ -107,6 +108,10 @@ class HandMatrixItem : public QQuickItem {
 
     /// A click on a hand of a selectable matrix that is not editable.
     void handClicked(const QString& hand, double currentWeight);
+    /// Around all that one stroke paints or one drag enters, which may be a single hand: a change
+    /// that is undone as one. A press of a key that paints is a stroke of its own.
+    void strokeStarted();
+    void strokeEnded();
     /// A stroke over an editable matrix wants this hand on or off.
     void handPainted(const QString& hand, bool desiredOn, double currentWeight);
     /// A drag over a selectable matrix entered a hand; the hand it began on counts.
@@ -136,11 +141,11 @@ class HandMatrixItem : public QQuickItem {
         return picture_.cells[static_cast<std::size_t>(cell)].weight;
     }
     bool isOn(int cell) const { return weightAt(cell) > 0.0; }
+    bool isStroking() const { return gesture_ == Gesture::Paint || gesture_ == Gesture::Drag; }
     void updateMode();
     void setHovered(int cell);
     void setCurrent(int cell);
     void setFocusVisible(bool visible);
-    void moveTo(QPointF point);
     void applyGesture(int cell);
     void endGesture();
     void click(int cell);
@@ -179,6 +184,7 @@ class HandMatrixItem : public QQuickItem {
     bool focusVisible_ = false;
     Gesture gesture_ = Gesture::None;
     int gestureCell_ = -1;   // The last one that the gesture was applied to.
+    QPointF gesturePoint_;   // Where the pointer was then, or later.
     bool desiredOn_ = true;  // What a stroke turns its hands into.
 
     HandMatrixPicture picture_;

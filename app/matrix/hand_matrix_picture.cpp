@@ -6,6 +6,9 @@
 #include <QPen>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <optional>
+#include <utility>
 
 namespace tidewell {
 namespace {
@@ -15,7 +18,7 @@ constexpr double frameWidth = 2.0;   // of the hovered, selected or current cell
 constexpr double raisedScale = 1.1;  // of a cell with lift 1
 constexpr float accentAlpha = 0.8F;
 constexpr float shareOpacity = 0.85F;
-constexpr float haloOpacity = 0.6F;
+constexpr float haloOpacity = 0.85F;
 constexpr double haloWidth = 2.0;  // half of it lies under the glyph
 
 // NaN becomes 0.
@@ -75,6 +78,25 @@ const std::array<QString, handCount>& allLabels() {
     return labels;
 }
 
+// Where the way from `from` by `way` is inside an area, as parts of the way from 0 to 1; nothing
+// where it only touches it.
+std::optional<double> entryInto(const QRectF& area, QPointF from, QPointF way) {
+    double enter = 0.0;
+    double leave = 1.0;
+    const auto clip = [&](double start, double step, double low, double high) {
+        if (step == 0.0) {
+            return start >= low && start < high;
+        }
+        const auto [first, last] = std::minmax((low - start) / step, (high - start) / step);
+        enter = std::max(enter, first);
+        leave = std::min(leave, last);
+        return enter < leave;
+    };
+    const bool inside = clip(from.x(), way.x(), area.left(), area.right()) &&
+                        clip(from.y(), way.y(), area.top(), area.bottom());
+    return inside ? std::optional(enter) : std::nullopt;
+}
+
 double widestLabel(const QFontMetricsF& metrics) {
     double widest = 0.0;
     for (int hand = 0; hand < handCount; ++hand) {
@@ -110,6 +132,19 @@ int HandGrid::indexAt(QPointF point) const {
     const int index = static_cast<int>(row) * handGridSide + static_cast<int>(column);
     const QPointF inCell = point - cell(index).topLeft();
     return inCell.x() < cellSize && inCell.y() < cellSize ? index : -1;
+}
+
+std::vector<int> HandGrid::cellsBetween(QPointF from, QPointF to) const {
+    std::vector<std::pair<double, int>> crossed;
+    for (int index = 0; index < handCount; ++index) {
+        if (const auto entry = entryInto(cell(index), from, to - from)) {
+            crossed.emplace_back(*entry, index);
+        }
+    }
+    std::ranges::sort(crossed);
+    std::vector<int> cells;
+    std::ranges::transform(crossed, std::back_inserter(cells), &std::pair<double, int>::second);
+    return cells;
 }
 
 bool HandMatrixPicture::isMixed(int hand) const {

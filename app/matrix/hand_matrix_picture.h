@@ -31,6 +31,10 @@ struct HandGrid {
 
     /// The cell at a point; -1 outside the grid and over the gap between two cells.
     int indexAt(QPointF point) const;
+
+    /// The cells that a straight way leads through, in its order. One that it only touches is none
+    /// of them.
+    std::vector<int> cellsBetween(QPointF from, QPointF to) const;
 };
 
 /// What one cell shows.

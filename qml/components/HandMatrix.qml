@@ -63,13 +63,17 @@ FocusScope {
         const shares = grid.currentShares;
         const actions = [];
         for (let i = 0; i < shares.length; ++i) {
-            //: An action and how often it is taken: "bet 33%: 40%"
-            actions.push(qsTr("%1: %2%").arg(actionTypes[i]).arg(_percent(shares[i])));
+            //: An action and how often it is taken: "Bet 33%: 40%"
+            actions.push(qsTr("%1: %2%").arg(ActionText.label(actionTypes[i], actionTypes[i]))
+                                        .arg(_percent(shares[i])));
         }
         return [text].concat(actions).join(", ");
     }
 
     signal handClicked(hand: string, currentWeight: real)
+    // Around all that one stroke or one key paints, or one drag enters: one change to undo.
+    signal strokeStarted
+    signal strokeEnded
     signal handPainted(hand: string, desiredOn: bool, currentWeight: real)
     signal handDragged(hand: string, currentWeight: real)
     signal handHovered(hand: string, weight: real)
@@ -126,11 +130,14 @@ FocusScope {
         labelColor: matrix.theme.text
         haloColor: matrix.theme.surface
         Accessible.role: Accessible.Table
-        Accessible.name: matrix.title + ": " + matrix._currentText
+        //: What a grid of hands is of, and the hand that the keyboard stands on
+        Accessible.name: qsTr("%1: %2").arg(matrix.title).arg(matrix._currentText)
         Accessible.focusable: activeFocusOnTab
         Accessible.onPressAction: activateCurrent()
 
         onHandClicked: (hand, weight) => matrix.handClicked(hand, weight)
+        onStrokeStarted: matrix.strokeStarted()
+        onStrokeEnded: matrix.strokeEnded()
         onHandPainted: (hand, on, weight) => matrix.handPainted(hand, on, weight)
         onHandDragged: (hand, weight) => matrix.handDragged(hand, weight)
         onHandHovered: (hand, weight) => matrix.handHovered(hand, weight)

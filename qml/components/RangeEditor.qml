@@ -17,8 +17,12 @@ ColumnLayout {
 
     readonly property string _name: label !== "" ? label : qsTr("Range")
     readonly property var _weights: RangeEditorText.parseWeights(rangeText)
+    readonly property int _hands: RangeEditorText.countHands(_weights)
 
     signal rangeChanged(newRange: string)
+    // Around the changes of one stroke over the grid: one step to undo.
+    signal strokeStarted
+    signal strokeEnded
 
     spacing: theme.spaceSm
 
@@ -41,16 +45,16 @@ ColumnLayout {
             Layout.fillWidth: true
         }
         Repeater {
-            model: ["100%", "50%", "25%"]
+            model: [100, 50, 25]
 
             SecondaryButton {
-                required property string modelData
+                required property int modelData
 
                 theme: editor.theme
                 compact: true
-                text: modelData
-                tip: qsTr("All hands at %1").arg(modelData)
-                onClicked: editor.rangeChanged(modelData)
+                text: qsTr("%1%").arg(modelData)
+                tip: qsTr("All hands at %1%").arg(modelData)
+                onClicked: editor.rangeChanged(modelData + "%")
             }
         }
         SecondaryButton {
@@ -68,6 +72,8 @@ ColumnLayout {
         cellSize: 30
         editable: true
         weights: editor._weights
+        onStrokeStarted: editor.strokeStarted()
+        onStrokeEnded: editor.strokeEnded()
         onHandPainted: (hand, on) =>
             editor.rangeChanged(RangeEditorText.paintedText(editor.rangeText, hand, on))
     }
@@ -102,9 +108,8 @@ ColumnLayout {
                 theme: editor.theme
                 muted: true
                 font.pixelSize: Fallback.type.labelMd
-                //: %1 is a number from 0 to 169
-                text: qsTr("%1 hands").arg(
-                    RangeEditorText.countHands(editor._weights).toLocaleString(Qt.locale(), "f", 0))
+                text: editor._hands === 1 ? qsTr("1 hand")
+                                          : qsTr("%Ln hands", "", editor._hands)
             }
         }
     }

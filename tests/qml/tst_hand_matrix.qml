@@ -210,7 +210,7 @@ DocumentCase {
             [{title: "OOP Range"}, "OOP Range: AA, 0%"],
             [{weights: {AA: 1}, actionTypes: ["check", "bet 33%"],
               actionProbs: {AA: [0.25, 0.75]}},
-             "Starting hands: AA, 100%, check: 25%, bet 33%: 75%"]]) {
+             "Starting hands: AA, 100%, Check: 25%, Bet 33%: 75%"]]) {
             const grid = shown(properties).children[0];
             compare([grid.Accessible.role, grid.Accessible.name], [Accessible.Table, name]);
         }

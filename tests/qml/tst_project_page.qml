@@ -178,7 +178,6 @@ DocumentCase {
         const matrix = find("oopRange/matrix");
         mouseClick(matrix, 10, 10);
         compare(page.oopRangeText, "AKs");
-        wait(320);
         mouseClick(find("oopRange/clearRange"));
         compare(page.oopRangeText, "");
         mouseClick(undo);

@@ -22,27 +22,31 @@ Card {
     // The text before each change by the matrix or the button, oldest first: a click on a hand takes
     // the whole token away that it stands in.
     property var _former: []
-    property real _changedAt: 0  // milliseconds
     property bool _isChanging: false
 
     function _paint(hand: string, weight: real): void {
-        _change(RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100));
+        _set(RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100));
     }
 
-    // What follows at once belongs to the same stroke.
-    function _change(text: string): void {
-        const now = Date.now();
-        if (now - _changedAt > 300 || _former.length === 0) {
-            _former = [..._former, rangeText];
+    function _clear(): void {
+        _keep();
+        _set("");
+    }
+
+    function _keep(): void {
+        _former = [..._former, rangeText];
+    }
+
+    // A stroke that has painted nothing leaves nothing to undo.
+    function _endStroke(): void {
+        if (_former[_former.length - 1] === rangeText) {
+            _former = _former.slice(0, -1);
         }
-        _changedAt = now;
-        _set(text);
     }
 
     function _undo(): void {
         const text = _former[_former.length - 1];
         _former = _former.slice(0, -1);
-        _changedAt = 0;
         _set(text);
     }
 
@@ -92,7 +96,7 @@ Card {
                     compact: true
                     text: qsTr("Clear")
                     enabled: panel.rangeText !== ""
-                    onClicked: panel._change("")
+                    onClicked: panel._clear()
                 }
             }
         }
@@ -116,6 +120,8 @@ Card {
                     editable: true
                     autoFitToWidth: true
                     cellSize: Math.max(28, Math.round(36 * panel.uiScale))
+                    onStrokeStarted: panel._keep()
+                    onStrokeEnded: panel._endStroke()
                     onHandPainted: (hand, desiredOn, weight) => {
                         if (desiredOn !== (weight > 0)) {
                             panel._paint(hand, weight);
