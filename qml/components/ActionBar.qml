@@ -89,7 +89,9 @@ Item {
                 : bar.selectedAction !== "" && bar._entries[index].name === bar.selectedAction;
         }
 
-        function roundedRect(context: var, x: real, width: real, left: real, right: real): void {
+        // From the top edge on; `left` and `right` are the radii at the ends.
+        function roundedRect(context: var, x: real, width: real, height: real, left: real,
+                             right: real): void {
             context.beginPath();
             context.moveTo(x + left, 0);
             context.lineTo(x + width - right, 0);
@@ -107,7 +109,8 @@ Item {
             if (segment.width <= 0) {
                 return;
             }
-            roundedRect(context, segment.x, segment.width, segment.leftRadius, segment.rightRadius);
+            roundedRect(context, segment.x, segment.width, height, segment.leftRadius,
+                        segment.rightRadius);
             context.fillStyle = bar._colorOf(bar._entries[index]);
             context.fill();
             if (isFramed(index)) {
@@ -117,18 +120,29 @@ Item {
             }
             const percent = bar._percent(index);
             if (segment.width > 35 && percent > 0) {
-                paintPercent(context, segment, percent + "%");
+                paintPercent(context, segment, qsTr("%1%").arg(percent));
             }
         }
 
+        // On a plate, which makes it legible on any action's colour.
         function paintPercent(context: var, segment: var, text: string): void {
             context.font = "bold 10px sans-serif";
-            if (context.measureText(text).width + 8 <= segment.width) {
-                context.fillStyle = Qt.rgba(1, 1, 1, 0.92);
-                context.textAlign = "center";
-                context.textBaseline = "middle";
-                context.fillText(text, segment.x + segment.width / 2, height / 2);
+            const width = Math.ceil(context.measureText(text).width) + 8;
+            const plate = Math.min(height, 16);
+            if (width > segment.width) {
+                return;
             }
+            const middle = segment.x + segment.width / 2;
+            context.save();
+            context.translate(0, (height - plate) / 2);
+            roundedRect(context, middle - width / 2, width, plate, 4, 4);
+            context.restore();
+            context.fillStyle = bar.theme.plate;
+            context.fill();
+            context.fillStyle = bar.theme.plateText;
+            context.textAlign = "center";
+            context.textBaseline = "middle";
+            context.fillText(text, middle, height / 2);
         }
 
         width: parent.width
@@ -141,7 +155,7 @@ Item {
             const context = getContext("2d");
             context.reset();
             const end = Math.min(bar.theme.radiusSm, width / 2, height / 2);
-            roundedRect(context, 0, width, end, end);
+            roundedRect(context, 0, width, height, end, end);
             context.fillStyle = bar.theme.surface2;
             context.fill();
             Bar.segments(bar._shares, width, height, bar.theme.radiusSm)

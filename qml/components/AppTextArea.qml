@@ -40,7 +40,7 @@ Basic.ScrollView {
         wrapMode: TextEdit.Wrap
         textFormat: TextEdit.PlainText
         color: area.theme.text
-        placeholderTextColor: area.theme.textFaint
+        placeholderTextColor: area.theme.placeholder
         selectionColor: area.theme.withOpacity(area.theme.strokeFocus, 0.4)
         selectedTextColor: area.theme.text
         font.pixelSize: area.mono ? Fallback.type.mono : Fallback.type.bodyMd

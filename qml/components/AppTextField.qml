@@ -22,7 +22,7 @@ Basic.TextField {
     hoverEnabled: true
     selectByMouse: true
     color: theme.text
-    placeholderTextColor: theme.textFaint
+    placeholderTextColor: theme.placeholder
     selectionColor: theme.withOpacity(theme.strokeFocus, 0.4)
     selectedTextColor: theme.text
     font.pixelSize: mono ? Fallback.type.mono : Fallback.type.bodyMd

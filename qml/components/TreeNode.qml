@@ -37,18 +37,19 @@ Item {
         case "terminal":
             return theme.surface3;
         case "chance":
-            return _mixed(theme.surface2, theme.gold, 0.22);
+            return theme.mixed(theme.surface2, theme.gold, 0.22);
         default:
-            return _mixed(theme.surface2, _actionColor, 0.28);
+            return theme.mixed(theme.surface2, _actionColor, 0.28);
         }
     }
     // Text has to be read on any action's colour.
     readonly property bool _bright: _luminance(_fill) >= 0.62
     readonly property color _textColor: _bright ? "#0B0F14" : theme.text
-    readonly property color _mutedColor: _bright ? "#2D333B" : theme.textMuted
+    readonly property color _mutedColor:
+        theme.legible(_bright ? "#2D333B" : theme.textMuted, _fill)
     // The action's colour at 0.8 over the box. Its text is not faded with it.
     readonly property color _chipColor:
-        _mixed(_fill, nodeType === "decision" ? _actionColor : theme.surface3, 0.8)
+        theme.mixed(_fill, nodeType === "decision" ? _actionColor : theme.surface3, 0.8)
     readonly property string _title: {
         switch (nodeType) {
         case "terminal":
@@ -69,11 +70,6 @@ Item {
         clicked();
     }
 
-    function _mixed(base: color, tint: color, share: real): color {
-        return Qt.rgba(base.r + (tint.r - base.r) * share, base.g + (tint.g - base.g) * share,
-                       base.b + (tint.b - base.b) * share, 1);
-    }
-
     function _luminance(tint: color): real {
         return 0.2126 * tint.r + 0.7152 * tint.g + 0.0722 * tint.b;
     }
@@ -91,8 +87,7 @@ Item {
         return [_title, _displayActionLabel].concat(figures).filter(text => text !== "").join(", ");
     }
     //: Place of a box in the game tree, from 1 at the root
-    Accessible.description: qsTr("Level %1").arg(depth + 1)
-                            + (locked ? ", " + qsTr("locked") : "")
+    Accessible.description: (locked ? qsTr("Level %1, locked") : qsTr("Level %1")).arg(depth + 1)
     Accessible.focusable: true
     Accessible.focused: current
     Accessible.selectable: true
@@ -183,7 +178,7 @@ Item {
                         anchors.fill: parent
                         text: node._displayActionLabel
                         textFormat: Text.PlainText
-                        color: node._luminance(node._chipColor) >= 0.45 ? "#0B0F14" : "white"
+                        color: node.theme.inkOn(node._chipColor)
                         font.pixelSize: Fallback.type.labelMd
                         font.weight: Fallback.type.weightSemibold
                         horizontalAlignment: Text.AlignHCenter
@@ -233,7 +228,8 @@ Item {
                     text: node.ev !== 0
                         ? qsTr("EV: %1%2").arg(node.ev >= 0 ? "+" : "").arg(node._figure(node.ev, 2))
                         : ""
-                    color: node.ev >= 0 ? node.theme.success : node.theme.danger
+                    color: node.theme.legible(node.ev >= 0 ? node.theme.success
+                                                           : node.theme.danger, node._fill)
                 }
                 Item {
                     Layout.fillWidth: true

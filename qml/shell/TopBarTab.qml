@@ -24,9 +24,10 @@ Item {
 
         readonly property color contentColor: {
             if (tab.current) {
-                return tab.theme.accent;
+                const bar = tab.theme.dark ? tab.theme.bg0 : tab.theme.bg1;
+                return tab.theme.legible(tab.theme.accent, Qt.tint(bar, background.color));
             }
-            return enabled && hovered ? tab.theme.text : tab.theme.textMuted;
+            return enabled ? tab.theme.text : tab.theme.textMuted;
         }
 
         anchors.fill: parent
@@ -54,7 +55,6 @@ Item {
             iconName: tab.iconName
             color: button.contentColor
             font: button.font
-            opacity: button.enabled || tab.current ? 1 : 0.45
         }
         background: Rectangle {
             radius: tab.theme.radiusSm

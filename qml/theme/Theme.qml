@@ -26,6 +26,11 @@ QtObject {
     readonly property color textMuted: dark ? "#8B949E" : "#6B7280"
     readonly property color textFaint: dark ? "#6E7681" : "#9CA3AF"
     readonly property color textInverse: dark ? "#0D1117" : "#FFFFFF"
+    // Of a field in which nothing stands.
+    readonly property color placeholder: legible(textFaint, surface2)
+    // Lies under figures on any action's colour.
+    readonly property color plate: Qt.rgba(0, 0, 0, 0.55)
+    readonly property color plateText: "#FFFFFF"
 
     readonly property color _defaultAccent: dark ? "#3FB950" : "#16A34A"
     readonly property color accent: useAccentOverride ? accentOverride : _defaultAccent
@@ -89,6 +94,7 @@ QtObject {
     readonly property string monoFamily: _installedFamily(fontMono, "monospace")
 
     readonly property FontMetrics _system: FontMetrics {}
+    readonly property real _leastContrast: 4.5  // WCAG 2, level AA
 
     function suitColor(suit: var): color {
         switch (String(suit).toLowerCase()) {
@@ -150,6 +156,40 @@ QtObject {
 
     function darken(base: color, amount: real): color {
         return Qt.darker(base, 1 + amount);
+    }
+
+    // Opaque; `share` of it is the tint.
+    function mixed(base: color, tint: color, share: real): color {
+        return Qt.tint(Qt.alpha(base, 1), Qt.alpha(tint, share));
+    }
+
+    // By WCAG 2: 1 for equal colours, 21 for black on white. Both are opaque.
+    function contrast(first: color, second: color): real {
+        const one = _luminance(first);
+        const other = _luminance(second);
+        return (Math.max(one, other) + 0.05) / (Math.min(one, other) + 0.05);
+    }
+
+    // Black or white, whichever is read better there.
+    function inkOn(background: color): color {
+        return contrast("black", background) >= contrast("white", background) ? "black" : "white";
+    }
+
+    // A colour for text on a background: the wished one, moved no further towards black or white than
+    // it takes to be read.
+    function legible(wish: color, background: color): color {
+        const ink = inkOn(background);
+        let color = wish;
+        for (let step = 1; step <= 20 && contrast(color, background) < _leastContrast; ++step) {
+            color = mixed(wish, ink, step / 20);
+        }
+        return color;
+    }
+
+    function _luminance(tint: color): real {
+        const linear = part => part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4;
+        const color = Qt.alpha(tint, 1);  // a name of a colour, too
+        return 0.2126 * linear(color.r) + 0.7152 * linear(color.g) + 0.0722 * linear(color.b);
     }
 
     // Bets run from purple to pink, raises from orange to amber, with the size in percent of the

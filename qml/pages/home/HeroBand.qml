@@ -46,7 +46,7 @@ Rectangle {
         Text {
             text: qsTr("A modern, high-performance holdem solver")
             textFormat: Text.PlainText
-            color: hero.theme.textMuted
+            color: hero.theme.text
             font.pixelSize: Fallback.type.bodyLg
             elide: Text.ElideRight
             Accessible.role: Accessible.StaticText

@@ -19,7 +19,7 @@ AppTextField {
     placeholderText: qsTr("e.g., AA, KK, AKs, QQ+ or 50%")
     error: _finished ? _mistake : ""
     color: activeFocus ? theme.text : "transparent"
-    placeholderTextColor: activeFocus ? theme.textFaint : "transparent"
+    placeholderTextColor: activeFocus ? theme.placeholder : "transparent"
     inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
 
     onRangeTextChanged: if (text !== rangeText) text = rangeText
@@ -38,7 +38,7 @@ AppTextField {
         mono: true
         muted: field.text === ""
         text: field.text === "" ? field.placeholderText : field.text
-        color: field.text === "" ? field.theme.textFaint : field.theme.text
+        color: field.text === "" ? field.theme.placeholder : field.theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight

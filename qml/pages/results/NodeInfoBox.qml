@@ -83,8 +83,8 @@ Rectangle {
 
         AppLabel {
             theme: box.theme
-            muted: true
             text: entry.label
+            color: box.theme.legible(box.theme.textMuted, box.color)
             font.pixelSize: Fallback.type.labelMd
             elide: Text.ElideRight
             Layout.fillWidth: true
