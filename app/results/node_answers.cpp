@@ -1,6 +1,5 @@
 #include "app/results/node_answers.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -10,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/results/bucket_names.h"
 #include "session/hand_labels.h"
 
 namespace tidewell {
@@ -286,8 +286,7 @@ QVariantList NodeAnswers::handBuckets(int node) {
     QVariantList answer;
     for (const QVariant& entry : *cached) {
         QVariantMap bucket = entry.toMap();
-        const QByteArray name = bucket.value("name").toString().toUtf8();
-        bucket.insert("displayName", QCoreApplication::translate("HandBuckets", name.constData()));
+        bucket.insert("displayName", bucketDisplayName(bucket.value("name").toString()));
         answer.append(bucket);
     }
     return answer;
