@@ -12,13 +12,19 @@ Row {
     required property int percent
     required property color swatch
 
-    function _figure(value: var, digits: int): string {
-        return Number.isFinite(value) ? Number(value).toLocaleString(Qt.locale(), "f", digits) : "";
+    // Such as "12.50 EV".
+    function _phrase(phrase: string, figure: real, digits: int): string {
+        return Number.isFinite(figure)
+            ? phrase.arg(figure.toLocaleString(Qt.locale(), "f", digits)) : qsTr("—");
     }
 
-    // Such as "12.5 combos".
-    function _phrase(phrase: string, figure: string): string {
-        return figure === "" ? qsTr("—") : phrase.arg(figure);
+    function _combosText(combos: real): string {
+        const count = Math.round(combos);
+        if (!ActionList.isWhole(combos)) {
+            return _phrase(qsTr("%1 combos"), combos, 1);
+        }
+        //: Number of hands with suits, of a range or an action
+        return count === 1 ? qsTr("1 combo") : qsTr("%Ln combos", "", count);
     }
 
     spacing: 8
@@ -44,23 +50,20 @@ Row {
     AppLabel {
         theme: label.theme
         muted: true
-        //: Number of hands with suits, of a range or an action
-        text: label._phrase(qsTr("%1 combos"),
-                            label._figure(label.action.combos,
-                                          ActionList.comboDigits(label.action.combos)))
+        text: label._combosText(ActionList.known(label.action.combos))
         font.pixelSize: Fallback.type.labelMd
     }
     AppLabel {
         theme: label.theme
         muted: true
-        text: label._phrase(qsTr("%1% equity"), label._figure(100 * label.action.equity, 1))
+        text: label._phrase(qsTr("%1% equity"), 100 * ActionList.known(label.action.equity), 1)
         font.pixelSize: Fallback.type.labelMd
     }
     AppLabel {
         theme: label.theme
         muted: true
         //: Expected value, in chips
-        text: label._phrase(qsTr("%1 EV"), label._figure(label.action.ev, 2))
+        text: label._phrase(qsTr("%1 EV"), ActionList.known(label.action.ev), 2)
         font.pixelSize: Fallback.type.labelMd
     }
 }

@@ -26,7 +26,12 @@ export function withEvsAgainstFold(actions) {
         ? Object.assign({}, action, {ev: action.ev - fold.ev}) : action);
 }
 
-// "12", "12.5": whole numbers of combos without a decimal.
-export function comboDigits(combos) {
-    return Math.abs(combos - Math.round(combos)) < 1e-6 ? 0 : 1;
+// NaN for what is not known; a project tells it as null.
+export function known(figure) {
+    return typeof figure === "number" ? figure : NaN;
+}
+
+// Whole numbers of combos are told without a decimal.
+export function isWhole(combos) {
+    return Math.abs(combos - Math.round(combos)) < 1e-6;
 }

@@ -65,12 +65,6 @@ TestCase {
         }
     }
 
-    function test_comboDigits(): void {
-        for (const [combos, digits] of [[12, 0], [12.0000005, 0], [11.9999999, 0], [12.01, 1]]) {
-            compare(ActionList.comboDigits(combos), digits, combos);
-        }
-    }
-
     function test_handActions(): void {
         const definitions = [{name: "Check", actionType: "check"}, {name: "Bet 33%"}];
         for (const [known, probs, types, count] of [

@@ -50,8 +50,8 @@ Item {
             .toLocaleDateString(Qt.locale(), Locale.ShortFormat);
         const number = (value, decimals) => value.toLocaleString(Qt.locale(), "f", decimals);
         return [
-            //: A day of the calendar: its date and, after it, " (future)" or nothing
-            qsTr("%1%2").arg(date).arg(cell.isFuture ? qsTr(" (future)") : ""),
+            //: A day of the calendar that is still to come
+            cell.isFuture ? qsTr("%1 (future)").arg(date) : date,
             qsTr("Solves: %1").arg(number(cell.solves, 0)),
             qsTr("Avg iters: %1").arg(number(cell.avgIterations, 0)),
             qsTr("Avg expl: %1").arg(number(cell.avgExploitability, 4))

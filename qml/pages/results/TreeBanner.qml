@@ -37,7 +37,7 @@ RowLayout {
         theme: banner.theme
         muted: true
         //: How many actions can be chosen
-        text: qsTr("%1 options").arg(banner.options)
+        text: qsTr("%Ln options", "", banner.options)
         font.pixelSize: Fallback.type.labelMd
     }
 }

@@ -52,7 +52,7 @@ Column {
             player: meta.player,
             name: action.name,
             actionType: action.actionType,
-            frequency: action.frequency,
+            frequency: action.frequency ?? -1,  // not known
             pot: child.pot ?? meta.pot,
             hasChildren: child.hasChildren ?? false,
             locked: nodes.hasLocks(nodeIndex) || nodes.hasLocks(action.childIndex)
