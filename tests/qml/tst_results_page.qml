@@ -132,7 +132,8 @@ DocumentCase {
         solve(Spots.river);
         compare(every(StatCard).map(card => card.value), [
             figure(controller.resultEvOop + 5, 3), figure(controller.resultEvIp + 5, 3),
-            figure(controller.resultExploitability, 4)]);
+            figure(10 * controller.resultExploitability, 3) + "%"]);
+        compare(every(StatCard)[2].unit, figure(controller.resultExploitability, 4) + " chips");
         page.rakePercent = 5;
         page.rakeCap = 0.6;
         for (const [seat, pot, toCall, rake, spr, odds] of [

@@ -17,7 +17,7 @@ AppDialog {
     bottomPadding: 14
     width: Math.max(240, Math.min(640, pageWidth - 40, implicitWidth))
     height: Math.max(240, Math.min(520, pageHeight - 40, implicitHeight))
-    onOpened: cards.focusFirst()
+    onAboutToShow: cards.focusFirst()
     onClosed: choice.close()
 
     header: RowLayout {

@@ -27,8 +27,27 @@ Item {
         return _figure(seatEv + controller.resultStartingPot / 2, 3);
     }
 
+    // Of the starting pot.
+    function _ofPot(chips: real): string {
+        const percent = 100 * chips / controller.resultStartingPot;
+        return Number.isFinite(percent) ? qsTr("%1%").arg(_figure(percent, 3)) : qsTr("—");
+    }
+
+    function _inChips(chips: real): string {
+        return Number.isFinite(chips) ? qsTr("%1 chips").arg(_figure(chips, 4)) : "";
+    }
+
     function _figure(value: real, digits: int): string {
         return Number.isFinite(value) ? value.toLocaleString(Qt.locale(), "f", digits) : qsTr("—");
+    }
+
+    // As text on its own faint shade.
+    function _onShade(wish: color): color {
+        return theme.legible(wish, Qt.tint(theme.surface, _shade(wish)));
+    }
+
+    function _shade(tint: color): color {
+        return theme.withOpacity(tint, 0.15);
     }
 
     implicitWidth: Math.max(board.implicitWidth + _gap + actionColumn.implicitWidth,
@@ -65,17 +84,17 @@ Item {
                 theme: header.theme
                 //: %1 is the seat, "OOP" or "IP"
                 text: qsTr("%1 to act").arg(header.player)
-                tint: header.theme.withOpacity(header._playerColor, 0.15)
+                tint: header._shade(header._playerColor)
                 stroke: "transparent"
-                textColor: header._playerColor
+                textColor: header._onShade(header._playerColor)
             }
             Chip {
                 objectName: "setupChanged"
                 theme: header.theme
                 text: qsTr("Setup has changed since this solve")
-                tint: header.theme.withOpacity(header.theme.warn, 0.15)
+                tint: header._shade(header.theme.warn)
                 stroke: "transparent"
-                textColor: header.theme.warn
+                textColor: header._onShade(header.theme.warn)
                 visible: header.setupChanged
             }
         }
@@ -108,9 +127,10 @@ Item {
             theme: header.theme
             compact: true
             label: qsTr("Exploitability")
-            value: header.controller ? header._figure(header.controller.resultExploitability, 4)
+            value: header.controller ? header._ofPot(header.controller.resultExploitability)
                                      : qsTr("—")
-            accentColor: header.theme.gold
+            unit: header.controller ? header._inChips(header.controller.resultExploitability) : ""
+            accentColor: header.theme.legible(header.theme.gold, color)
             Layout.fillWidth: true
         }
     }

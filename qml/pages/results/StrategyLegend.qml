@@ -10,7 +10,18 @@ Flow {
     required property Theme theme
     required property var actions
 
-    spacing: theme.spaceLg
+    // Of all entries beside each other, and of a line of them with its distance to the next one.
+    readonly property real lineWidth: Array.from(visibleChildren)
+        .reduce((sum, entry) => sum + entry.width + spacing, 0)
+    readonly property real lineHeight: metrics.height + spacing
+
+    readonly property FontMetrics _metrics: FontMetrics {
+        id: metrics
+
+        font.pixelSize: Fallback.type.labelMd
+    }
+
+    spacing: 6
 
     Repeater {
         model: legend.actions.filter(action => action.frequency > 0.05)
@@ -21,6 +32,8 @@ Flow {
             required property var modelData
 
             spacing: 6
+            // Further from the next entry than lines are from each other.
+            rightPadding: 10
 
             Rectangle {
                 anchors.verticalCenter: parent.verticalCenter

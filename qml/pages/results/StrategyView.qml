@@ -4,9 +4,10 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 
-// What the current node's player does: how often over the whole range, and hand by hand. The matrix is
-// as large as the height allows, so that all stands on one screen; where that would make it too small,
-// the view scrolls.
+// What the current node's player does: how often over the whole range, and hand by hand. Bar, matrix and
+// legend stand on one screen: the matrix is as large as the height allows, and the room at its right
+// stays free. Where the height is short, first the money goes there, then the bar and the cells shrink;
+// only then the view scrolls.
 AppScrollView {
     id: view
 
@@ -23,15 +24,21 @@ AppScrollView {
 
     readonly property var _meta: nodes.meta(nodeIndex)
     readonly property bool _empty: Object.keys(strategy.weights).length === 0
-    readonly property real _smallestMatrix: 13 * matrix.minCellSize + 12 * matrix.cellSpacing
-    // What stands above and below the matrix; one line of the legend is counted.
-    readonly property real _around: frequencies.implicitHeight + matrixTitle.implicitHeight
-        + info.implicitHeight + Fallback.type.labelMd + 8 + theme.spaceMd + 4 * theme.spaceSm
+    readonly property real _smallestMatrix: _sideOf(matrix.minCellSize)
+    // Beside the matrix.
+    readonly property real _freeWidth: 320
+    // The bar with segments of a good height, and with as low ones as its labels leave.
+    readonly property real _highBar: Math.max(60, bar.implicitHeight + 20)
+    readonly property real _lowBar: Math.max(60, bar.implicitHeight)
+    readonly property bool _moneyBeside: !_isRoomy(_highBar, true)
+        && _contentWidth >= _smallestMatrix + theme.spaceLg + _freeWidth
+    readonly property bool _moneyBelow: !_moneyBeside && _isRoomy(_lowBar, true)
+    readonly property real _barHeight: _isRoomy(_highBar, _moneyBelow) ? _highBar : _lowBar
     // Whole cells, so that what stands below is as wide.
     readonly property real _matrixWidth: {
-        const side = Math.min(availableHeight - _around, _contentWidth);
-        const gaps = 12 * matrix.cellSpacing;
-        return Math.max(_smallestMatrix, 13 * Math.floor((side - gaps) / 13) + gaps);
+        const widest = Math.max(_smallestMatrix, _contentWidth - theme.spaceLg - _freeWidth);
+        const side = Math.min(_heightLeft(_barHeight, _moneyBelow), widest);
+        return _sideOf(Math.max(matrix.minCellSize, Math.floor((side - _sideOf(0)) / 13)));
     }
     // Beside the scroll bar, whether it is there or not: otherwise it would come and go with the width.
     readonly property real _contentWidth: availableWidth - theme.spaceMd
@@ -48,6 +55,24 @@ AppScrollView {
         const most = Math.max(0, flickable.contentHeight - flickable.height);
         const y = flickable.contentY + part * flickable.height;
         flickable.contentY = Math.max(0, Math.min(y, most));
+    }
+
+    // Of the matrix.
+    function _sideOf(cellSize: real): real {
+        return 13 * cellSize + 12 * matrix.cellSpacing;
+    }
+
+    // What the view leaves for the matrix.
+    function _heightLeft(barHeight: real, moneyBelow: bool): real {
+        const lines = Math.ceil(legend.lineWidth / _sideOf(28));
+        const around = barTitle.implicitHeight + barHeight + matrixTitle.implicitHeight
+            + lines * legend.lineHeight + (moneyBelow ? money.implicitHeight + theme.spaceSm : 0);
+        return availableHeight - around - theme.spaceMd - 3 * theme.spaceSm;
+    }
+
+    // Whether cells are of a good size then.
+    function _isRoomy(barHeight: real, moneyBelow: bool): bool {
+        return _heightLeft(barHeight, moneyBelow) >= _sideOf(28);
     }
 
     // Scrolls as far as a cell of the matrix asks for it.
@@ -82,11 +107,11 @@ AppScrollView {
         spacing: view.theme.spaceMd
 
         ColumnLayout {
-            id: frequencies
-
             spacing: view.theme.spaceSm
 
             RowLayout {
+                id: barTitle
+
                 spacing: view.theme.spaceSm
 
                 PanelTitle {
@@ -102,19 +127,22 @@ AppScrollView {
                 }
             }
             ActionBar {
+                id: bar
+
                 theme: view.theme
                 actions: view.barActions
                 Layout.fillWidth: true
-                // Lines of labels beyond the first one make the bar higher, not the segments lower.
-                Layout.preferredHeight: Math.max(60, implicitHeight + 20)
+                Layout.preferredHeight: view._barHeight
             }
         }
-        RowLayout {
-            spacing: view.theme.spaceLg
-            Layout.fillWidth: true
+        GridLayout {
+            columnSpacing: view.theme.spaceLg
+            rowSpacing: view.theme.spaceSm
 
             ColumnLayout {
                 spacing: view.theme.spaceSm
+                Layout.row: 0
+                Layout.column: 0
                 Layout.preferredWidth: view._matrixWidth
                 Layout.maximumWidth: view._matrixWidth
                 Layout.alignment: Qt.AlignTop
@@ -135,6 +163,7 @@ AppScrollView {
                     weightDisplayMode: "verticalFill"
                     cellSize: 34
                     autoFitToWidth: true
+                    minCellSize: 24
                     showLabels: true
                     selectable: true
                     selectedHand: view.selectedHand
@@ -167,20 +196,27 @@ AppScrollView {
                     }
                 }
                 StrategyLegend {
+                    id: legend
+
                     theme: view.theme
                     actions: view.actions
                     Layout.fillWidth: true
                 }
-                NodeInfoBox {
-                    id: info
+            }
+            NodeInfoBox {
+                id: money
 
-                    theme: view.theme
-                    meta: view._meta
-                    player: view.player
-                    rakePercent: view.rakePercent
-                    rakeCap: view.rakeCap
-                    Layout.fillWidth: true
-                }
+                theme: view.theme
+                meta: view._meta
+                player: view.player
+                rakePercent: view.rakePercent
+                rakeCap: view.rakeCap
+                Layout.row: view._moneyBeside ? 0 : 1
+                Layout.column: view._moneyBeside ? 1 : 0
+                Layout.preferredWidth: view._moneyBeside ? view._freeWidth : view._matrixWidth
+                // Level with the matrix.
+                Layout.topMargin: view._moneyBeside ? matrixTitle.height + view.theme.spaceSm : 0
+                Layout.alignment: Qt.AlignTop
             }
         }
     }
