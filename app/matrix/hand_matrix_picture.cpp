@@ -87,7 +87,7 @@ std::optional<double> entryInto(const QRectF& area, QPointF from, QPointF way) {
         if (step == 0.0) {
             return start >= low && start < high;
         }
-        const auto [first, last] = std::minmax((low - start) / step, (high - start) / step);
+        const auto [first, last] = std::minmax({(low - start) / step, (high - start) / step});
         enter = std::max(enter, first);
         leave = std::min(leave, last);
         return enter < leave;
