@@ -88,7 +88,6 @@ int runApplication(int& argc, char** argv, const QUrl& document) {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     const QGuiApplication application(argc, argv);
     nameApplication();
-    chooseGraphicsBackend();
 
     const bool logsEnabled = loggingRequested();
     if (!logsEnabled) {
@@ -104,6 +103,7 @@ int runApplication(int& argc, char** argv, const QUrl& document) {
     }
 
     QGuiApplication::setQuitOnLastWindowClosed(true);
+    chooseGraphicsBackend();  // drivers crash, so not before there are handlers
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/"));  // the module of the documents
     QQmlContext* const context = engine.rootContext();

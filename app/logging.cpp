@@ -9,12 +9,13 @@
 #include <mutex>
 
 #include "app/environment.h"
+#include "platform/log_file.h"
 
 namespace tidewell {
 namespace {
 
 std::mutex logMutex;
-QList<QFile*> logDevices;  // guarded by logMutex
+QList<LogFile*> logDevices;  // guarded by logMutex
 
 const char* levelName(QtMsgType type) {
     switch (type) {
@@ -54,18 +55,32 @@ QString logTime() {
 }
 
 void logMessageHandler(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    const QString time = logTime();
-    const char* const level = levelName(type);
+    const QString line = logTime() + " [" + levelName(type) + "] " + message;
     const std::lock_guard lock(logMutex);
-    for (QFile* const device : logDevices) {
-        if (device->isOpen()) {
-            QTextStream stream(device);
-            stream << time << " [" << level << "] " << message << '\n';
-            stream.flush();
-        }
+    for (LogFile* const device : logDevices) {
+        device->write(line);
     }
     if (type == QtFatalMsg) {
         std::abort();
+    }
+}
+
+bool LogFile::open() {
+    const int descriptor = tidewell_platform::open_log(QFile::encodeName(path_).constData());
+    return descriptor >= 0 &&
+           file_.open(descriptor, QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text,
+                      QFileDevice::AutoCloseHandle);
+}
+
+void LogFile::write(const QString& line) {
+    if (file_.isOpen() && file_.size() >= tidewell_platform::full_log) {
+        file_.close();
+        open();
+    }
+    if (file_.isOpen()) {
+        QTextStream stream(&file_);
+        stream << line << '\n';
+        stream.flush();
     }
 }
 
@@ -83,8 +98,8 @@ LogFiles::~LogFiles() {
 bool LogFiles::open() {
     {
         const std::lock_guard lock(logMutex);
-        for (QFile* const file : {&appDir_, &temp_}) {
-            if (file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
+        for (LogFile* const file : {&appDir_, &temp_}) {
+            if (file->open()) {
                 logDevices.append(file);
             }
         }

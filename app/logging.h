@@ -26,6 +26,21 @@ void silenceDebugAndInfo();
 /// The local time as lines of the log begin with it, "2026-03-01T17:05:09.042".
 QString logTime();
 
+/// One log file, which `open_log` opens anew once it is full.
+class LogFile {
+  public:
+    explicit LogFile(const QString& path) : path_(path) {}
+
+    /// At its end; false where that is not possible.
+    bool open();
+    /// Nothing while it is not open.
+    void write(const QString& line);
+
+  private:
+    QString path_;
+    QFile file_;
+};
+
 /// Writes "<time> [<level>] <message>" to every open log file. A fatal message then aborts. For
 /// all threads; Qt calls it while a `LogFiles` is open.
 void logMessageHandler(QtMsgType type, const QMessageLogContext& context, const QString& message);
@@ -44,8 +59,8 @@ class LogFiles {
     bool open();
 
   private:
-    QFile appDir_;
-    QFile temp_;
+    LogFile appDir_;
+    LogFile temp_;
     QtMessageHandler previous_ = nullptr;
     bool installed_ = false;
 };

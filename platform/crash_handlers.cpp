@@ -1,6 +1,5 @@
 #include "platform/crash_handlers.h"
 
-#include <fcntl.h>
 #include <limits.h>
 #include <signal.h>
 #include <unistd.h>
@@ -13,6 +12,8 @@
 #include <cstdlib>
 #include <exception>
 #include <new>
+
+#include "platform/log_file.h"
 
 // Everything from `appendLineToFile` to the signal handler restricts itself to what POSIX calls
 // async-signal-safe.
@@ -153,7 +154,7 @@ void appendLineToFile(std::string_view line, const char* path) noexcept {
     if (*path == 0) {
         return;
     }
-    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    const int file = open_log(path);
     if (file < 0) {
         return;
     }

@@ -15,10 +15,10 @@ void setCrashLogPaths(std::string_view appDir, std::string_view temp);
 /// on the calling thread only, which gets a spare stack for that.
 void installCrashHandlers();
 
-/// Appends a line, ended by CR LF, to the file, which is made if it is not there; at once, and
-/// silently without effect when that fails. Takes no lock, allocates nothing and keeps no state:
-/// for any thread in any state, signal handlers included. A line is cut to 510 bytes. Does nothing
-/// for an empty path.
+/// Appends a line, ended by CR LF, to a log file as `open_log` opens it; at once, and silently
+/// without effect when that fails. Takes no lock, allocates nothing and keeps no state: for any
+/// thread in any state, signal handlers included. A line is cut to 510 bytes. Does nothing for an
+/// empty path.
 void appendLineToFile(std::string_view line, const char* path) noexcept;
 
 /// The same for the file beside the program and then for the one in the temporary folder.

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -18,8 +18,7 @@
 /// that nobody else uses. Its log files are its own, then, and all goes at the end.
 class InstalledProgram {
   public:
-    explicit InstalledProgram(const QString& binary)
-        : folder_(QCoreApplication::applicationDirPath() + "/installed-XXXXXX") {
+    explicit InstalledProgram(const QString& binary) {
         EXPECT_TRUE(folder_.isValid());
         for (const char* const name : {"app", "tmp", "home"}) {
             QDir(folder_.path()).mkdir(name);
@@ -60,7 +59,7 @@ inline std::vector<std::string> linesOf(const QString& fileName) {
     static const QRegularExpression time(R"(^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3})");
     QFile file(fileName);
     std::vector<std::string> lines;
-    if (file.open(QIODevice::ReadOnly)) {
+    if (QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly)) {
         for (QString line : QString::fromUtf8(file.readAll()).split('\n')) {
             lines.push_back(line.replace(time, "<time>").toStdString());
         }

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QMetaObject>
+#include <QOffscreenSurface>
 #include <QUrl>
 #include <cstddef>
 #include <cstdint>
@@ -61,6 +62,7 @@ const std::map<std::string, void (*)()> deaths = {
 };
 
 void (*chosen)() = nullptr;
+bool diesInDriver = false;
 
 void queueDeath() {
     if (chosen != nullptr) {
@@ -71,11 +73,19 @@ Q_COREAPP_STARTUP_FUNCTION(queueDeath)
 
 }  // namespace
 
+/// Found before Qt's: the first that the look for OpenGL does.
+void QOffscreenSurface::create() {
+    if (diesInDriver) {
+        writeToBadAddress();
+    }
+}
+
 int main(int argc, char* argv[]) {
     const rlimit noCore{};
     setrlimit(RLIMIT_CORE, &noCore);
     if (argc > 2) {
-        chosen = deaths.at(argv[2]);
+        diesInDriver = argv[2] == std::string("graphics driver");
+        chosen = diesInDriver ? nullptr : deaths.at(argv[2]);
     }
     return tidewell::runApplication(argc, argv, QUrl::fromLocalFile(argv[1]));
 }

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
@@ -9,15 +11,18 @@
 #include <QQmlApplicationEngine>
 #include <QString>
 #include <QTemporaryDir>
+#include <functional>
 #include <set>
 #include <string>
 #include <thread>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
 #include "app/logging.h"
 #include "platform/crash_handlers.h"
+#include "platform/log_file.h"
 #include "tests/app/files.h"
 #include "tests/app/installed_program.h"
 
@@ -123,20 +128,50 @@ TEST_F(Startup, LogsToBothFilesWhenAsked) {
     EXPECT_EQ(tempLog_, appLog_);
 }
 
-TEST_F(Startup, MakesDoWithTheFilesThatOpen) {
+// Others can put things into a temporary folder.
+TEST_F(Startup, MakesDoWithTheFilesThatAreItsOwn) {
+    const QByteArray kept = "kept\n";
+    const QString victim = child_.path("victim");
+    const QString log = child_.tempLogPath();
+    const std::pair<const char*, std::function<bool()>> traps[] = {
+        {"folder", [&] { return QDir().mkdir(log); }},
+        {"pipe", [&] { return mkfifo(log.toUtf8(), 0666) == 0; }},
+        {"link", [&] { return QFile::link(victim, log); }},
+        {"link to nothing", [&] { return QFile::link(child_.path("home/new"), log); }},
+        {"hard link", [&] { return link(victim.toUtf8(), log.toUtf8()) == 0; }}};
+    writeFile(victim, kept);
     child_.setVariable("KESTREL_ENABLE_LOGS", "1");
+    for (const auto& [name, set] : traps) {
+        SCOPED_TRACE(name);
+        QFile::remove(child_.appLogPath());
+        ASSERT_TRUE(set());
+        run();
+        EXPECT_EQ(code_, 0);
+        EXPECT_THAT(appLog_, Contains("<time> [INFO] QML loaded. rootObjects=1"));
+        EXPECT_THAT(errorOutput_, Not(HasSubstr("QML loaded")));
+        EXPECT_EQ(readFile(victim), kept);
+        EXPECT_FALSE(QFile::exists(child_.path("home/new")));
+        EXPECT_TRUE(QFile::remove(log) || QDir().rmdir(log));
+    }
+    QFile::remove(child_.appLogPath());
     QDir().mkdir(child_.appLogPath());
-    run();
-    EXPECT_EQ(code_, 0);
-    EXPECT_THAT(tempLog_, Contains("<time> [INFO] QML loaded. rootObjects=1"));
-    EXPECT_THAT(errorOutput_, Not(HasSubstr("QML loaded")));
-
-    QFile::remove(child_.tempLogPath());
-    QDir().mkdir(child_.tempLogPath());
+    QDir().mkdir(log);
     run();
     EXPECT_EQ(code_, 0);
     EXPECT_THAT(errorOutput_,
                 AllOf(HasSubstr("QML loaded. rootObjects=1"), Not(HasSubstr("Starting"))));
+}
+
+TEST_F(Startup, PutsAFullLogAside) {
+    const QByteArray full(tidewell_platform::full_log, 'x');
+    writeFile(child_.appLogPath(), full);
+    writeFile(child_.tempLogPath(), full);
+    QDir().mkdir(child_.tempLogPath() + ".old");  // nowhere to go
+    run();
+    EXPECT_THAT(appLog_, ElementsAre(installedLine, startingLine));
+    EXPECT_EQ(tempLog_, appLog_);
+    EXPECT_EQ(readFile(child_.appLogPath() + ".old"), full);
+    EXPECT_EQ(QFile::permissions(child_.tempLogPath()) & (QFile::ReadGroup | QFile::ReadOther), 0);
 }
 
 TEST_F(Startup, EndsWithoutARootObject) {
@@ -179,7 +214,9 @@ TEST_F(Startup, LastWordsReachBothFiles) {
         {"terminate", SIGABRT, {terminateLine}},
         {"uncaught exception", SIGABRT, {terminateLine}},
         {"failed allocation", SIGABRT, {allocationLine}},
-        {"fatal message", SIGABRT, {}}};
+        {"fatal message", SIGABRT, {}},
+        {"graphics driver", SIGSEGV, fault("b", "10")}};
+    child_.setVariable("QT_QPA_PLATFORM", "minimal");  // offscreen asks for no driver
     setDocument("");
     for (const auto& [death, signal, patterns] : cases) {
         QFile::remove(child_.appLogPath());
@@ -232,6 +269,23 @@ TEST_F(Logging, ParallelMessagesStayWhole) {
         lines,
         testing::Each(testing::MatchesRegex("<time> \\[WARN\\] thread [0-3] message [0-9]{1,3}")));
     EXPECT_EQ(linesOf(path("b.log")), lines);
+}
+
+TEST_F(Logging, FilesStayBounded) {
+    constexpr qint64 length = 100'000;
+    {
+        LogFiles files({path("a.log"), path("none/b.log")});
+        ASSERT_TRUE(files.open());
+        for (int i = 0; i < 30; ++i) {
+            qWarning().noquote() << QString(length, QChar('a' + i));
+        }
+    }
+    for (const char* const name : {"a.log", "a.log.old"}) {
+        const QByteArray bytes = readFile(path(name));
+        EXPECT_GT(bytes.size(), 2 * length);
+        EXPECT_LT(bytes.size(), tidewell_platform::full_log + length + 100);
+        EXPECT_EQ(bytes.contains(char('a' + 29)), name == std::string("a.log"));
+    }
 }
 
 TEST_F(Logging, LastWordsAreAppendedWithoutAWord) {
