@@ -2,9 +2,6 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 
-import "logic/presets.mjs" as Presets
-import "logic/solve_config.mjs" as SolveConfig
-
 // The whole window: top bar, pages, and what they have in common. Pages know nothing of each other;
 // they read and write the project state that the shell is.
 ProjectState {
@@ -14,25 +11,19 @@ ProjectState {
     // A project was started or opened, so its page can be visited.
     property bool hasProject: false
     // What the widest page would like to have, in pixels.
-    property int projectRecommendedWidth: 1540
+    property alias projectRecommendedWidth: pages.projectRecommendedWidth
 
     readonly property Theme theme: Theme {}
     readonly property Typography type: Typography {}
     readonly property bool running: controller?.running ?? false
-    readonly property alias files: homePage.files
-    readonly property alias homePage: homePage
-    readonly property alias projectPage: projectPage
-    readonly property alias solvePage: solvePage
-    readonly property alias resultsPage: resultsPage
-    readonly property alias settingsPage: settingsPage
+    readonly property alias files: files
+    // null until they are visited.
+    readonly property alias homePage: pages.homePage
+    readonly property alias projectPage: pages.projectPage
+    readonly property alias solvePage: pages.solvePage
+    readonly property alias resultsPage: pages.resultsPage
+    readonly property alias settingsPage: pages.settingsPage
     readonly property alias unsavedChanges: guard.unsavedChanges
-
-    // The solve threads have a field of their own on the Solve page; everything else comes from the
-    // Project page.
-    readonly property var _projectKeys: Presets.PROJECT_KEYS.filter(key => key !== "threadCount")
-    property bool _isSyncing: false
-    // What the results are of. The Setup page may have gone on to another spot since.
-    readonly property var _solved: controller?.resultIterations > 0 ? controller.solvedConfig : {}
 
     // The index of a page as in TopBar. A page that cannot be visited now is not.
     function navigate(index: int): void {
@@ -53,17 +44,9 @@ ProjectState {
         _startProject(quickSolvePreset(), true);
     }
 
-    // A page that sets a property of its own ends the binding of it to the shell; here all of them
-    // are bound anew. Meanwhile what a page derives from one property is not taken over: the next
-    // one is about to be bound, too.
+    // Shows on all pages what the project is now.
     function syncPagesFromRoot(): void {
-        _isSyncing = true;
-        for (const page of [projectPage, solvePage]) {
-            for (const key of _projectKeys) {
-                page[key] = Qt.binding(() => shell[key]);
-            }
-        }
-        _isSyncing = false;
+        pages.sync();
     }
 
     // See LossGuard.
@@ -120,24 +103,11 @@ ProjectState {
         navIndex = hasResults ? 3 : 1;
     }
 
-    // What a page changes changes the shell's copy.
-    function _followPage(page: var, key: string): void {
-        page[key + "Changed"].connect(() => {
-            if (!shell._isSyncing) {
-                shell[key] = page[key];
-            }
-        });
-    }
-
-    // What is hidden must not keep the keyboard.
-    onNavIndexChanged: pages.itemAt(navIndex).forceActiveFocus()
+    onNavIndexChanged: pages.visit(navIndex)
     Component.onCompleted: {
         appearance.applyTo(theme);
-        _projectKeys.forEach(key => _followPage(projectPage, key));
-        _followPage(solvePage, "threadCount");
-        threadCountChanged.connect(() => solvePage.threadCount = threadCount);
-        projectRecommendedWidth = projectPage.recommendedWindowWidth;
         resetToStartupBlank();
+        pages.visit(navIndex);
     }
 
     AppearanceStore {
@@ -187,72 +157,35 @@ ProjectState {
             onNavigate: index => shell.navigate(index)
             Layout.fillWidth: true
         }
-        // All pages live as long as the program, so that each is found as it was left.
-        StackLayout {
+        PageStack {
             id: pages
 
             currentIndex: shell.navIndex
+            project: shell
+            files: files
+            progress: progress
+            theme: shell.theme
+            type: shell.type
+            hasProject: shell.hasProject
+            onNewProject: shell.newProject()
+            onQuickSolve: shell.quickSolve()
+            onProjectLoaded: (projectState, hasResults) =>
+                shell._takeOverProject(projectState, hasResults)
+            onNavigate: index => shell.navIndex = index
+            onSettingsStored: messages.showInfo(qsTr("Settings saved"))
             Layout.fillWidth: true
             Layout.fillHeight: true
-
-            HomePage {
-                id: homePage
-
-                theme: shell.theme
-                type: shell.type
-                controller: shell.controller
-                projectStateProvider: () => shell.exportProjectState()
-                confirmLoss: proceed => guard.confirmLoss(proceed)
-                canSave: shell.hasProject
-                canImportRange: false
-                onNewProject: shell.newProject()
-                onQuickSolve: shell.quickSolve()
-                onProjectLoaded: (projectState, hasResults) =>
-                    shell._takeOverProject(projectState, hasResults)
-            }
-            ProjectPage {
-                id: projectPage
-
-                theme: shell.theme
-                type: shell.type
-                controller: shell.controller
-                canSolve: shell.canSolve
-                onGoToSolve: shell.navIndex = 2
-                onRecommendedWindowWidthChanged:
-                    shell.projectRecommendedWidth = recommendedWindowWidth
-            }
-            SolvePage {
-                id: solvePage
-
-                theme: shell.theme
-                type: shell.type
-                controller: shell.controller
-                canSolve: shell.canSolve
-                solveProgress: progress
-                onGoToResults: shell.navIndex = 3
-            }
-            ResultsPage {
-                id: resultsPage
-
-                theme: shell.theme
-                type: shell.type
-                controller: shell.controller
-                boardText: shell._solved.board ?? shell.boardText
-                rakePercent: shell._solved.rake_percent ?? shell.rakePercent
-                rakeCap: shell._solved.rake_cap ?? shell.rakeCap
-                setupChanged: !SolveConfig.isSameSpot(shell.solveConfig(), shell._solved)
-                onGoToSolve: shell.navIndex = 2
-            }
-            SettingsPage {
-                id: settingsPage
-
-                theme: shell.theme
-                type: shell.type
-                darkMode: shell.theme.dark
-                onDarkModeChanged: shell.theme.dark = darkMode
-                onStored: messages.showInfo(qsTr("Settings saved"))
-            }
         }
+    }
+    ProjectFiles {
+        id: files
+
+        theme: shell.theme
+        controller: shell.controller
+        stateProvider: () => shell.exportProjectState()
+        confirmLoss: proceed => guard.confirmLoss(proceed)
+        onSaved: messages.showInfo(qsTr("Saved %1").arg(currentName))
+        onFailed: message => messages.showError(message)
     }
     ShellShortcuts {
         id: shortcuts
@@ -265,16 +198,6 @@ ProjectState {
         onNewRequested: shell.newProject()
         onOpenRequested: shell.files.chooseToOpen()
         onSaveRequested: shell.files.saveAgain()
-    }
-    Connections {
-        target: shell.files
-
-        function onSaved(): void {
-            messages.showInfo(qsTr("Saved %1").arg(shell.files.currentName));
-        }
-        function onFailed(message: string): void {
-            messages.showError(message);
-        }
     }
     FileDrop {
         anchors.fill: parent
@@ -295,7 +218,7 @@ ProjectState {
 
         theme: shell.theme
         project: shell
-        files: homePage.files
+        files: files
         hasProject: shell.hasProject
     }
 }

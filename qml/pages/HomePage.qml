@@ -10,14 +10,12 @@ Item {
     property Theme theme: Fallback.theme
     property Typography type: Fallback.type
     property var controller: null
-    // Gives the project state to be saved, a map.
+    // Gives the project state that a save writes, a map.
     property var projectStateProvider: () => ({})
-    // Called with what would lose unsaved changes; calls it when they may be lost.
-    property var confirmLoss: proceed => proceed()
+    // Opens and saves projects; the shell's.
+    property var files: null
     property bool canSave: true
     property bool canImportRange: true
-
-    readonly property alias files: projectFiles
 
     property var solveActivityGrid: []
     property var solveHistoryDaily: []
@@ -41,7 +39,7 @@ Item {
 
     onVisibleChanged: {
         if (visible) {
-            projectFiles.recent.refresh();
+            page.files.recent.refresh();
         }
     }
     Component.onCompleted: {
@@ -49,14 +47,12 @@ Item {
         reloadTrainerStats();
     }
 
-    ProjectFiles {
-        id: projectFiles
+    Connections {
+        target: page.files
 
-        theme: page.theme
-        controller: page.controller
-        stateProvider: () => page.projectStateProvider()
-        confirmLoss: proceed => page.confirmLoss(proceed)
-        onOpened: (projectState, hasResults) => page.projectLoaded(projectState, hasResults)
+        function onOpened(projectState: var, hasResults: bool): void {
+            page.projectLoaded(projectState, hasResults);
+        }
     }
     Connections {
         target: page.controller
@@ -84,8 +80,8 @@ Item {
                 theme: page.theme
                 canSave: page.canSave
                 onNewRequested: page.newProject()
-                onSaveRequested: projectFiles.chooseToSave()
-                onOpenRequested: projectFiles.chooseToOpen()
+                onSaveRequested: page.files.chooseToSave()
+                onOpenRequested: page.files.chooseToOpen()
                 Layout.fillWidth: true
                 Layout.topMargin: page.theme.spaceXl
             }
@@ -108,8 +104,8 @@ Item {
                     }
                     RecentFilesCard {
                         theme: page.theme
-                        files: projectFiles.recent
-                        onOpenRequested: file => projectFiles.open(file)
+                        files: page.files.recent
+                        onOpenRequested: file => page.files.open(file)
                         Layout.fillWidth: true
                         Layout.fillHeight: true
                     }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tidewell
 
@@ -28,10 +30,11 @@ Item {
     // Calls `proceed` at once where nothing is lost by it, otherwise when the person agrees.
     function confirmLoss(proceed: var): void {
         if (unsavedChanges) {
-            unsavedDialog.ask(proceed);
+            (unsavedDialog.get() as UnsavedDialog).ask(proceed);
         } else if (_running) {
-            solveDialog.proceed = proceed;
-            solveDialog.open();
+            const dialog = solveDialog.get();
+            dialog.proceed = proceed;
+            dialog.open();
         } else {
             proceed();
         }
@@ -67,28 +70,32 @@ Item {
             guard.markSaved(projectState);
         }
     }
-    UnsavedDialog {
+    OnDemand {
         id: unsavedDialog
 
-        theme: guard.theme
-        solveRuns: guard._running
-        fileName: guard.files.currentName
-        onSaveRequested: then => guard.files.saveAgain(then)
+        UnsavedDialog {
+            theme: guard.theme
+            solveRuns: guard._running
+            fileName: guard.files.currentName
+            onSaveRequested: then => guard.files.saveAgain(then)
+        }
     }
-    ConfirmDialog {
+    OnDemand {
         id: solveDialog
 
-        property var proceed: null
+        ConfirmDialog {
+            property var proceed: null
 
-        theme: guard.theme
-        title: qsTr("Solve running")
-        text: qsTr("A solve is running. It will be cancelled, and what it has found is lost.")
-        confirmText: qsTr("Cancel Solve")
-        cancelText: qsTr("Keep Solving")
-        danger: true
-        onAccepted: {
-            const goOn = proceed;
-            goOn();
+            theme: guard.theme
+            title: qsTr("Solve running")
+            text: qsTr("A solve is running. It will be cancelled, and what it has found is lost.")
+            confirmText: qsTr("Cancel Solve")
+            cancelText: qsTr("Keep Solving")
+            danger: true
+            onAccepted: {
+                const goOn = proceed;
+                goOn();
+            }
         }
     }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Dialogs
 import Tidewell
@@ -21,6 +23,11 @@ Item {
     // A file is being read or written; meanwhile nothing else may begin.
     property bool busy: false
     property var _afterSave: null
+    readonly property var _nameFilters: [
+        qsTr("Tidewell Project (*.tidewellproj)"),
+        qsTr("JSON (*.json)"),
+        qsTr("All Files (*)")
+    ]
 
     signal opened(var projectState, bool hasResults)
     signal saved(var projectState)
@@ -77,15 +84,18 @@ Item {
     }
 
     function chooseToSave(then: var): void {
+        const dialog = saveDialog.get() as FileDialog;
         _afterSave = then ?? null;
-        _enterFolder(saveDialog);
-        saveDialog.selectedFile = String(currentFile) !== "" ? currentFile : _proposedFile();
-        saveDialog.open();
+        _enterFolder(dialog);
+        dialog.selectedFile = String(currentFile) !== "" ? currentFile
+                                                         : _proposedFile(dialog.currentFolder);
+        dialog.open();
     }
 
     function chooseToOpen(): void {
-        _enterFolder(openDialog);
-        openDialog.open();
+        const dialog = openDialog.get() as FileDialog;
+        _enterFolder(dialog);
+        dialog.open();
     }
 
     // The project on screen belongs to no file any more.
@@ -94,10 +104,10 @@ Item {
     }
 
     // Named after the board.
-    function _proposedFile(): url {
+    function _proposedFile(folder: url): url {
         const provide = stateProvider;
         const board = (provide().boardText ?? "").replace(/[^0-9A-Za-z]/g, "");
-        return `${saveDialog.currentFolder}/${board || qsTr("Spot")}.tidewellproj`;
+        return `${folder}/${board || qsTr("Spot")}.tidewellproj`;
     }
 
     // Where projects were last.
@@ -115,10 +125,21 @@ Item {
         return "file://" + path.slice(path.lastIndexOf("//") + 1);
     }
 
-    function _saveChosen(): void {
+    // Asks before the content of another file than the project's own is lost.
+    function _saveAs(file: url): void {
+        if (String(file) === String(currentFile) || !recent.exists(file)) {
+            _saveChosen(file);
+            return;
+        }
+        const question = overwriteDialog.get() as ConfirmDialog;
+        question.file = file;
+        question.open();
+    }
+
+    function _saveChosen(file: url): void {
         const then = _afterSave;
         _afterSave = null;
-        if (save(_fileOf(saveDialog.selectedFile)) && then) {
+        if (save(file) && then) {
             then();
         }
     }
@@ -140,52 +161,49 @@ Item {
         opened(answer.project, answer.hasResults);
     }
 
-    FileDialog {
+    OnDemand {
         id: saveDialog
 
-        parentWindow: files.Window.window
-        title: qsTr("Save Project")
-        fileMode: FileDialog.SaveFile
-        acceptLabel: qsTr("Save")
-        defaultSuffix: selectedNameFilter.index === 1 ? "json" : "tidewellproj"
-        nameFilters: openDialog.nameFilters
-        // Not every platform's dialog asks, so the program does.
-        // qmllint disable
-        options: FileDialog.DontConfirmOverwrite
-        // qmllint enable
-        onAccepted: {
-            const file = files._fileOf(selectedFile);
-            if (String(file) !== String(files.currentFile) && files.recent.exists(file)) {
-                overwriteDialog.open();
-            } else {
-                files._saveChosen();
-            }
+        FileDialog {
+            parentWindow: files.Window.window
+            title: qsTr("Save Project")
+            fileMode: FileDialog.SaveFile
+            acceptLabel: qsTr("Save")
+            defaultSuffix: selectedNameFilter.index === 1 ? "json" : "tidewellproj"
+            nameFilters: files._nameFilters
+            // Not every platform's dialog asks, so the program does.
+            // qmllint disable
+            options: FileDialog.DontConfirmOverwrite
+            // qmllint enable
+            onAccepted: files._saveAs(files._fileOf(selectedFile))
+            onRejected: files._afterSave = null
         }
-        onRejected: files._afterSave = null
     }
-    ConfirmDialog {
+    OnDemand {
         id: overwriteDialog
 
-        theme: files.theme
-        title: qsTr("Replace file")
-        text: qsTr("%1 is there already. Its content will be replaced.")
-            .arg(files.nameOf(saveDialog.selectedFile))
-        confirmText: qsTr("Replace")
-        danger: true
-        onAccepted: files._saveChosen()
-        onRejected: files._afterSave = null
+        ConfirmDialog {
+            property url file
+
+            theme: files.theme
+            title: qsTr("Replace file")
+            text: qsTr("%1 is there already. Its content will be replaced.")
+                .arg(files.nameOf(file))
+            confirmText: qsTr("Replace")
+            danger: true
+            onAccepted: files._saveChosen(file)
+            onRejected: files._afterSave = null
+        }
     }
-    FileDialog {
+    OnDemand {
         id: openDialog
 
-        parentWindow: files.Window.window
-        title: qsTr("Open Project")
-        fileMode: FileDialog.OpenFile
-        nameFilters: [
-            qsTr("Tidewell Project (*.tidewellproj)"),
-            qsTr("JSON (*.json)"),
-            qsTr("All Files (*)")
-        ]
-        onAccepted: files.open(files._fileOf(selectedFile))
+        FileDialog {
+            parentWindow: files.Window.window
+            title: qsTr("Open Project")
+            fileMode: FileDialog.OpenFile
+            nameFilters: files._nameFilters
+            onAccepted: files.open(files._fileOf(selectedFile))
+        }
     }
 }

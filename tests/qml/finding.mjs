@@ -1,6 +1,7 @@
-// The first item below `item`, in any popup too, that `matches` takes; null for none.
+// The first item below `item`, in any popup and what is built on demand too, that `matches` takes; null
+// for none.
 export function inTree(item, matches) {
-    const children = item.data ?? item.contentData ?? [];
+    const children = item.content && item.item ? [item.item] : item.data ?? item.contentData ?? [];
     for (const child of Array.from(children)) {
         const found = matches(child) ? child : inTree(child, matches);
         if (found) {

@@ -94,10 +94,11 @@ DocumentCase {
 
     // Another file than the project's own is replaced only by a second yes.
     function test_overwriting(): void {
-        const dialog = Finding.inTree(page, item => item instanceof FileDialog
-                                                    && item.fileMode === FileDialog.SaveFile);
-        const question = Finding.inTree(page.files, item => item instanceof ConfirmDialog);
+        const question = () => Finding.inTree(page.files, item => item instanceof ConfirmDialog);
         const choose = () => {
+            page.files.chooseToSave();
+            const dialog = Finding.inTree(page.files, item => item instanceof FileDialog);
+            dialog.close();
             dialog.selectedFile = projectFile;
             dialog.accepted();
         };
@@ -105,14 +106,14 @@ DocumentCase {
         page.files.forgetFile();
         for (const [name, current] of [["Cancel", ""], ["Replace", "tst_home.tidewellproj"]]) {
             choose();
-            tryVerify(() => question.opened);
-            mouseClick(Array.from(question.buttons).find(
+            tryVerify(() => question()?.opened);
+            mouseClick(Array.from(question().buttons).find(
                 item => item.visible && item.text === name));
-            tryVerify(() => !question.visible);
+            tryVerify(() => !question().visible);
             compare(page.files.currentName, current);
         }
         choose();
-        verify(!question.visible);
+        verify(!question().visible);
     }
 
     function test_recentFiles(): void {
@@ -258,17 +259,23 @@ DocumentCase {
     width: 1216
     height: 1100
 
-    HomePage {
-        id: page
+    ProjectFiles {
+        id: projectFiles
 
-        anchors.fill: parent
         controller: test.controller
-        projectStateProvider: () => ({boardText: "AdJd8s"})
+        stateProvider: () => ({boardText: "AdJd8s"})
         confirmLoss: proceed => {
             ++test.asked;
             if (test.mayLose) {
                 proceed();
             }
         }
+    }
+    HomePage {
+        id: page
+
+        anchors.fill: parent
+        controller: test.controller
+        files: projectFiles
     }
 }

@@ -18,8 +18,8 @@ DocumentCase {
         failOnWarning(/.?/);
         controller.clearResults();
         tryVerify(() => !controller.running);
-        dialog().reject();
-        tryVerify(() => !dialog().visible);
+        dialog()?.reject();
+        tryVerify(() => !dialog()?.visible);
         shell.resetToStartupBlank();
         shell.navIndex = 0;
     }
@@ -30,7 +30,7 @@ DocumentCase {
 
     // Waits for the question and answers it.
     function answer(name: string): void {
-        tryVerify(() => dialog().opened);
+        tryVerify(() => dialog()?.opened);
         mouseClick(Array.from(dialog().buttons).find(item => item.text === name && item.visible));
     }
 
@@ -43,7 +43,7 @@ DocumentCase {
     }
 
     function openRiver(): void {
-        shell.resetToDefaults();
+        shell.quickSolve();
         shell.applyProjectState(river);
         shell.syncPagesFromRoot();
         tryVerify(() => shell.canSolve, 60000);
@@ -106,7 +106,7 @@ DocumentCase {
         tryVerify(() => /^Solving \d+%$/.test(chip.text), 60000);
         keyClick(Qt.Key_F5);
         keyClick(Qt.Key_N, Qt.ControlModifier);
-        tryVerify(() => dialog().opened);
+        tryVerify(() => dialog()?.opened);
         compare(dialog().title, "Unsaved changes");
         answer("Cancel");
         tryVerify(() => !dialog().visible);
@@ -275,6 +275,7 @@ DocumentCase {
             store.applyTo(theme);
             compare([theme.dark, String(theme.accent)], [dark, accent]);
         }
+        shell.navigate(4);
         shell.settingsPage.darkMode = false;
         verify(!shell.theme.dark);
         shell.settingsPage.darkMode = true;
