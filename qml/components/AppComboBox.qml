@@ -94,9 +94,9 @@ T.ComboBox {
 
         font: combo.font
     }
-    AppToolTip {
+    Tip {
         theme: combo.theme
         text: combo.tip
-        visible: combo.hovered && combo.tip !== "" && !combo.popup.visible
+        shown: combo.hovered && !combo.popup.visible
     }
 }

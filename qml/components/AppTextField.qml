@@ -40,9 +40,9 @@ Basic.TextField {
         faulty: field.error !== ""
     }
 
-    AppToolTip {
+    Tip {
         theme: field.theme
         text: field.error !== "" ? field.error : field.tip
-        visible: text !== "" && (field.hovered || field.error !== "" && field.activeFocus)
+        shown: field.hovered || field.error !== "" && field.activeFocus
     }
 }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tidewell
 
-// What primary and secondary buttons have in common: all but their colours.
+// What all buttons have in common: role and name, keys, focus ring and tooltip. Each has colours and
+// content of its own.
 T.Button {
     id: button
 
@@ -12,8 +13,10 @@ T.Button {
     property string iconName: ""
     // For rows of small buttons.
     property bool compact: false
-    // Shown while the pointer rests on the button.
+    // Shown while the pointer rests on the button; its name where it has no text.
     property string tip: ""
+    // From its edge to the ring around it, in pixels.
+    property real focusGap: 2
 
     function _press(): void {
         if (checkable) {
@@ -32,8 +35,8 @@ T.Button {
     font.pixelSize: compact ? Fallback.type.labelMd : Fallback.type.bodyMd
     scale: enabled && hovered ? 1.02 : 1
     Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.description: tip
+    Accessible.name: text || tip
+    Accessible.description: text === "" ? "" : tip
     Accessible.checkable: checkable
     Accessible.checked: checked
 
@@ -44,11 +47,14 @@ T.Button {
 
     FocusRing {
         theme: button.theme
+        cornerRadius: (button.background as Rectangle)?.radius ?? 0
+        gap: button.focusGap
         shown: button.visualFocus
     }
-    AppToolTip {
+    Tip {
         theme: button.theme
         text: button.tip
-        visible: button.hovered && button.tip !== ""
+        // Where nothing else says what the button does, whoever comes by keyboard sees it too.
+        shown: button.hovered || button.visualFocus && button.text === ""
     }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tidewell
 
@@ -11,8 +13,9 @@ Item {
     property bool loading: false
     property color color: Fallback.theme.text
     property font font
+    // Of the spinner and the icon; a glyph is as large as the text.
+    property real iconSize: Math.round(font.pixelSize * 1.2)
 
-    readonly property real _markSize: Math.round(font.pixelSize * 1.2)
     readonly property bool _hasMark: loading || iconName !== "" || iconText !== ""
     // Where the text begins.
     readonly property real _indent: _hasMark ? mark.implicitWidth + (text === "" ? 0 : 8) : 0
@@ -29,20 +32,29 @@ Item {
             id: mark
 
             anchors.verticalCenter: parent.verticalCenter
-            implicitWidth: glyph.visible ? Math.ceil(glyph.implicitWidth) : content._markSize
-            implicitHeight: glyph.visible ? Math.ceil(glyph.implicitHeight) : content._markSize
+            implicitWidth: glyph.visible ? Math.ceil(glyph.implicitWidth) : content.iconSize
+            implicitHeight: glyph.visible ? Math.ceil(glyph.implicitHeight) : content.iconSize
             visible: content._hasMark
 
-            Spinner {
+            OnDemand {
                 anchors.fill: parent
-                color: content.color
-                visible: content.loading
+                wanted: content.loading
+                visible: wanted
+
+                Spinner {
+                    anchors.fill: parent
+                    color: content.color
+                }
             }
-            Icon {
-                name: content.iconName
-                size: content._markSize
-                color: content.color
-                visible: !content.loading && name !== ""
+            OnDemand {
+                wanted: !content.loading && content.iconName !== ""
+                visible: wanted
+
+                Icon {
+                    name: content.iconName
+                    size: content.iconSize
+                    color: content.color
+                }
             }
             Text {
                 id: glyph

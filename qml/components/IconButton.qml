@@ -1,55 +1,28 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tidewell
 
-// An icon or a single glyph as a button. `tip` says what it does, as its tooltip and its accessible
-// name.
-T.AbstractButton {
+// An icon or a single glyph as a button; its tip says what it does.
+ButtonBase {
     id: button
 
-    required property string tip
-    property Theme theme: Fallback.theme
-    property string iconName: ""
-    property string iconText: ""
+    required tip
     property real iconSize: 18
     property color color: theme.textMuted
-
-    function _press(): void {
-        if (checkable) {
-            toggle();
-        }
-        clicked();
-    }
 
     implicitWidth: Math.max(28, Math.ceil(iconSize) + 10)
     implicitHeight: implicitWidth
     padding: 0
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusGap: 0
+    font.pixelSize: Math.round(iconSize)
     opacity: enabled ? 1 : 0.5
-    Accessible.role: Accessible.Button
-    Accessible.name: tip
+    scale: 1
 
-    Keys.onReturnPressed: button._press()
-    Keys.onEnterPressed: button._press()
-
-    contentItem: Item {
-        Icon {
-            anchors.centerIn: parent
-            name: button.iconName
-            size: button.iconSize
-            color: button.enabled && button.hovered ? button.theme.text : button.color
-            visible: button.iconName !== ""
-        }
-        Text {
-            anchors.centerIn: parent
-            text: button.iconText
-            textFormat: Text.PlainText
-            color: button.enabled && button.hovered ? button.theme.text : button.color
-            font.pixelSize: Math.round(button.iconSize)
-            visible: button.iconName === ""
-            Accessible.ignored: true
-        }
+    contentItem: ButtonContent {
+        iconName: button.iconName
+        iconText: button.iconText
+        iconSize: button.iconSize
+        color: button.enabled && button.hovered ? button.theme.text : button.color
+        font: button.font
     }
     background: Rectangle {
         radius: button.theme.radiusXs + 2
@@ -59,18 +32,5 @@ T.AbstractButton {
             }
             return button.enabled && button.hovered ? button.theme.surfaceHover : "transparent";
         }
-
-        FocusRing {
-            theme: button.theme
-            cornerRadius: parent.radius
-            gap: 0
-            shown: button.visualFocus
-        }
-    }
-
-    AppToolTip {
-        theme: button.theme
-        text: button.tip
-        visible: button.hovered || button.visualFocus
     }
 }

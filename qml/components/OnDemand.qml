@@ -1,12 +1,13 @@
 import QtQuick
 
-// The place of a page or a dialog that is built when it is first asked for, and kept. Qt 6.4 has no
-// Loader for components that are bound to their document.
+// The place of a page, a dialog, a picture: of what is built when it is first wanted or asked for, and
+// then kept. Qt 6.4 has no Loader for components that are bound to their document.
 Item {
     id: place
 
     default property Component content
-    // null until it is asked for.
+    property bool wanted: false
+    // null until it is built.
     property QtObject item: null
 
     signal built(item: QtObject)
@@ -18,4 +19,7 @@ Item {
         }
         return item;
     }
+
+    onWantedChanged: if (wanted) get()
+    Component.onCompleted: if (wanted) get()
 }

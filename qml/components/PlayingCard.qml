@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tidewell
 
@@ -64,32 +66,47 @@ Item {
         strength: 0.6 * card.theme.shadowOpacity
         visible: (card.faceDown || !card._empty) && !card.disabled
     }
-    CardFace {
+    OnDemand {
         anchors.fill: parent
-        theme: card.theme
-        rank: card.rank
-        suit: card.suit
-        mini: card.mini
-        unit: card._unit
-        cornerRadius: card._radius
-        selected: card.selected
-        visible: !card.faceDown && !card._empty
+        wanted: !card.faceDown && !card._empty
+        visible: wanted
+
+        CardFace {
+            anchors.fill: parent
+            theme: card.theme
+            rank: card.rank
+            suit: card.suit
+            mini: card.mini
+            unit: card._unit
+            cornerRadius: card._radius
+            selected: card.selected
+        }
     }
-    CardBack {
+    OnDemand {
         anchors.fill: parent
-        theme: card.theme
-        cornerRadius: card._radius
-        selected: card.selected
-        visible: card.faceDown
+        wanted: card.faceDown
+        visible: wanted
+
+        CardBack {
+            anchors.fill: parent
+            theme: card.theme
+            cornerRadius: card._radius
+            selected: card.selected
+        }
     }
-    CardSlot {
+    OnDemand {
         anchors.fill: parent
-        theme: card.theme
-        mini: card.mini
-        unit: card._unit
-        cornerRadius: card._radius
-        selected: card.selected
-        visible: !card.faceDown && card._empty
+        wanted: !card.faceDown && card._empty
+        visible: wanted
+
+        CardSlot {
+            anchors.fill: parent
+            theme: card.theme
+            mini: card.mini
+            unit: card._unit
+            cornerRadius: card._radius
+            selected: card.selected
+        }
     }
     Rectangle {
         anchors.fill: parent

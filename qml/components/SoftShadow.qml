@@ -19,18 +19,22 @@ Item {
     readonly property bool _software: GraphicsInfo.api === GraphicsInfo.Software
     readonly property int _steps: 4
 
-    RectangularGlow {
-        y: shadow.offset
-        width: shadow.width
-        height: shadow.height
-        glowRadius: shadow.reach
-        cornerRadius: shadow.cornerRadius + shadow.reach
-        spread: 0
-        color: Qt.rgba(0, 0, 0, shadow.strength)
-        visible: !shadow._software
+    OnDemand {
+        wanted: shadow.visible && !shadow._software
+        visible: wanted
+
+        RectangularGlow {
+            y: shadow.offset
+            width: shadow.width
+            height: shadow.height
+            glowRadius: shadow.reach
+            cornerRadius: shadow.cornerRadius + shadow.reach
+            spread: 0
+            color: Qt.rgba(0, 0, 0, shadow.strength)
+        }
     }
     Repeater {
-        model: shadow._software ? shadow._steps : 0
+        model: shadow.visible && shadow._software ? shadow._steps : 0
 
         Rectangle {
             required property int index

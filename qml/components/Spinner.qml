@@ -1,8 +1,9 @@
 import QtQuick
+import QtQuick.Templates as T
 import Tidewell
 
 // An open ring that turns while it is visible.
-Item {
+T.BusyIndicator {
     id: spinner
 
     property color color: Fallback.theme.text
@@ -12,8 +13,7 @@ Item {
     implicitHeight: 16
     Accessible.ignored: true
 
-    RingArc {
-        anchors.fill: parent
+    contentItem: RingArc {
         strokeWidth: spinner.strokeWidth
         trackColor: Qt.rgba(spinner.color.r, spinner.color.g, spinner.color.b, 0.25)
         color: spinner.color
@@ -24,7 +24,7 @@ Item {
             to: 360
             duration: 1000
             loops: Animation.Infinite
-            running: spinner.visible
+            running: spinner.running && spinner.visible
         }
     }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Qt5Compat.GraphicalEffects
 import Tidewell
@@ -10,6 +12,7 @@ Item {
     property url source
     property color color: Fallback.theme.text
 
+    readonly property bool _filled: String(source) !== ""
     readonly property bool _software: GraphicsInfo.api === GraphicsInfo.Software
 
     Image {
@@ -22,21 +25,35 @@ Item {
         fillMode: Image.PreserveAspectFit
         visible: false
     }
-    ColorOverlay {
+    OnDemand {
         anchors.fill: parent
-        source: picture
-        color: tinted.color
-        visible: !tinted._software
+        wanted: tinted._filled && !tinted._software
+        visible: wanted
+
+        ColorOverlay {
+            anchors.fill: parent
+            source: picture
+            color: tinted.color
+        }
     }
-    Canvas {
-        id: canvas
-
-        readonly property url source: tinted._software ? tinted.source : ""
-        readonly property color color: tinted.color
-
+    OnDemand {
         anchors.fill: parent
-        visible: tinted._software
+        wanted: tinted._filled && tinted._software
+        visible: wanted
+
+        DrawnImage {
+            anchors.fill: parent
+            source: tinted.source
+            color: tinted.color
+        }
+    }
+
+    component DrawnImage: Canvas {
+        property url source
+        property color color
+
         onSourceChanged: loadImage(source)
+        Component.onCompleted: loadImage(source)
         onColorChanged: requestPaint()
         onImageLoaded: requestPaint()
         onPaint: {

@@ -19,7 +19,7 @@ Item {
     implicitHeight: button.implicitHeight
     Accessible.ignored: true
 
-    T.AbstractButton {
+    T.TabButton {
         id: button
 
         readonly property color contentColor: {
@@ -35,6 +35,8 @@ Item {
         implicitHeight: 36
         horizontalPadding: tab.theme.spaceMd
         text: tab.text
+        // The shell says which page is shown, not the tab that was pressed.
+        checkable: false
         enabled: tab.obstacle === ""
         hoverEnabled: true
         focusPolicy: Qt.StrongFocus
@@ -76,10 +78,10 @@ Item {
     HoverHandler {
         id: hover
     }
-    AppToolTip {
+    Tip {
         theme: tab.theme
-        y: tab.height + 6
+        below: true
         text: tab.obstacle
-        visible: hover.hovered && tab.obstacle !== "" && !tab.current
+        shown: hover.hovered && !tab.current
     }
 }

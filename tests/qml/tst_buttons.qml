@@ -149,13 +149,13 @@ DocumentCase {
         for (const component of [primary, secondary, iconButton]) {
             const control = make(component, {tip: "Does it", x: 100, y: 100});
             verify([control.Accessible.description, control.Accessible.name].includes("Does it"));
-            const tip = Array.from(control.data).find(item => item instanceof AppToolTip);
-            verify(!tip.visible);
+            const tip = Array.from(control.data).find(item => item instanceof Tip);
+            verify(!tip.item);
             mouseMove(control, 5, 5);
-            tryVerify(() => tip.opened);
-            compare(tip.text, "Does it");
+            tryVerify(() => tip.item?.opened);
+            compare(tip.item.text, "Does it");
             mouseMove(test, 500, 300);
-            tryVerify(() => !tip.visible);
+            tryVerify(() => !tip.item.visible);
             control.destroy();
         }
     }

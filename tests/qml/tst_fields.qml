@@ -123,13 +123,13 @@ DocumentCase {
         const field = make(textField, {placeholderText: "Name", tip: "Any name", y: 100});
         compare(field.Accessible.description, "Any name");
         type(field, "abc");
-        const tip = Array.from(field.data).find(item => item instanceof AppToolTip);
-        verify(!tip.visible);
+        const tip = Array.from(field.data).find(item => item instanceof Tip);
+        verify(!tip.item);
         field.error = "Not a name";
-        tryVerify(() => tip.opened);
+        tryVerify(() => tip.item?.opened);
         compare([tip.text, field.Accessible.description], ["Not a name", "Not a name"]);
         field.error = "";
-        tryVerify(() => !tip.visible);
+        tryVerify(() => !tip.item.visible);
         field.enabled = false;
         keyClick("d");
         compare(field.text, "abc");
