@@ -1,8 +1,8 @@
 #include "engine/solver/discounted_cfr.h"
 
 #include <algorithm>
+#include <cassert>
 #include <chrono>
-#include <cstdio>
 #include <iostream>
 #include <utility>
 
@@ -10,6 +10,7 @@
 #include "engine/solver/node_passes.h"
 #include "engine/solver/node_rules.h"
 #include "engine/solver/profile.h"
+#include "engine/solver/profile_report.h"
 #include "engine/solver/traversal.h"
 
 namespace kestrel {
@@ -24,48 +25,10 @@ double milliseconds_since(Clock::time_point start) {
     return static_cast<double>(elapsed.count()) / 1000.0;
 }
 
-double in_milliseconds(std::uint64_t nanoseconds) {
-    return static_cast<double>(nanoseconds) / 1e6;
-}
-
-void print_profile(const DiscountedCfr& solver, std::size_t threads) {
-    const SolverProfile::Summary summary = SolverProfile::aggregate();
-    const auto slot = [&summary](ProfileSlot which) -> const SolverProfile::Slot& {
-        return summary[static_cast<std::size_t>(which)];
-    };
-    std::printf("\n[KESTREL_PROFILE] DiscountedCfr::run summary\n");
-    std::printf(
-        "  iterations_completed=%u  max_iterations=%u  threads=%zu  exploitability_interval=%u\n",
-        solver.iterations_completed, solver.options.max_iterations, threads,
-        solver.options.exploitability_interval);
-    const SolverProfile::Slot& run = slot(ProfileSlot::total_run);
-    std::printf("  total_run_ms=%.3f  max_thread_ms=%.3f\n", in_milliseconds(run.nanoseconds),
-                in_milliseconds(run.max_nanoseconds));
-    const auto line = [&slot](const char* label, ProfileSlot which, const char* end = "\n") {
-        const SolverProfile::Slot& s = slot(which);
-        std::printf("%s calls=%llu  total_ms=%.3f  max_thread_ms=%.3f%s", label,
-                    static_cast<unsigned long long>(s.calls), in_milliseconds(s.nanoseconds),
-                    in_milliseconds(s.max_nanoseconds), end);
-    };
-    line("  solve_iteration:", ProfileSlot::solve_iteration);
-    line("  exploitability: ", ProfileSlot::exploitability, "");
-    std::printf("  (mes_ev_ms=%.3f, current_ev_ms=%.3f)\n",
-                in_milliseconds(slot(ProfileSlot::mes_ev).nanoseconds),
-                in_milliseconds(slot(ProfileSlot::current_ev).nanoseconds));
-    line("  terminal_eval:  ", ProfileSlot::terminal_eval);
-    line("    fold:         ", ProfileSlot::fold);
-    line("    showdown_u:   ", ProfileSlot::showdown_u);
-    line("    showdown_r:   ", ProfileSlot::showdown_r);
-    line("    incomplete:   ", ProfileSlot::incomplete);
-    std::printf("  kernels (flat arrays):\n");
-    line("    regret_matching:    ", ProfileSlot::regret_matching);
-    line("    update_regrets:     ", ProfileSlot::update_regrets);
-    line("    fma_actions:        ", ProfileSlot::fma_actions);
-    line("    strategy_sum_update:", ProfileSlot::strategy_sum_update);
-    line("    sum_rows_into:      ", ProfileSlot::sum_rows_into);
-    line("  chance_aggregate_reuse:", ProfileSlot::chance_aggregate_reuse);
-    std::printf("\n");
-    std::fflush(stdout);
+CfrOptions without_callbacks(CfrOptions options) {
+    options.progress = nullptr;
+    options.should_stop = nullptr;
+    return options;
 }
 
 }  // namespace
@@ -76,33 +39,36 @@ bool measures_at(const CfrOptions& options, std::uint32_t iteration) {
 }
 
 DiscountedCfr::DiscountedCfr(CfrOptions cfr_options)
-    : options(std::move(cfr_options)), threads_(std::max<std::size_t>(options.threads, 1)) {
+    : options(without_callbacks(cfr_options)),
+      threads_(std::max<std::size_t>(options.threads, 1)),
+      callbacks_{std::move(cfr_options.progress), std::move(cfr_options.should_stop)} {
     if (threads_ > 1) {
         pool_ = std::make_unique<WorkerPool>(threads_ - 1);
     }
 }
 
 void DiscountedCfr::run(const Game& game) {
+    const Callbacks callbacks = std::exchange(callbacks_, {});
     if (!SolverProfile::enabled()) {
-        iterate(game);
+        iterate(game, callbacks);
         return;
     }
     SolverProfile::reset();
     {
         const ProfileScope timer(ProfileSlot::total_run);
-        iterate(game);
+        iterate(game, callbacks);
     }
     print_profile(*this, threads_);
 }
 
-void DiscountedCfr::iterate(const Game& game) {
+void DiscountedCfr::iterate(const Game& game, const Callbacks& callbacks) {
     exploitability = 0;
     iterations_completed = 0;
     prepare_states(game);
 
     const auto run_start = Clock::now();
     for (std::uint32_t i = 0; i < options.max_iterations; ++i) {
-        if (options.should_stop && options.should_stop()) {
+        if (callbacks.should_stop && callbacks.should_stop()) {
             break;
         }
         const std::uint32_t iteration = i + 1;
@@ -115,8 +81,8 @@ void DiscountedCfr::iterate(const Game& game) {
             exploitability = measure_exploitability(game);
         }
         const double iteration_ms = milliseconds_since(iteration_start);
-        if (options.progress) {
-            options.progress(iteration, exploitability, iteration_ms);
+        if (callbacks.progress) {
+            callbacks.progress(iteration, exploitability, iteration_ms);
         }
         if (options.verbose && (iteration % 50 == 0 || iteration == options.max_iterations)) {
             std::cout << "[CFR] iteration " << iteration << " / " << options.max_iterations
@@ -137,11 +103,18 @@ void DiscountedCfr::iterate(const Game& game) {
 }
 
 void DiscountedCfr::prepare_states(const Game& game) {
+    prepared_ = &game;
     states.prepare(game, options.compress, pool_.get(), threads_);
     batches_ = !options.plain_walk && batched_.prepare(game, states, pool_.get(), threads_);
 }
 
+/// States, rows and tables of another game would be read past their ends.
+void DiscountedCfr::require_prepared([[maybe_unused]] const Game& game) const {
+    assert(prepared_ == &game && "not the game whose states were prepared");
+}
+
 void DiscountedCfr::solve_iteration(const Game& game, std::uint32_t t) {
+    require_prepared(game);
     const ProfileScope timer(ProfileSlot::solve_iteration);
     const Discounts discounts = discounts_of(t);
     for (const Seat seat : {Seat::OOP, Seat::IP}) {
@@ -169,6 +142,7 @@ std::array<float, 2> DiscountedCfr::current_ev(const Game& game) {
 }
 
 std::array<float, 2> DiscountedCfr::measure(const Game& game, Measure what) {
+    require_prepared(game);
     std::array<float, 2> result{};
     ScratchStack scratch;
     for (const Seat seat : {Seat::OOP, Seat::IP}) {
@@ -267,6 +241,7 @@ void DiscountedCfr::all_action_frequencies(std::span<const std::size_t> first_ac
 
 void DiscountedCfr::values_at(const Game& game, Seat seat, std::span<const float> reach,
                               std::span<const std::uint64_t> nodes, std::span<float> out) const {
+    require_prepared(game);
     const std::size_t hands = game.cards.pockets[index_of(seat)].size();
     if (batches_ && reach.size() == game.cards.pockets[index_of(other(seat))].size()) {
         batched_.values(game, states, seat, reach, nodes, out, pool_.get(), threads_);

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "engine/game/game.h"
+#include "engine/parallel/worker_pool.h"
 #include "engine/solver/batched_walk.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/scratch_stack.h"
-#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 
@@ -27,8 +27,10 @@ struct CfrOptions {
     bool plain_walk = false;  ///< walks node by node: the readable form, slower, the same bits
     bool compress = false;    ///< keeps regrets and strategy sums in 16 bits between visits
     std::size_t threads = 1;  ///< 0 and 1: the caller's alone
-    /// After every iteration: its number from 1, the exploitability last measured (0 before the
-    /// first measurement), and its time in milliseconds, a measurement included.
+    /// Both are called by the solver's first run alone, which forgets them when it ends: they may
+    /// refer to what lives as long as that. After every iteration: its number from 1, the
+    /// exploitability last measured (0 before the first measurement), and its time in milliseconds,
+    /// a measurement included.
     std::function<void(std::uint32_t, float, double)> progress;
     std::function<bool()> should_stop;  ///< asked before every iteration
 };
@@ -100,7 +102,7 @@ class DiscountedCfr {
     std::vector<float> decision_values(std::size_t node,
                                        std::span<const float> action_values) const;
 
-    const CfrOptions options;
+    const CfrOptions options;                ///< without the callbacks
     float exploitability = 0;                ///< last measured; 0 before
     std::uint32_t iterations_completed = 0;  ///< number of the last iteration that ended
 
@@ -112,7 +114,14 @@ class DiscountedCfr {
     StateTable states;  ///< by node index; constant outside of `solve_iteration`
 
   private:
-    void iterate(const Game& game);
+    /// What a run asks and tells, as long as it lasts.
+    struct Callbacks {
+        std::function<void(std::uint32_t, float, double)> progress;
+        std::function<bool()> should_stop;
+    };
+
+    void iterate(const Game& game, const Callbacks& callbacks);
+    void require_prepared(const Game& game) const;
 
     enum class Measure { best_response, current };
     std::array<float, 2> measure(const Game& game, Measure what);
@@ -120,6 +129,8 @@ class DiscountedCfr {
                    std::span<const std::uint64_t> nodes, std::span<float> out) const;
 
     std::size_t threads_;
+    Callbacks callbacks_;             // of the run to come
+    const Game* prepared_ = nullptr;  // that the states belong to
     BatchedWalks batched_;
     bool batches_ = false;                 // the prepared game is one that batched_ takes
     std::array<ScratchStack, 2> scratch_;  // per seat, for the walk above the first fan-out

@@ -45,7 +45,10 @@ void SolverProfile::reset() {
     Registry& all = registry();
     const std::scoped_lock lock(all.mutex);
     for (const auto& local : all.locals) {
-        *local = Local{};
+        for (std::size_t i = 0; i < profile_slot_count; ++i) {
+            local->nanoseconds[i].set(0);
+            local->calls[i].set(0);
+        }
     }
 }
 
@@ -55,10 +58,10 @@ SolverProfile::Summary SolverProfile::aggregate() {
     Summary summary;
     for (const auto& local : all.locals) {
         for (std::size_t i = 0; i < profile_slot_count; ++i) {
-            summary[i].nanoseconds += local->nanoseconds[i];
-            summary[i].calls += local->calls[i];
-            summary[i].max_nanoseconds =
-                std::max(summary[i].max_nanoseconds, local->nanoseconds[i]);
+            const std::uint64_t nanoseconds = local->nanoseconds[i].value();
+            summary[i].nanoseconds += nanoseconds;
+            summary[i].calls += local->calls[i].value();
+            summary[i].max_nanoseconds = std::max(summary[i].max_nanoseconds, nanoseconds);
         }
     }
     return summary;

@@ -40,10 +40,21 @@ inline constexpr std::size_t profile_slot_count = 16;
 /// `update_regrets` at the traversed seat's nodes and to `regret_matching` at the other's.
 class SolverProfile {
   public:
-    /// Nanoseconds and calls by slot, of one thread. Touched by that thread alone.
+    /// A sum that one thread writes and any may read or clear.
+    class Sum {
+      public:
+        void add(std::uint64_t amount) { set(value() + amount); }  // no locked addition is needed
+        void set(std::uint64_t value) { value_.store(value, std::memory_order_relaxed); }
+        std::uint64_t value() const { return value_.load(std::memory_order_relaxed); }
+
+      private:
+        std::atomic<std::uint64_t> value_{0};
+    };
+
+    /// Nanoseconds and calls by slot, of one thread, which alone adds to them.
     struct Local {
-        std::array<std::uint64_t, profile_slot_count> nanoseconds{};
-        std::array<std::uint64_t, profile_slot_count> calls{};
+        std::array<Sum, profile_slot_count> nanoseconds;
+        std::array<Sum, profile_slot_count> calls;
     };
 
     struct Slot {
@@ -66,14 +77,15 @@ class SolverProfile {
     /// The calling thread's record. It outlives the thread, so that a worker's figures stay.
     static Local& local();
 
-    /// Clears all records, and sums them up. Only while no other thread records.
+    /// Clears all records, and sums them up. What another thread records meanwhile, a question to
+    /// an older solve for one, is counted in part.
     static void reset();
     static Summary aggregate();
 
     /// Counts calls without timing them.
     static void count(ProfileSlot slot, std::uint64_t calls = 1) {
         if (enabled()) {
-            local().calls[static_cast<std::size_t>(slot)] += calls;
+            local().calls[static_cast<std::size_t>(slot)].add(calls);
         }
     }
 
@@ -90,7 +102,7 @@ class ProfileScope {
     explicit ProfileScope(ProfileSlot slot, std::uint64_t calls = 1) {
         if (calls != 0 && SolverProfile::enabled()) {
             SolverProfile::Local& local = SolverProfile::local();
-            local.calls[static_cast<std::size_t>(slot)] += calls;
+            local.calls[static_cast<std::size_t>(slot)].add(calls);
             total_ = &local.nanoseconds[static_cast<std::size_t>(slot)];
             start_ = Clock::now();
         }
@@ -98,7 +110,7 @@ class ProfileScope {
     ~ProfileScope() {
         if (total_ != nullptr) {
             const std::chrono::nanoseconds elapsed = Clock::now() - start_;
-            *total_ += static_cast<std::uint64_t>(elapsed.count());
+            total_->add(static_cast<std::uint64_t>(elapsed.count()));
         }
     }
     ProfileScope(const ProfileScope&) = delete;
@@ -107,7 +119,7 @@ class ProfileScope {
   private:
     using Clock = std::chrono::steady_clock;
 
-    std::uint64_t* total_ = nullptr;
+    SolverProfile::Sum* total_ = nullptr;
     Clock::time_point start_{};
 };
 
