@@ -81,75 +81,80 @@ constexpr HandStrength flush_strength(std::uint32_t suit_ranks) {
     return make_strength(HandCategory::Flush, suit_ranks);
 }
 
+/// The ranks of seven cards by how often they are held, as sets of 13 bits.
+struct RankSets {
+    std::uint32_t quads;
+    std::uint32_t trips;
+    std::uint32_t pairs;
+    std::uint32_t singles;
+    std::uint32_t all;
+
+    /// Adds up the four suits' sets bit by bit, 13 ranks at a time.
+    RankSets(std::uint32_t clubs, std::uint32_t diamonds, std::uint32_t hearts,
+             std::uint32_t spades) {
+        const std::uint32_t both_minor = clubs & diamonds;
+        const std::uint32_t both_major = hearts & spades;
+        const std::uint32_t one_minor = clubs ^ diamonds;
+        const std::uint32_t one_major = hearts ^ spades;
+        const std::uint32_t one_or_three = one_minor ^ one_major;
+        const std::uint32_t two_or_three = both_minor ^ both_major ^ (one_minor & one_major);
+        quads = both_minor & both_major;
+        trips = one_or_three & two_or_three;
+        pairs = two_or_three & ~one_or_three;
+        singles = one_or_three & ~two_or_three;
+        all = one_or_three | two_or_three | quads;
+    }
+};
+
+/// The strength of seven cards without a flush. As there are seven, kickers need no counting loop:
+/// the singles are always the best kickers and two more.
+inline HandStrength rank_strength(const RankSets& held) {
+    if (held.quads != 0) {
+        return make_strength(HandCategory::Quads, held.quads,
+                             std::bit_floor(held.all ^ held.quads));
+    }
+    if (held.trips != 0) {
+        // Two trips leave no room for a pair, so the lower trips and the pairs never compete.
+        const std::uint32_t top = std::bit_floor(held.trips);
+        if (const std::uint32_t full = (held.trips ^ top) | held.pairs) {
+            return make_strength(HandCategory::FullHouse, top, std::bit_floor(full));
+        }
+    }
+    if (const std::uint32_t top = straight_top(held.all)) {
+        return make_strength(HandCategory::Straight, top);
+    }
+    const std::uint32_t kickers = without_lowest(without_lowest(held.singles));
+    if (held.trips != 0) {
+        return make_strength(HandCategory::Trips, held.trips, kickers);
+    }
+    if (held.pairs == 0) {
+        return make_strength(HandCategory::HighCard, kickers);
+    }
+    const std::uint32_t upper_pairs = without_lowest(held.pairs);
+    if (upper_pairs == 0) {
+        return make_strength(HandCategory::Pair, held.pairs, kickers);
+    }
+    const std::uint32_t two_pair = without_lowest(upper_pairs) == 0 ? held.pairs : upper_pairs;
+    return make_strength(HandCategory::TwoPair, two_pair, std::bit_floor(held.all ^ two_pair));
+}
+
 }  // namespace detail
 
-// Runs once per pocket and run-out when the showdown tables are built. The ranks held once to four
-// times come from adding up the four suit masks bit by bit, 13 ranks at a time. As there are seven
-// cards, kickers need no counting loop either: the singles are always the best kickers and two
-// more. About 6 ns a hand over all pockets of random boards, a fifth of what an array of counts
-// takes; turning the last branches into selects was slower.
+// Runs once per pocket and run-out when the showdown tables are built. About 6 ns a hand over all
+// pockets of random boards, a fifth of what an array of counts takes; turning the last branches
+// into selects was slower.
 inline HandStrength evaluate_lanes(SuitLanes lanes) {
-    using detail::HandCategory;
-    using detail::make_strength;
-    using detail::without_lowest;
-
     const auto clubs = static_cast<std::uint32_t>(lanes & 0xFFFF);
     const auto diamonds = static_cast<std::uint32_t>(lanes >> 16 & 0xFFFF);
     const auto hearts = static_cast<std::uint32_t>(lanes >> 32 & 0xFFFF);
     const auto spades = static_cast<std::uint32_t>(lanes >> 48);
-
     // A flush excludes quads and a full house, so it can come first.
-    if (std::popcount(clubs) >= 5) {
-        return detail::flush_strength(clubs);
-    }
-    if (std::popcount(diamonds) >= 5) {
-        return detail::flush_strength(diamonds);
-    }
-    if (std::popcount(hearts) >= 5) {
-        return detail::flush_strength(hearts);
-    }
-    if (std::popcount(spades) >= 5) {
-        return detail::flush_strength(spades);
-    }
-
-    const std::uint32_t both_minor = clubs & diamonds;
-    const std::uint32_t both_major = hearts & spades;
-    const std::uint32_t one_minor = clubs ^ diamonds;
-    const std::uint32_t one_major = hearts ^ spades;
-    const std::uint32_t one_or_three = one_minor ^ one_major;
-    const std::uint32_t two_or_three = both_minor ^ both_major ^ (one_minor & one_major);
-    const std::uint32_t quads = both_minor & both_major;
-    const std::uint32_t trips = one_or_three & two_or_three;
-    const std::uint32_t pairs = two_or_three & ~one_or_three;
-    const std::uint32_t singles = one_or_three & ~two_or_three;
-    const std::uint32_t ranks = one_or_three | two_or_three | quads;
-
-    if (quads != 0) {
-        return make_strength(HandCategory::Quads, quads, std::bit_floor(ranks ^ quads));
-    }
-    if (trips != 0) {
-        // Two trips leave no room for a pair, so the lower trips and the pairs never compete.
-        const std::uint32_t top = std::bit_floor(trips);
-        if (const std::uint32_t full = (trips ^ top) | pairs) {
-            return make_strength(HandCategory::FullHouse, top, std::bit_floor(full));
+    for (const std::uint32_t suit : {clubs, diamonds, hearts, spades}) {
+        if (std::popcount(suit) >= 5) {
+            return detail::flush_strength(suit);
         }
     }
-    if (const std::uint32_t top = detail::straight_top(ranks)) {
-        return make_strength(HandCategory::Straight, top);
-    }
-    const std::uint32_t kickers = without_lowest(without_lowest(singles));
-    if (trips != 0) {
-        return make_strength(HandCategory::Trips, trips, kickers);
-    }
-    if (pairs == 0) {
-        return make_strength(HandCategory::HighCard, kickers);
-    }
-    const std::uint32_t upper_pairs = without_lowest(pairs);
-    if (upper_pairs == 0) {
-        return make_strength(HandCategory::Pair, pairs, kickers);
-    }
-    const std::uint32_t two_pair = without_lowest(upper_pairs) == 0 ? pairs : upper_pairs;
-    return make_strength(HandCategory::TwoPair, two_pair, std::bit_floor(ranks ^ two_pair));
+    return detail::rank_strength({clubs, diamonds, hearts, spades});
 }
 
 inline HandStrength evaluate_seven(const std::array<Card, 7>& cards) {

@@ -158,6 +158,31 @@ struct DoubleSum {
     __m256 rounded() const { return _mm256_set_m128(_mm256_cvtpd_ps(high), _mm256_cvtpd_ps(low)); }
 };
 
+/// The last eight hands of a node's n rows, or all hands where there are fewer, on their own.
+template <std::size_t n>
+struct LastBlock {
+    LastBlock(float* node, std::size_t node_hands) : node_(node), hands_(node_hands) {
+        for (std::size_t a = 0; a < n; ++a) {
+            std::copy_n(place(a), count(), rows + a * vector_floats);
+        }
+    }
+
+    void put_back() const {
+        for (std::size_t a = 0; a < n; ++a) {
+            std::copy_n(rows + a * vector_floats, count(), place(a));
+        }
+    }
+
+    float rows[n * vector_floats] = {};
+
+  private:
+    float* place(std::size_t a) const { return node_ + a * hands_ + last_block(hands_); }
+    std::size_t count() const { return std::min(hands_, vector_floats); }
+
+    float* node_;
+    std::size_t hands_;
+};
+
 }  // namespace
 
 void update_own_node(float* regrets, float* sums, const float* values, float* out,
@@ -205,22 +230,15 @@ void update_own_node(float* regrets, float* sums, const float* values, float* ou
         };
 
         // The last eight hands overlap those before them, so their rows are set aside first.
+        LastBlock<n> last_regrets(regrets, hands);
+        LastBlock<n> last_sums(sums, hands);
         const std::size_t last = last_block(hands);
-        const std::size_t count = std::min(hands, vector_floats);
-        float last_regrets[n * vector_floats] = {};
-        float last_sums[n * vector_floats] = {};
-        for (std::size_t a = 0; a < n; ++a) {
-            std::copy_n(regrets + a * hands + last, count, last_regrets + a * vector_floats);
-            std::copy_n(sums + a * hands + last, count, last_sums + a * vector_floats);
-        }
         for (std::size_t h = 0; h < last; h += vector_floats) {
             update(regrets + h, sums + h, hands, h);
         }
-        update(last_regrets, last_sums, vector_floats, last);
-        for (std::size_t a = 0; a < n; ++a) {
-            std::copy_n(last_regrets + a * vector_floats, count, regrets + a * hands + last);
-            std::copy_n(last_sums + a * vector_floats, count, sums + a * hands + last);
-        }
+        update(last_regrets.rows, last_sums.rows, vector_floats, last);
+        last_regrets.put_back();
+        last_sums.put_back();
     });
 }
 

@@ -59,6 +59,46 @@ struct Showdown {
                 out.size() == own_pockets.size()) {}
 };
 
+/// Their hands below a strength and up to it, for strengths that rise.
+class Levels {
+  public:
+    Levels(const Showdown& showdown, std::span<const float> reach)
+        : theirs_(showdown.theirs), pockets_(showdown.their_pockets), reach_(reach) {}
+
+    CardSums below;  ///< strictly weaker
+    CardSums up_to;  ///< with the ties
+
+    void rise_to(std::uint32_t strength) {
+        const std::size_t last = theirs_.size() - 2;
+        if (next_below_ < next_up_to_) {
+            below = up_to;
+            next_below_ = next_up_to_;
+        }
+        for (; next_below_ <= last && theirs_[next_below_].strength < strength; ++next_below_) {
+            add(below, next_below_);
+        }
+        if (next_up_to_ < next_below_) {
+            up_to = below;
+            next_up_to_ = next_below_;
+        }
+        for (; next_up_to_ <= last && theirs_[next_up_to_].strength == strength; ++next_up_to_) {
+            add(up_to, next_up_to_);
+        }
+    }
+
+  private:
+    void add(CardSums& sums, std::size_t entry) const {
+        const std::size_t position = theirs_[entry].position;
+        sums.add(pockets_[position], reach_[position]);
+    }
+
+    const std::vector<ShowdownEntry>& theirs_;
+    const std::vector<Pocket>& pockets_;
+    const std::span<const float> reach_;
+    std::size_t next_below_ = 1;  // the entries before it are in `below`; the first is a sentinel
+    std::size_t next_up_to_ = 1;
+};
+
 float same_reach(const Game& game, Seat seat, std::size_t position, std::span<const float> reach) {
     const std::uint16_t twin = game.cards.same_pocket[index_of(seat)][position];
     return twin < reach.size() ? reach[twin] : 0.0F;
@@ -286,37 +326,17 @@ bool showdown_r(const Game& game, const GameNode& node, Seat seat, const Termina
         return true;
     }
 
-    // `below` holds their entries before i, all strictly weaker than the current strength; `up_to`
-    // those before j, which include the ties.
-    CardSums below;
-    CardSums up_to;
-    std::size_t i = 1;
-    std::size_t j = 1;
+    Levels levels(s, reach);
     std::uint32_t current = 0;
     for (std::size_t k = 1; k <= own_last; ++k) {
         const ShowdownEntry& e = s.own[k];
         if (e.strength > current) {
             current = e.strength;
-            if (i < j) {
-                below = up_to;
-                i = j;
-            }
-            for (; i <= their_last && s.theirs[i].strength < current; ++i) {
-                const std::size_t position = s.theirs[i].position;
-                below.add(s.their_pockets[position], reach[position]);
-            }
-            if (j < i) {
-                up_to = below;
-                j = i;
-            }
-            for (; j <= their_last && s.theirs[j].strength == current; ++j) {
-                const std::size_t position = s.theirs[j].position;
-                up_to.add(s.their_pockets[position], reach[position]);
-            }
+            levels.rise_to(current);
         }
         const Pocket pocket = s.own_pockets[e.position];
-        const double won = below.free_of(pocket);
-        const double met = up_to.free_of(pocket);
+        const double won = levels.below.free_of(pocket);
+        const double met = levels.up_to.free_of(pocket);
         const double same = same_reach(game, seat, e.position, reach);
         const double tied = met - won + same;
         const double lost = all.free_of(pocket) - met;
