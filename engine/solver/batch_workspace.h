@@ -21,7 +21,7 @@ class RowArena {
   public:
     /// Uninitialised, on a cache-line boundary; stays in place until `clear`.
     float* take(std::size_t floats) {
-        constexpr std::size_t line = 16;
+        constexpr std::size_t line = 16;  // floats of a cache line
         floats = (floats + line - 1) / line * line;
         used_ += floats;
         while (block_ < blocks_.size() && blocks_[block_].size - offset_ < floats) {
@@ -46,7 +46,7 @@ class RowArena {
     std::size_t used() const { return used_; }
 
   private:
-    static constexpr std::size_t smallest_block = 65536;
+    static constexpr std::size_t smallest_block = 65536;  // floats; some fifty rows of full ranges
 
     struct Block {
         AlignedBuffer<float> floats;

@@ -6,10 +6,10 @@
 #include <span>
 
 #include "engine/game/game.h"
+#include "engine/parallel/worker_pool.h"
 #include "engine/solver/node_rules.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/showdown_order.h"
-#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 

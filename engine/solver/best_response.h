@@ -4,9 +4,9 @@
 #include <span>
 
 #include "engine/game/game.h"
+#include "engine/parallel/worker_pool.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/scratch_stack.h"
-#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 

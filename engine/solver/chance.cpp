@@ -14,6 +14,7 @@ float chance_factor(const GameNode& node) {
 }
 
 bool worth_fanning_out(std::size_t cards, std::size_t hands) {
+    // Below these a task is shorter than what handing it out costs.
     constexpr std::size_t fewest_cards = 6;
     constexpr std::size_t fewest_hands = 64;
     constexpr std::size_t fewest_values = 1536;

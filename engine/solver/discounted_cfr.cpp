@@ -225,7 +225,7 @@ std::vector<float> DiscountedCfr::action_frequencies(std::size_t node) const {
 void DiscountedCfr::all_action_frequencies(std::span<const std::size_t> first_action,
                                            std::span<float> out) const {
     // Many small chunks, since decisions may stand close together in one part of the tree.
-    constexpr std::size_t nodes_at_once = 4096;
+    constexpr std::size_t nodes_at_once = 4096;  // much work beside taking a turn
     const std::size_t chunks = (states.size() + nodes_at_once - 1) / nodes_at_once;
     parallel_turns(pool_.get(), threads_, chunks, [&](Turns& turns) {
         while (const auto chunk = turns.take()) {

@@ -143,7 +143,7 @@ void StateTable::prepare(const Game& game, bool compress, WorkerPool* pool, std:
             }
         }
     });
-    constexpr std::size_t block = std::size_t{1} << 21;
+    constexpr std::size_t block = std::size_t{1} << 21;  // a large page: touched by one thread
     parallel_for(pool, threads, (bytes + block - 1) / block,
                  [&](std::size_t begin, std::size_t end) {
                      std::memset(arena_.data() + begin * block, 0,

@@ -43,7 +43,8 @@ class RowFetcher {
     }
 
   private:
-    static constexpr std::size_t line = 64;
+    static constexpr std::size_t line = 64;  // bytes of a cache line
+    /// A decision has two rows, regrets and strategy sums, for each of the terminals' own.
     static constexpr std::size_t lines_per_step = 2;
 
     struct Range {

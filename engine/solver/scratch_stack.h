@@ -40,6 +40,7 @@ class ScratchStack {
     ScratchFrame& frame(std::size_t depth);
 
   private:
+    /// Few lines are longer: four wagers and a check on each of three streets, and two deals.
     static constexpr std::size_t inline_frames = 32;
 
     std::array<ScratchFrame, inline_frames> inline_;

@@ -12,7 +12,7 @@
 namespace kestrel {
 namespace {
 
-/// A rake below this, in hundredths of a chip, is none.
+/// A rake below this, in hundredths of a chip, is none: rounding of a pot without rake leaves less.
 constexpr double negligible_rake = 1e-9;
 
 /// The weight of a set of pockets, in all and by card.

@@ -54,6 +54,7 @@ void Traversal::solve_chance(std::size_t node, std::span<const float> reach, std
                             {frame.child_values.data() + c * width, width}, depth + 1, stack);
         }
     };
+    // Deeper deals are small, and there is work enough above them.
     constexpr std::size_t deepest_fan_out = 8;
     if (pool_ != nullptr && threads_ >= 2 && depth <= deepest_fan_out && items >= 2 &&
         worth_fanning_out(n.children.size(), width)) {

@@ -4,10 +4,10 @@
 #include <span>
 
 #include "engine/game/game.h"
+#include "engine/parallel/worker_pool.h"
 #include "engine/solver/node_rules.h"
 #include "engine/solver/node_state.h"
 #include "engine/solver/scratch_stack.h"
-#include "engine/parallel/worker_pool.h"
 
 namespace kestrel {
 
