@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tidewell
 import "../logic/card_text.mjs" as Cards
+import "../logic/deck.mjs" as Deck
 
 // All cards of the deck, one of which can be chosen: by a click, by arrow keys and Return, or by
 // typing rank and suit. Used ones cannot.
@@ -13,114 +14,161 @@ FocusScope {
     // Such as "Ah"; the suit counts in either case.
     property var usedCards: []
     property bool showSuitHeaders: true
+    // Small playing cards in place of tiles with the rank.
+    property bool showFaces: false
 
-    readonly property int _columns: Cards.RANKS.length
-    // Row by row, the card that has the keyboard.
+    readonly property real _gap: showFaces ? 3 : 4
+    readonly property real _headerSize: showFaces ? 22 : 28
+    // The card that has the keyboard while the picker has it.
     property int _current: 0
     // What has been typed of a card.
     property string _typedRank: ""
 
     signal cardSelected(card: string)
 
-    function _cardAt(index: int): string {
-        return Cards.RANKS[index % _columns] + Cards.SUITS[Math.floor(index / _columns)];
+    function focusFirst(): void {
+        _typedRank = "";
+        _focusCard(Deck.firstFree(_isFree));
     }
 
-    function _isUsed(card: string): bool {
-        return usedCards.includes(card) || usedCards.includes(card.charAt(0) + card.charAt(1).toUpperCase());
+    function _isFree(card: string): bool {
+        return !Deck.holds(usedCards, card);
     }
 
-    function _choose(index: int): void {
-        const card = _cardAt(index);
-        if (!_isUsed(card)) {
+    function _suitColor(suit: string): color {
+        // Spades are dark, for card faces; the picker's surface is dark too in the dark theme.
+        return suit === "s" && theme.dark ? theme.text : theme.suitColor(suit);
+    }
+
+    function _choose(card: string): void {
+        if (_isFree(card)) {
+            _focusCard(Deck.CARDS.indexOf(card));
             cardSelected(card);
         }
     }
 
-    function _move(columns: int, rows: int): void {
-        const row = Math.floor(_current / _columns) + rows;
-        const column = _current % _columns + columns;
-        if (row >= 0 && row < Cards.SUITS.length && column >= 0 && column < _columns) {
-            _current = row * _columns + column;
+    function _focusCard(place: int): void {
+        const card = cards.itemAt(place);
+        if (activeFocus) {
+            card.forceActiveFocus(Qt.TabFocusReason);
+        } else {
+            card.focus = true;
         }
+        // Only now: the one that has the keyboard is always a stop of the Tab key.
+        _current = place;
+    }
+
+    function _move(columns: int, rows: int): void {
+        _focusCard(Deck.nextFree(_current, columns, rows, _isFree));
     }
 
     function _type(letter: string): bool {
-        if (_typedRank !== "" && Cards.SUITS.includes(letter.toLowerCase())) {
-            _current = Cards.SUITS.indexOf(letter.toLowerCase()) * _columns
-                       + Cards.RANKS.indexOf(_typedRank);
-            _typedRank = "";
-            _choose(_current);
-            return true;
+        const {rank, card} = Deck.typed(_typedRank, letter);
+        _typedRank = rank;
+        if (card !== "") {
+            _choose(card);
         }
-        const isRank = letter !== "" && Cards.RANKS.includes(letter.toUpperCase());
-        _typedRank = isRank ? letter.toUpperCase() : "";
-        return isRank;
+        return rank !== "" || card !== "";
     }
 
-    implicitWidth: grid.implicitWidth
-    implicitHeight: grid.implicitHeight
-    activeFocusOnTab: true
+    implicitWidth: deck.implicitWidth
+    implicitHeight: deck.implicitHeight
     Accessible.role: Accessible.List
     //: The list of all cards to choose from
     Accessible.name: qsTr("Cards")
+    Component.onCompleted: focusFirst()
 
     Keys.onLeftPressed: _move(-1, 0)
     Keys.onRightPressed: _move(1, 0)
     Keys.onUpPressed: _move(0, -1)
     Keys.onDownPressed: _move(0, 1)
-    Keys.onReturnPressed: _choose(_current)
-    Keys.onEnterPressed: _choose(_current)
-    Keys.onSpacePressed: _choose(_current)
+    Keys.onReturnPressed: _choose(Deck.CARDS[_current])
+    Keys.onEnterPressed: _choose(Deck.CARDS[_current])
+    Keys.onSpacePressed: _choose(Deck.CARDS[_current])
     Keys.onPressed: event => event.accepted = picker._type(event.text)
 
-    Column {
-        id: grid
+    Row {
+        id: deck
 
-        spacing: 4
+        spacing: picker._gap
 
-        Repeater {
-            model: Cards.SUITS.length
+        Column {
+            spacing: picker._gap
+            visible: picker.showSuitHeaders
 
-            Row {
-                id: suitRow
+            Repeater {
+                model: [...Cards.SUITS]
 
-                required property int index
-                readonly property string suit: Cards.SUITS[index]
-                // Spades are dark, for card faces; the picker's surface is dark too in the dark theme.
-                readonly property color suitColor: suit === "s" && picker.theme.dark
-                    ? picker.theme.text : picker.theme.suitColor(suit)
+                Item {
+                    id: header
 
-                spacing: 4
+                    required property string modelData
 
-                Text {
-                    width: 28
-                    height: 28
-                    text: CardText.symbol(suitRow.suit)
-                    color: suitRow.suitColor
-                    font.pixelSize: 18
-                    horizontalAlignment: Text.AlignHCenter
-                    verticalAlignment: Text.AlignVCenter
-                    visible: picker.showSuitHeaders
-                    Accessible.ignored: true
-                }
-                Repeater {
-                    model: picker._columns
+                    implicitWidth: picker._headerSize
+                    implicitHeight: (cards.itemAt(0) as Item)?.implicitHeight ?? 0
 
-                    PickerCard {
-                        required property int index
-                        readonly property int place: suitRow.index * picker._columns + index
+                    Rectangle {
+                        anchors.centerIn: parent
+                        width: picker._headerSize
+                        height: width
+                        radius: picker.theme.radiusXs
+                        color: picker.showFaces ? picker.theme.surface3 : "transparent"
 
-                        theme: picker.theme
-                        rank: Cards.RANKS[index]
-                        suit: suitRow.suit
-                        suitColor: suitRow.suitColor
-                        used: picker._isUsed(rank + suit)
-                        focused: picker.activeFocus && picker._current === place
-                        onChosen: picker._choose(place)
+                        Text {
+                            anchors.centerIn: parent
+                            text: CardText.symbol(header.modelData)
+                            color: picker._suitColor(header.modelData)
+                            font.pixelSize: picker.showFaces ? Fallback.type.bodyLg : 18
+                            Accessible.ignored: true
+                        }
                     }
                 }
             }
+        }
+        Grid {
+            columns: Deck.COLUMNS
+            spacing: picker._gap
+
+            Repeater {
+                id: cards
+
+                model: Deck.CARDS
+                delegate: picker.showFaces ? face : tile
+            }
+        }
+    }
+
+    Component {
+        id: tile
+
+        PickerCard {
+            required property string modelData
+            required property int index
+
+            theme: picker.theme
+            rank: modelData[0]
+            suit: modelData[1]
+            suitColor: picker._suitColor(suit)
+            used: !picker._isFree(modelData)
+            activeFocusOnTab: index === picker._current
+            onChosen: picker._choose(modelData)
+        }
+    }
+    Component {
+        id: face
+
+        PlayingCard {
+            required property string modelData
+            required property int index
+
+            theme: picker.theme
+            rank: modelData[0]
+            suit: modelData[1]
+            mini: true
+            enableHoverScale: true
+            disabled: !picker._isFree(modelData)
+            activeFocusOnTab: index === picker._current
+            onClicked: picker._choose(modelData)
         }
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tidewell
 
-// One card of the picker.
+// One card of the picker, as a tile with its rank.
 Rectangle {
     id: card
 
@@ -10,7 +10,6 @@ Rectangle {
     required property string suit
     required property color suitColor
     required property bool used
-    required property bool focused
 
     signal chosen
 
@@ -29,8 +28,8 @@ Rectangle {
     scale: !used && area.containsMouse ? 1.1 : 1
     Accessible.role: Accessible.Button
     Accessible.name: CardText.spoken(rank, suit)
-    Accessible.focusable: true
-    Accessible.focused: focused
+    Accessible.focusable: !used
+    Accessible.focused: activeFocus
 
     Behavior on scale { NumberAnimation { duration: 80 } }
 
@@ -46,7 +45,7 @@ Rectangle {
         theme: card.theme
         cornerRadius: card.radius
         gap: -1
-        shown: card.focused
+        shown: card.activeFocus
     }
     MouseArea {
         id: area

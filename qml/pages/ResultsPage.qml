@@ -268,10 +268,14 @@ FocusScope {
         }
     }
 
-    ChancePicker {
-        theme: page.theme
-        choice: chanceChoice
-        pageWidth: page.width
-        pageHeight: page.height
+    OnDemand {
+        wanted: chanceChoice.levelIndex >= 0
+
+        ChancePicker {
+            theme: page.theme
+            choice: chanceChoice
+            pageWidth: page.width
+            pageHeight: page.height
+        }
     }
 }

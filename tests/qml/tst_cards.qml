@@ -2,6 +2,7 @@ import QtQuick
 import Tidewell
 
 import "../../qml/logic/card_text.mjs" as Cards
+import "../../qml/logic/deck.mjs" as Deck
 
 // Cards as text, drawn, on the board and in the picker.
 DocumentCase {
@@ -57,22 +58,6 @@ DocumentCase {
             [{rank: "A"}, "Empty card slot", ["?"]]]) {
             const card = make(cardComponent, properties);
             compare([card.Accessible.name, texts(card)], [says, expected]);
-        }
-    }
-
-    function test_suitColors(): void {
-        for (const suit of ["s", "h", "d", "c"]) {
-            const card = make(cardComponent, {rank: "A", suit: suit});
-            for (const label of all(card, item => item instanceof Text)) {
-                verify(Qt.colorEqual(label.color, Fallback.theme.suitColor(suit)));
-            }
-            const picker = make(pickerComponent, {theme: theme});
-            for (const dark of [true, false]) {
-                theme.dark = dark;
-                verify(Qt.colorEqual(cardNamed(picker, "7" + suit).suitColor,
-                                     dark && suit === "s" ? theme.text : theme.suitColor(suit)),
-                       "spades are dark, and so is the dark theme");
-            }
         }
     }
 
@@ -149,13 +134,6 @@ DocumentCase {
         }
     }
 
-    function test_pickerHoldsAllCards(): void {
-        const names = all(make(pickerComponent), item => item instanceof PickerCard)
-            .map(card => card.rank + card.suit);
-        compare(new Set(names).size, 52);
-        compare([0, 1, 13, 26, 51].map(place => names[place]), ["As", "Ks", "Ah", "Ad", "2c"]);
-    }
-
     function test_pickerByMouse(): void {
         for (const [used, chosen] of [[["As", "Qd"], ["Qh"]], [["Qh"], []], [["QH"], []]]) {
             const picker = make(pickerComponent, {usedCards: used});
@@ -168,38 +146,44 @@ DocumentCase {
         }
     }
 
-    function test_pickerByKeyboard_data(): var {
-        const right = Qt.Key_Right;
-        const down = Qt.Key_Down;
-        return [
-            {tag: "first", keys: [Qt.Key_Return], chosen: ["As"]},
-            {tag: "by arrows", keys: [right, down, down, Qt.Key_Space], chosen: ["Kd"]},
-            {tag: "not over the edge", keys: [Qt.Key_Left, Qt.Key_Up, down, Qt.Key_Enter],
-             chosen: ["Ah"]},
-            {tag: "typed in either case", keys: ["t", "H"], chosen: ["Th"]},
-            {tag: "corrected", keys: ["9", "8", "c"], chosen: ["8c"]},
-            {tag: "a suit alone", keys: ["c", "h"], chosen: []},
-            {tag: "broken off", keys: ["9", "x", "c"], chosen: []},
-            {tag: "used", keys: [right, right, Qt.Key_Return, "q", "s"], chosen: []},
-            {tag: "goes on from what was typed", keys: ["9", "c", right, Qt.Key_Return],
-             chosen: ["9c", "8c"]}
-        ];
+    // Where the keys lead to, and what letters make a card of.
+    function test_deckKeys(): void {
+        const used = ["Qs", "Ah", "AD", "2c"];
+        const isFree = card => !Deck.holds(used, card);
+        for (const [from, columns, rows, to] of [
+            ["As", 1, 0, "Ks"], ["Ks", 1, 0, "Js"], ["As", -1, 0, "As"], ["As", 0, -1, "As"],
+            ["As", 0, 1, "Ac"], ["3c", 1, 0, "3c"], ["2s", 1, 0, "2s"], ["Jd", -1, 0, "Qd"]]) {
+            compare(Deck.CARDS[Deck.nextFree(Deck.CARDS.indexOf(from), columns, rows, isFree)], to);
+        }
+        compare([Deck.firstFree(card => card === "2c"), Deck.firstFree(() => false)], [51, 0]);
+        for (const [letters, cards] of [["tH", ["Th"]], ["98c", ["8c"]], ["ch", []], ["9xc", []],
+                                        ["asKd", ["As", "Kd"]]]) {
+            const made = [];
+            let rank = "";
+            for (const letter of ["", ...letters]) {
+                const typed = Deck.typed(rank, letter);
+                rank = typed.rank;
+                made.push(...(typed.card ? [typed.card] : []));
+            }
+            compare(made, cards, letters);
+        }
     }
 
-    function test_pickerByKeyboard(row: var): void {
-        const picker = make(pickerComponent, {usedCards: ["Qs"]});
-        const selected = spyOn(picker, "cardSelected");
-        picker.forceActiveFocus();
-        verify(cardNamed(picker, "As").focused);
-        keys(row.keys);
-        compare(firstArguments(selected), row.chosen);
+    function test_pickerByKeyboard(): void {
+        for (const showFaces of [false, true]) {
+            const picker = make(pickerComponent, {usedCards: ["Qs"], showFaces: showFaces});
+            const selected = spyOn(picker, "cardSelected");
+            picker.forceActiveFocus();
+            keys([Qt.Key_Return, Qt.Key_Right, Qt.Key_Right, Qt.Key_Space, "q", "s", "9", "c",
+                  Qt.Key_Right, Qt.Key_Enter]);
+            compare(firstArguments(selected), ["As", "Js", "9c", "8c"]);
+            // The deck is one stop of the Tab key.
+            compare(all(picker, item => item.activeFocusOnTab).length, 1);
+            picker.destroy();
+        }
     }
 
     name: "Cards"
     width: 700
     height: 400
-
-    Theme {
-        id: theme
-    }
 }

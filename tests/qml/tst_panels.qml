@@ -17,7 +17,6 @@ DocumentCase {
             implicitHeight: 90
         }
     }
-    readonly property Component headerComponent: SectionHeader { title: "Project Setup" }
     readonly property Component statComponent: StatCard {
         label: "Accuracy"
         value: "92"
@@ -28,7 +27,6 @@ DocumentCase {
         width: size
         height: size
     }
-    readonly property Component image: Image {}
     readonly property Component confirm: ConfirmDialog {
         title: "Delete"
         text: "Sure?"
@@ -58,32 +56,14 @@ DocumentCase {
         compare(card.implicitWidth, 300 + frame);
         card.contentChildren[0].visible = false;
         compare(card.implicitWidth, 100 + frame);
-        fuzzyCompare(share(card, isReddish), 0, 1e-9);
-        card.accentColor = "red";
-        verify(share(card, isReddish) > 0.02);
-    }
-
-    function test_sectionHeader(): void {
-        const header = make(headerComponent);
-        const height = header.implicitHeight;
-        const width = header.implicitWidth;
-        header.subtitle = "What it is about";
-        tryVerify(() => header.implicitHeight > height + 10);
-        header.badge = "Ready";
-        tryVerify(() => header.implicitWidth > width + 30);
-        header.width = 120;
-        tryCompare(header.children[0], "width", 120);
     }
 
     function test_statCard(): void {
         const stat = make(statComponent, {width: 160, height: 80});
         compare(stat.Accessible.name, "Accuracy: 92 %");
-        const isGreenish = color => color.g > color.r + 0.2 && color.g > color.b + 0.2;
-        for (const [trend, red, green] of [["up", false, true], ["down", true, false],
-                                           ["", false, false], ["sideways", false, false]]) {
+        for (const [trend, arrows] of [["up", "↑"], ["down", "↓"], ["", ""], ["sideways", ""]]) {
             stat.trend = trend;
-            tryVerify(() => share(stat, isReddish) > 0 === red
-                            && share(stat, isGreenish) > 0 === green, 5000, trend);
+            compare(texts(stat).filter(text => "↑↓".includes(text)).join(""), arrows);
         }
         stat.unit = "";
         compare(stat.Accessible.name, "Accuracy: 92");
@@ -109,39 +89,25 @@ DocumentCase {
                                           showPercentage: false});
         ring.value = 0.25;
         const at = (x, y) => grabImage(ring).pixel(x, y);
-        const near = 4;
         const diagonal = 60 - 56 * Math.SQRT1_2;
-        tryVerify(() => isReddish(at(120 - near, 60 - 6)));
-        verify(isReddish(at(120 - diagonal, diagonal)));
-        verify(at(diagonal, diagonal).b > 0.8);
-        verify(at(120 - diagonal, 120 - diagonal).b > 0.8);
-        verify(!isReddish(at(60, 60)));
+        tryVerify(() => isReddish(at(120 - diagonal, diagonal)));
+        verify(at(diagonal, diagonal).b > 0.8 && at(120 - diagonal, 120 - diagonal).b > 0.8);
         ring.indeterminate = true;
         const first = grabImage(ring);
         tryVerify(() => !grabImage(ring).equals(first), 5000, "it turns");
-        ring.indeterminate = false;
-        tryCompare(ring.children[0], "rotation", 0);
     }
 
-    function test_iconIsDrawnInItsColor_data(): var {
-        return iconNames.map(name => ({tag: name}));
-    }
-
-    function test_iconIsDrawnInItsColor(row: var): void {
-        const icon = make(iconComponent, {name: row.tag, color: "red", size: 48});
-        tryVerify(() => share(icon, isReddish) > 0.05);
-        verify(share(icon, isReddish) < 0.6);
-        icon.color = "blue";
-        tryVerify(() => share(icon, color => color.b > color.r + 0.2) > 0.05);
-        icon.color = "red";
-        icon.name = "";
-        tryVerify(() => share(icon, isReddish) === 0);
-    }
-
-    function test_pictures(): void {
-        for (const name of ["logo", "table"]) {
-            compare(make(image, {source: `qrc:/Tidewell/assets/${name}.svg`}).status, Image.Ready);
+    function test_iconsAreDrawnInTheirColor(): void {
+        const icon = make(iconComponent, {size: 48});
+        for (const name of iconNames) {
+            icon.name = name;
+            icon.color = "red";
+            tryVerify(() => share(icon, isReddish) > 0.05 && share(icon, isReddish) < 0.6, 5000, name);
+            icon.color = "blue";
+            tryVerify(() => share(icon, color => color.b > color.r + 0.2) > 0.05);
         }
+        icon.name = "";
+        tryVerify(() => share(icon, color => color.b > color.r + 0.2) === 0);
     }
 
     function test_confirmDialog_data(): var {

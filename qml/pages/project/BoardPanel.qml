@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
@@ -19,7 +21,7 @@ Card {
 
     function _edit(slot: int): void {
         editingIndex = slot;
-        picker.openUnder(display);
+        (picker.get() as CardDialog).openUnder(display);
     }
 
     padding: theme.spaceMd
@@ -61,20 +63,22 @@ Card {
             Layout.fillWidth: true
         }
     }
-    CardDialog {
+    OnDemand {
         id: picker
 
-        theme: panel.theme
-        slot: panel.editingIndex
-        usedCards: Board.cardsOf(panel.boardText)
-        onCardChosen: card => {
-            panel.cardChosen(panel.editingIndex, card);
-            close();
+        CardDialog {
+            theme: panel.theme
+            slot: panel.editingIndex
+            usedCards: Board.cardsOf(panel.boardText)
+            onCardChosen: card => {
+                panel.cardChosen(panel.editingIndex, card);
+                close();
+            }
+            onCleared: {
+                panel.cleared(panel.editingIndex);
+                close();
+            }
+            onClosed: panel.editingIndex = -1
         }
-        onCleared: {
-            panel.cleared(panel.editingIndex);
-            close();
-        }
-        onClosed: panel.editingIndex = -1
     }
 }

@@ -29,7 +29,10 @@ AppDialog {
         return Math.max(_margin, Math.min(place, room - _margin));
     }
 
-    onAboutToShow: cards.focus = true
+    onAboutToShow: {
+        cards.focusFirst();
+        cards.focus = true;
+    }
 
     title: qsTr("Select card")
     modal: false

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
+import "../../logic/deck.mjs" as Deck
 
 // Asks for the card of a chance node.
 AppDialog {
@@ -11,13 +12,17 @@ AppDialog {
     required property real pageWidth
     required property real pageHeight
 
+    visible: choice.levelIndex >= 0
     title: choice.title
     padding: 14
     topPadding: 14
     bottomPadding: 14
     width: Math.max(240, Math.min(640, pageWidth - 40, implicitWidth))
     height: Math.max(240, Math.min(520, pageHeight - 40, implicitHeight))
-    onAboutToShow: cards.focusFirst()
+    onAboutToShow: {
+        cards.focusFirst();
+        cards.forceActiveFocus(Qt.TabFocusReason);
+    }
     onClosed: choice.close()
 
     header: RowLayout {
@@ -52,23 +57,24 @@ AppDialog {
             onClicked: picker.close()
         }
     }
-    ChancePickerGrid {
-        id: cards
-
+    AppScrollView {
         anchors.fill: parent
         theme: picker.theme
-        choice: picker.choice
-    }
+        // Room for the scroll bar.
+        implicitWidth: contentWidth + 28
+        contentWidth: cards.implicitWidth + 2 * cards.x
+        contentHeight: cards.implicitHeight + 2 * cards.y
 
-    Connections {
-        target: picker.choice
+        CardPicker {
+            id: cards
 
-        function onLevelIndexChanged(): void {
-            if (picker.choice.levelIndex >= 0) {
-                picker.open();
-            } else {
-                picker.close();
-            }
+            // Room for the ring around a card.
+            x: 3
+            y: 3
+            theme: picker.theme
+            showFaces: true
+            usedCards: Deck.CARDS.filter(card => picker.choice.indexFor(card) < 0)
+            onCardSelected: card => picker.choice.choose(picker.choice.indexFor(card), card)
         }
     }
 }
