@@ -1,15 +1,23 @@
 #include "app/text_checks.h"
 
 #include <QRegularExpression>
+#include <QStringList>
+#include <algorithm>
 #include <exception>
-#include <stdexcept>
 #include <string>
 
+#include "app/solver_texts.h"
 #include "engine/poker/bet_size.h"
+#include "engine/poker/cards.h"
+#include "engine/poker/range.h"
+#include "engine/poker/text.h"
+#include "session/config_map.h"
 #include "session/solve_config.h"
 
 namespace tidewell {
 namespace {
+
+using kestrel::Range;
 
 template <class Parse>
 QString messageOf(const Parse& parse) {
@@ -21,39 +29,116 @@ QString messageOf(const Parse& parse) {
     return {};
 }
 
-/// The solver drops what it does not know in a text of sizes, blanks as well: "33 75" is 3375 to
-/// it. A dash says that there are none.
-void refuseStrayCharacters(const QString& text) {
-    static const QRegularExpression sizes(
-        QStringLiteral(
-            R"(^\s*-?\s*$|^\s*[0-9%.acerx]*(\s*%)?\s*(,\s*[0-9%.acerx]+(\s*%)?\s*)*,?\s*$)"),
-        QRegularExpression::CaseInsensitiveOption);
-    if (!sizes.match(text).hasMatch()) {
-        throw std::invalid_argument(
-            "Sizing: write sizes such as 33, 75.5, 2e or a, with commas between them");
-    }
+std::string withoutSpace(const QString& text) {
+    std::string bytes = text.toStdString();
+    std::erase_if(bytes, kestrel::is_space);
+    return bytes;
 }
 
-QString checkSizes(const QString& text, bool addAllIn, bool allowRelative) {
-    return messageOf([&] {
-        refuseStrayCharacters(text);
-        const std::string list = kestrel_app::normalize_sizing_text(text.toStdString(), addAllIn);
-        kestrel::parse_size_list(list, allowRelative);
-    });
+/// The first item of a list that is refused, with the reason.
+QString itemMistake(const QString& text) {
+    Range range{};
+    for (const QString& piece : text.split(',')) {
+        const std::string item = withoutSpace(piece);
+        if (item.empty()) {
+            continue;
+        }
+        const QString message = messageOf([&] { kestrel::apply_range_item(range, item); });
+        if (!message.isEmpty()) {
+            return reasonInWords(piece, message);
+        }
+    }
+    return {};
+}
+
+/// Fills the range, or says why there is none.
+QString parseRange(const QString& text, Range& range) {
+    const std::string bytes = text.toStdString();
+    const QString message = messageOf([&] { range = kestrel_app::parse_range_or_percent(bytes); });
+    if (message.isEmpty()) {
+        return message;
+    }
+    const bool isPercentage = kestrel_app::is_percent_range(kestrel::trimmed(bytes));
+    return isPercentage ? reasonInWords(text, message) : itemMistake(text);
+}
+
+kestrel::CardMask cardsOf(const QString& board) {
+    const std::string cards = kestrel_app::normalize_board_text(board.toStdString());
+    kestrel::CardMask mask = 0;
+    for (std::size_t place = 0; place < cards.size(); place += 2) {
+        mask |= kestrel::card_bit(kestrel::parse_card(cards.substr(place, 2)));
+    }
+    return mask;
+}
+
+bool isDealt(float weight) {
+    return weight > 0;
+}
+
+/// The solver drops what it does not know in a text of sizes, blanks as well: "33 75" is 3375 to
+/// it.
+bool looksLikeSize(const QString& piece) {
+    static const QRegularExpression size(
+        QStringLiteral(R"(^\s*([0-9.]+\s*%?|[0-9.]+[cx]|[0-9]+c[0-9]+r|[0-9]*(%[0-9.]+)?e|a)\s*$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return size.match(piece).hasMatch();
+}
+
+/// A dash says that there are none.
+QString checkSizes(const QString& text, bool allowRelative) {
+    if (text.trimmed() == QStringLiteral("-")) {
+        return {};
+    }
+    for (const QString& piece : text.split(',')) {
+        if (piece.trimmed().isEmpty()) {
+            continue;
+        }
+        QString message = QStringLiteral("Sizing:");
+        if (looksLikeSize(piece)) {
+            message = messageOf([&] {
+                const std::string size =
+                    kestrel_app::normalize_sizing_text(piece.toStdString(), false);
+                kestrel::parse_size_list(size, allowRelative);
+            });
+        }
+        if (!message.isEmpty()) {
+            return reasonInWords(piece, message);
+        }
+    }
+    return {};
 }
 
 }  // namespace
 
-QString TextChecks::checkRange(const QString& text) {
-    return messageOf([&] { kestrel_app::parse_range_or_percent(text.toStdString()); });
+QString TextChecks::checkRange(const QString& text, const QString& board) {
+    Range range{};
+    const QString mistake = parseRange(text, range);
+    if (!mistake.isEmpty() || withoutSpace(text).find_first_not_of(',') == std::string::npos) {
+        return mistake;
+    }
+    if (std::ranges::none_of(range, isDealt)) {
+        return tr("no hand has a weight above 0");
+    }
+    const kestrel::CardMask dead = cardsOf(board);
+    for (std::size_t number = 0; number < range.size(); ++number) {
+        const kestrel::CardMask hand = kestrel::pocket_mask(kestrel::pocket_from_index(number));
+        if (isDealt(range[number]) && (hand & dead) == 0) {
+            return {};
+        }
+    }
+    return tr("every hand holds a card of the board");
 }
 
-QString TextChecks::checkBetSizes(const QString& text, bool addAllIn) {
-    return checkSizes(text, addAllIn, false);
+QString TextChecks::checkBetSizes(const QString& text) {
+    return checkSizes(text, false);
 }
 
-QString TextChecks::checkRaiseSizes(const QString& text, bool addAllIn) {
-    return checkSizes(text, addAllIn, true);
+QString TextChecks::checkRaiseSizes(const QString& text) {
+    return checkSizes(text, true);
+}
+
+QString TextChecks::inWords(const QString& message) {
+    return reasonInWords(message);
 }
 
 }  // namespace tidewell

@@ -57,7 +57,7 @@ std::vector<NodeLockEntry> lock_entries(const QVariantList& locks) {
 }
 
 /// Whether two sets of settings describe one spot, however long and on how much of a machine it is
-/// solved. The pages round a rake cap and know nothing of exact run-outs.
+/// solved. The pages round a rake cap.
 bool same_spot(const ConfigMap& pages, const ConfigMap& solved) {
     const kestrel_app::SolveConfig a = kestrel_app::config_from_map(pages);
     kestrel_app::SolveConfig b = kestrel_app::config_from_map(solved);
@@ -66,7 +66,6 @@ bool same_spot(const ConfigMap& pages, const ConfigMap& solved) {
     b.target_exploitability = a.target_exploitability;
     b.thread_count = a.thread_count;
     b.rake_cap = 100.0 * page_rake_cap(b.rake_cap / 100.0);
-    b.exact_all_in = a.exact_all_in;
     return a == b;
 }
 

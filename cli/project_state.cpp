@@ -31,7 +31,8 @@ const std::vector<SharedSetting>& shared_settings() {
             {"ip_range", "ipRangeText"},     {"max_iterations", "maxIterations"},
             {"starting_pot", "startingPot"}, {"effective_stack", "effectiveStack"},
             {"thread_count", "threadCount"}, {"starting_street", "startingStreet"},
-            {"rake_percent", "rakePercent"}, {"rake_cap", "rakeCap"}};
+            {"rake_percent", "rakePercent"}, {"rake_cap", "rakeCap"},
+            {"exact_all_in", "exactAllIn"}};
         constexpr std::pair<const char*, const char*> streets[] = {
             {"flop", "Flop"}, {"turn", "Turn"}, {"river", "River"}};
         for (const std::string seat : {"oop", "ip"}) {

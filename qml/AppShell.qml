@@ -120,6 +120,14 @@ ProjectState {
         maxIterations: shell.maxIterations
         targetExploitability: shell.targetExploitability
     }
+    SpotCheck {
+        id: spotCheck
+
+        spot: shell
+        controller: shell.controller
+        canSolve: shell.canSolve
+        estimateDue: shell.estimateDue
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -151,6 +159,7 @@ ProjectState {
             currentIndex: shell.navIndex
             hasProject: shell.hasProject
             canSolve: shell.canSolve
+            spotObstacle: spotCheck.obstacle
             solveProgress: progress
             fileName: shell.files.currentName
             hasChanges: shell.unsavedChanges
@@ -164,6 +173,7 @@ ProjectState {
             project: shell
             files: files
             progress: progress
+            spotCheck: spotCheck
             theme: shell.theme
             type: shell.type
             hasProject: shell.hasProject

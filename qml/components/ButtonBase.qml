@@ -18,7 +18,10 @@ T.Button {
     // From its edge to the ring around it, in pixels.
     property real focusGap: 2
 
-    function _press(): void {
+    function _pressBy(key: KeyEvent): void {
+        if (key.isAutoRepeat) {
+            return;
+        }
         if (checkable) {
             toggle();
         }
@@ -40,8 +43,9 @@ T.Button {
     Accessible.checkable: checkable
     Accessible.checked: checked
 
-    Keys.onReturnPressed: button._press()
-    Keys.onEnterPressed: button._press()
+    // A key that is held presses once: the keyboard may be on another button by then.
+    Keys.onReturnPressed: event => button._pressBy(event)
+    Keys.onEnterPressed: event => button._pressBy(event)
 
     Behavior on scale { NumberAnimation { duration: button.theme.durationFast } }
 

@@ -51,6 +51,12 @@ export function streetOf(text) {
     return count === 4 ? "turn" : "flop";
 }
 
+// A card that stands in two slots, "" where there is none.
+export function cardTwice(text) {
+    const cards = cardsOf(text);
+    return cards.find((card, slot) => cards.indexOf(card) < slot) ?? "";
+}
+
 // Three, four or five cards and no gap.
 export function isComplete(text) {
     const length = text.replace(/\s/g, "").length;

@@ -49,7 +49,8 @@ export function startupBlank(threads) {
         startingStreet: "flop",
         targetExploitability: 0,
         rakePercent: 0,
-        rakeCap: 0
+        rakeCap: 0,
+        exactAllIn: false
     }, sizing(["", "", ""], ["", "", ""]), optionsOff());
 }
 

@@ -34,7 +34,8 @@ function streetKeys(seats, things) {
 
 const TEXT_KEYS = streetKeys(SEATS,
     [["bet_sizes", "BetSizesText"], ["raise_sizes", "RaiseSizesText"]]);
-const FLAG_KEYS = Object.assign(streetKeys(SEATS, [["add_all_in", "AddAllIn"]]),
+const FLAG_KEYS = Object.assign({exact_all_in: "exactAllIn"},
+    streetKeys(SEATS, [["add_all_in", "AddAllIn"]]),
     streetKeys(["oop"], [["dont_donk", "DontDonk"]]));
 
 const ALL_KEYS = Object.assign({

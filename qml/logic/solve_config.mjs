@@ -14,10 +14,20 @@ export function targetAmount(startingPot, targetPercent) {
 // They say how long to solve and how, not what.
 const EFFORT_KEYS = ["max_iterations", "target_exploitability", "thread_count"];
 
-// Whether two configurations describe the same game. What one of them does not say counts as equal.
+// Whether two configurations describe the same game. What one of them does not say counts as equal,
+// but for an option that is younger than some configurations, which were solved without it.
 export function isSameSpot(config, other) {
-    return Object.keys(config).every(key => EFFORT_KEYS.includes(key) || !(key in other)
-        || String(config[key]) === String(other[key]));
+    const known = Object.keys(other).length > 0
+        ? Object.assign({exact_all_in: false}, other)
+        : other;
+    return Object.keys(config).every(key => EFFORT_KEYS.includes(key) || !(key in known)
+        || String(config[key]) === String(known[key]));
+}
+
+// How many threads a solve that asks for `count` gets on a machine that has `maximum`: a project
+// may come from a larger one. All of them where the count is none.
+export function usableThreads(count, maximum) {
+    return count >= 1 && count <= maximum ? count : maximum;
 }
 
 function seatConfig(state, seat) {
@@ -33,7 +43,9 @@ function seatConfig(state, seat) {
     return config;
 }
 
+// `state` has the properties of the project state, and a `controller` that knows the machine.
 export function solveConfig(state) {
+    const maximum = state.controller?.systemThreadCount || state.threadCount;
     return Object.assign({
         board: state.boardText,
         oop_range: state.oopRangeText,
@@ -45,7 +57,8 @@ export function solveConfig(state) {
         rake_percent: state.rakePercent,
         rake_cap: state.rakeCap,
         starting_street: state.startingStreet,
-        thread_count: state.threadCount,
+        thread_count: usableThreads(state.threadCount, maximum),
+        exact_all_in: state.exactAllIn,
         oop_flop_dont_donk: state.oopFlopDontDonk,
         oop_turn_dont_donk: state.oopTurnDontDonk,
         oop_river_dont_donk: state.oopRiverDontDonk

@@ -22,6 +22,20 @@ export function isFailure(statusText) {
     return statusText.startsWith("Error:");
 }
 
+// Without the word for it.
+export function failureOf(statusText) {
+    return isFailure(statusText) ? statusText.slice("Error:".length).trim() : statusText;
+}
+
+// What became of a run that ended with this word: "Completed", "Cancelled", "Failed", or "Refused"
+// for what the controller says of a run that it has not let begin.
+export function outcomeOf(statusText) {
+    if (isFailure(statusText)) {
+        return "Failed";
+    }
+    return {Done: "Completed", Cancelled: "Cancelled"}[statusText] ?? "Refused";
+}
+
 // 0 where the text tells none.
 export function iterationOf(statusText) {
     const found = statusText.match(/Iter\s+(\d+)/);

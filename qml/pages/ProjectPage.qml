@@ -16,12 +16,15 @@ Item {
     property var controller: null
     // Enough is entered to go on.
     property bool canSolve: false
+    // Of this spot.
+    required property SpotCheck spotCheck
 
     property string boardText: ""
     property string startingStreet: "flop"
     // Not shown.
     property string betSizesText: ""
     property int maxIterations: 0
+    property bool exactAllIn: false
 
     property alias startingPot: gameSettings.startingPot
     property alias effectiveStack: gameSettings.effectiveStack
@@ -154,6 +157,9 @@ Item {
     onBoardTextChanged: startingStreet = inferStreetFromBoardText(boardText)
     Component.onCompleted: settingsPanel.load()
 
+    TypingEnd {
+        page: page
+    }
     WidePane {
         anchors.fill: parent
         theme: page.theme
@@ -171,7 +177,7 @@ Item {
             SetupHeader {
                 theme: page.theme
                 controller: page.controller
-                ready: page.validBoard(page.boardText)
+                check: page.spotCheck
                 canSolve: page.canSolve
                 onContinued: page.goToSolve()
                 Layout.fillWidth: true
@@ -191,6 +197,7 @@ Item {
 
                         theme: page.theme
                         boardText: page.boardText
+                        error: page.spotCheck.boardMistake?.text ?? ""
                         cardScale: 1.25 * page.uiScale
                         onCardChosen: (slot, card) => page.setBoardCardAt(slot, card)
                         onCleared: slot => page.clearBoardFrom(slot)
@@ -248,6 +255,7 @@ Item {
                     objectName: "oopRange"
                     theme: page.theme
                     title: qsTr("OOP Range")
+                    boardText: page.boardText
                     markColor: page.theme.actionBet
                     uiScale: page.uiScale
                     Layout.fillWidth: true
@@ -258,6 +266,7 @@ Item {
                     objectName: "ipRange"
                     theme: page.theme
                     title: qsTr("IP Range")
+                    boardText: page.boardText
                     markColor: page.theme.info
                     uiScale: page.uiScale
                     Layout.fillWidth: true

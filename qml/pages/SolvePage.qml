@@ -4,7 +4,7 @@ import Tidewell
 import "../logic/solve_config.mjs" as SolveConfig
 
 // Starts and cancels a solve and shows how far it is. The spot comes from outside, in the properties
-// of the project state; of these the page changes threadCount alone.
+// of the project state; of these the page changes threadCount and exactAllIn.
 Item {
     id: page
 
@@ -14,6 +14,7 @@ Item {
     property var controller: null
     // Of that controller, and of this spot.
     required property SolveProgress solveProgress
+    required property SpotCheck spotCheck
     property bool canSolve: false
 
     property string boardText: ""
@@ -28,6 +29,7 @@ Item {
     property real targetExploitability: 0
     property real rakePercent: 0
     property int rakeCap: 0
+    property bool exactAllIn: false
     property string oopFlopBetSizesText: ""
     property string oopTurnBetSizesText: ""
     property string oopRiverBetSizesText: ""
@@ -86,13 +88,10 @@ Item {
         const config = SolveConfig.solveConfig(page);
         runHistory.begin(_runSummary());
         controller.startSolveWithConfig(config);
-        if (!controller.running) {
-            runHistory.withdraw();
-        }
+        runHistory.follow();
     }
 
     function cancelSolve(): void {
-        runHistory.cancel();
         controller?.cancelSolve();
     }
 
@@ -106,7 +105,7 @@ Item {
             .arg(maxIterations.toLocaleString(Qt.locale(), "f", 0))
             .arg(targetExploitability.toLocaleString(Qt.locale(), "f", -128))
             .arg(_targetAmount.toLocaleString(Qt.locale(), "f", 2))
-            .arg(threadCount);
+            .arg(SolveConfig.usableThreads(threadCount, maxThreadCount));
     }
 
     function _limitThreads(): void {
@@ -117,15 +116,6 @@ Item {
 
     onMaxThreadCountChanged: _limitThreads()
 
-    Connections {
-        target: page.solveProgress
-
-        function onRunningChanged(): void {
-            if (!page.solveProgress.running) {
-                runHistory.end();
-            }
-        }
-    }
     SolveClock {
         id: solveClock
 
@@ -135,6 +125,8 @@ Item {
     }
     RunHistory {
         id: runHistory
+
+        controller: page.controller
     }
     AppScrollView {
         id: view
@@ -158,13 +150,14 @@ Item {
                 subtitle: qsTr("Run the CFR solver and monitor progress in real-time.")
                 badge: {
                     if (!page.solveProgress.running) {
-                        return qsTr("Ready");
+                        return page.spotCheck.badge;
                     }
                     return page.solveProgress.isFinalizing ? qsTr("Finalizing") : qsTr("Running");
                 }
                 badgeColor: {
                     if (!page.solveProgress.running) {
-                        return page.theme.textMuted;
+                        return page.spotCheck.ready ? page.theme.textMuted
+                                                    : page.theme[page.spotCheck.color];
                     }
                     return page.solveProgress.isFinalizing ? page.theme.warn : page.theme.success;
                 }
@@ -189,7 +182,10 @@ Item {
                         spot: page
                         targetAmount: page._targetAmount
                         running: page.solveProgress.running
-                        canStart: page.canSolve && !page.solveProgress.running
+                        canStart: page.canSolve && page.spotCheck.ready
+                                  && !page.solveProgress.running
+                        obstacle: page.spotCheck.obstacle
+                        cancelling: runHistory.cancelling
                         complete: page.solveProgress.runComplete
                         onStarted: page.startSolve()
                         onCancelled: page.cancelSolve()
@@ -200,9 +196,13 @@ Item {
                         id: computePanel
 
                         theme: page.theme
+                        controller: page.controller
                         maxThreadCount: page.maxThreadCount
                         threadCount: page.threadCount
+                        exactAllIn: page.exactAllIn
+                        running: page.solveProgress.running
                         onChosen: threads => page.threadCount = threads
+                        onExactAllInChosen: exact => page.exactAllIn = exact
                         Layout.fillWidth: true
                     }
                 }
@@ -218,6 +218,8 @@ Item {
                         theme: page.theme
                         progress: page.solveProgress
                         clock: solveClock
+                        cancelling: runHistory.cancelling
+                        obstacle: page.spotCheck.obstacle
                         Layout.fillWidth: true
                     }
                     RecentRunsPanel {

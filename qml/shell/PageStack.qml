@@ -16,6 +16,7 @@ StackLayout {
     required property ProjectState project
     required property ProjectFiles files
     required property SolveProgress progress
+    required property SpotCheck spotCheck
     required property Theme theme
     required property Typography type
     required property bool hasProject
@@ -29,8 +30,8 @@ StackLayout {
     // What the Setup page would like to have, in pixels.
     property int projectRecommendedWidth: 1540
 
-    // The solve threads have a field of their own on the Solve page; everything else comes from the
-    // Project page.
+    // These are entered on the Solve page; everything else comes from the Project page.
+    readonly property var _solveKeys: ["threadCount", "exactAllIn"]
     readonly property var _projectKeys: Presets.PROJECT_KEYS.filter(key => key !== "threadCount")
     property bool _isSyncing: false
     // What the results are of. The Setup page may have gone on to another spot since.
@@ -109,6 +110,7 @@ StackLayout {
             type: pages.type
             controller: pages.project.controller
             canSolve: pages.project.canSolve
+            spotCheck: pages.spotCheck
             onGoToSolve: pages.navigate(2)
             onRecommendedWindowWidthChanged: pages.projectRecommendedWidth = recommendedWindowWidth
         }
@@ -117,11 +119,13 @@ StackLayout {
         id: solvePlace
 
         onBuilt: page => {
-            const threads = () => page.threadCount = pages.project.threadCount;
-            threads();
-            pages.project.threadCountChanged.connect(threads);
             pages._bind(page);
-            pages._follow(page, "threadCount");
+            for (const key of pages._solveKeys) {
+                const take = () => page[key] = pages.project[key];
+                take();
+                pages.project[key + "Changed"].connect(take);
+                pages._follow(page, key);
+            }
         }
         SolvePage {
             anchors.fill: parent
@@ -130,6 +134,7 @@ StackLayout {
             controller: pages.project.controller
             canSolve: pages.project.canSolve
             solveProgress: pages.progress
+            spotCheck: pages.spotCheck
             onGoToResults: pages.navigate(3)
         }
     }

@@ -28,6 +28,8 @@ Item {
     property real rakePercent: 0
     // No cap when 0.
     property int rakeCap: 0
+    // All-ins before the river count by the boards that the two hands can meet.
+    property bool exactAllIn: false
 
     property string oopFlopBetSizesText: ""
     property string oopTurnBetSizesText: ""
@@ -65,6 +67,8 @@ Item {
     readonly property var newProjectPreset: Presets.newProject(_threads, developerMode)
 
     readonly property bool _canSolveBase: SolveGate.isProjectComplete(state)
+    // The last estimate is of what was entered before.
+    readonly property alias estimateDue: estimate.running
     readonly property bool canSolve: _canSolveBase && SolveGate.hasEnoughMemory(controller)
 
     function quickSolvePreset(): var {
@@ -102,8 +106,8 @@ Item {
     }
 
     Component.onCompleted: {
-        // Neither limit changes what a solve needs.
-        const indifferent = ["betSizesText", "maxIterations", "targetExploitability"];
+        // None of them changes what a solve needs.
+        const indifferent = ["betSizesText", "maxIterations", "targetExploitability", "exactAllIn"];
         for (const key of Presets.PROJECT_KEYS.filter(name => !indifferent.includes(name))) {
             state[key + "Changed"].connect(estimate.restart);
         }

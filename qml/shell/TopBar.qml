@@ -14,6 +14,8 @@ Rectangle {
     property int currentIndex: 0
     property bool hasProject: false
     property bool canSolve: false
+    // Why the spot cannot be solved.
+    property string spotObstacle: ""
     required property SolveProgress solveProgress
     // Of the project's file; empty for none.
     property string fileName: ""
@@ -38,7 +40,7 @@ Rectangle {
             return qsTr("Start a new project (or load one) from Home to enable Project");
         }
         if (index === 2 && !canSolve) {
-            return qsTr("Fill board, ranges, and sizings to enable Solve");
+            return spotObstacle || qsTr("Fill board, ranges, and sizings to enable Solve");
         }
         if (index === 3 && !hasResults) {
             return qsTr("Run a solve to enable Results");

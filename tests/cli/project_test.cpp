@@ -114,6 +114,7 @@ TEST_F(Project, WithoutASolveIsWhatItsPagesShow) {
     EXPECT_LT(from_spot.figures["iterations"], 130);
     const json pages = project["project"];
     EXPECT_EQ(pages["targetExploitability"], 4.5);
+    EXPECT_EQ(pages["exactAllIn"], true);
     project["lastUiCfg"] = json::object();
     project["project"]["startingStreet"] = "flop";  // which the board corrects
     const std::string file = folder_ / "again.tidewellproj";

@@ -52,7 +52,7 @@ TestCase {
             ipAddAllInIfJamLtEnabled: true, ipAddAllInIfJamLtPct: 40, startingPot: 180
         });
         const config = SolveConfig.solveConfig(state);
-        compare(Object.keys(config).length, 11 + 2 * 11 + 3);
+        compare(Object.keys(config).length, 12 + 2 * 11 + 3);
         fuzzyCompare(config.target_exploitability, 0.9, 1e-12);
         for (const [pot, percent, chips] of [[180, 1, 1.8], [0, 1, 0], [-5, 1, 0],
                                              [Infinity, 1, 0], [10, NaN, 0]]) {

@@ -12,6 +12,8 @@ Card {
 
     property string boardText: ""
     property real cardScale: 1
+    // What is wrong with the board; empty for nothing.
+    property string error: ""
     // The slot that is being filled, -1 for none.
     property int editingIndex: -1
     readonly property alias display: display
@@ -56,8 +58,9 @@ Card {
         }
         AppLabel {
             theme: panel.theme
-            text: qsTr("Click a slot to choose its card.")
-            muted: true
+            objectName: "boardHint"
+            text: panel.error !== "" ? panel.error : qsTr("Click a slot to choose its card.")
+            color: panel.error !== "" ? panel.theme.danger : panel.theme.textMuted
             font.pixelSize: Fallback.type.labelMd
             wrapMode: Text.Wrap
             Layout.fillWidth: true

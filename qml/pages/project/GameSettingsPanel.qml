@@ -98,17 +98,23 @@ Card {
             spacing: panel.theme.spaceSm
             Layout.fillWidth: true
 
-            TargetButton {
-                text: qsTr("1%")
-                target: 1
-            }
-            TargetButton {
-                text: qsTr("0.5%")
-                target: 0.5
-            }
-            TargetButton {
-                text: qsTr("0.1%")
-                target: 0.1
+            Repeater {
+                model: [1, 0.5, 0.1]
+
+                SecondaryButton {
+                    required property real modelData
+                    readonly property string _percent:
+                        modelData.toLocaleString(Qt.locale(), "f", -128)
+
+                    theme: panel.theme
+                    compact: true
+                    horizontalPadding: panel.theme.spaceXs
+                    //: On a button that sets the target of the solve
+                    text: qsTr("%1%").arg(_percent)
+                    tip: qsTr("Solve to %1% of the pot").arg(_percent)
+                    onClicked: panel.targetExploitability = modelData
+                    Layout.fillWidth: true
+                }
             }
         }
         Item {
@@ -131,17 +137,6 @@ Card {
         rightPadding: 6
         Layout.preferredWidth: panel.inputColumnWidth
         Layout.minimumWidth: panel.inputColumnWidth
-        Layout.fillWidth: true
-    }
-    component TargetButton: SecondaryButton {
-        required property real target
-
-        theme: panel.theme
-        compact: true
-        horizontalPadding: panel.theme.spaceXs
-        //: On a button that sets the target of the solve; %1 is such as "0.5%"
-        tip: qsTr("Solve to %1 of the pot").arg(text)
-        onClicked: panel.targetExploitability = target
         Layout.fillWidth: true
     }
 }

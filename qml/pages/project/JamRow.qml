@@ -51,6 +51,7 @@ RowLayout {
     }
     AppLabel {
         theme: row.theme
+        //: Stands behind a field for a percentage of the pot
         text: qsTr("% pot")
         muted: true
         font.pixelSize: Fallback.type.labelMd

@@ -150,7 +150,7 @@ AppDialog {
         theme: dialog.theme
         title: qsTr("Delete settings profile")
         text: [qsTr("Are you sure you want to delete this saved profile?"),
-               "“" + (dialog._profile?.name ?? "") + "”",
+               qsTr("“%1”").arg(dialog._profile?.name ?? ""),
                qsTr("This cannot be undone.")].join("\n\n")
         confirmText: qsTr("Delete")
         danger: true

@@ -7,10 +7,12 @@ AppTextField {
     id: field
 
     property string rangeText: ""
+    // Where the range is to be played: some hand must be left beside its cards.
+    property string boardText: ""
 
     // A mistake is marked once the text is finished, and until it is mended.
     property bool _finished: true
-    readonly property string _mistake: TextChecks.checkRange(text)
+    readonly property string _mistake: TextChecks.checkRange(text, boardText)
 
     signal edited(text: string)
 

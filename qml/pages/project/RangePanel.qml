@@ -13,6 +13,7 @@ Card {
 
     // Range grammar, or a percentage of all hands.
     property string rangeText: ""
+    property string boardText: ""
     // What a painted hand gets.
     property real clickWeightPct: 100
 
@@ -28,9 +29,11 @@ Card {
         _set(RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100));
     }
 
+    // Clear goes off and Undo goes away by their own doing: the keyboard goes on to what is next.
     function _clear(): void {
         _keep();
         _set("");
+        undoButton.forceActiveFocus(clearButton.focusReason);
     }
 
     function _keep(): void {
@@ -46,8 +49,12 @@ Card {
 
     function _undo(): void {
         const text = _former[_former.length - 1];
+        const reason = undoButton.focusReason;
         _former = _former.slice(0, -1);
         _set(text);
+        if (_former.length === 0) {
+            matrix.forceActiveFocus(reason);
+        }
     }
 
     function _set(text: string): void {
@@ -82,6 +89,8 @@ Card {
                 Layout.fillWidth: true
 
                 SecondaryButton {
+                    id: undoButton
+
                     objectName: "undoChange"
                     theme: panel.theme
                     compact: true
@@ -91,6 +100,8 @@ Card {
                     onClicked: panel._undo()
                 }
                 SecondaryButton {
+                    id: clearButton
+
                     objectName: "clearRange"
                     theme: panel.theme
                     compact: true
@@ -158,6 +169,7 @@ Card {
                     }
                     AppLabel {
                         theme: panel.theme
+                        //: Stands behind a field for a percentage
                         text: qsTr("%")
                         muted: true
                     }
@@ -165,6 +177,7 @@ Card {
                         objectName: "rangeText"
                         theme: panel.theme
                         rangeText: panel.rangeText
+                        boardText: panel.boardText
                         Accessible.name: panel.title
                         onEdited: text => panel.rangeText = text
                         Layout.fillWidth: true

@@ -4,41 +4,63 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 
-// The head of the page: whether there is a board, whether the solve fits in memory, and the way on.
+// The head of the page: what keeps the spot from being solved, what the solve takes of the memory,
+// and the way on.
 RowLayout {
     id: header
 
     property Theme theme: Fallback.theme
     // Null for none.
     property var controller: null
-    property bool ready: false
+    required property SpotCheck check
     property bool canSolve: false
 
     readonly property real _required: controller?.solveRequiredMemoryBytes ?? 0
     readonly property real _available: controller?.effectiveAvailableMemoryBytes ?? 0
     readonly property bool _tooLarge: Number.isFinite(_required) && Number.isFinite(_available)
         && _required > 0 && _available > 0 && _required > _available
-    // Why there is no way on.
-    readonly property string _obstacle: {
-        if (canSolve) {
-            return "";
-        }
-        return _tooLarge ? qsTr("This solve needs more memory than there is")
-                         : qsTr("Fill board, ranges, and sizings to enable Solve");
-    }
+    // The way on was taken before the estimate was there: it is gone as soon as that fits.
+    property bool _goesOn: false
+    readonly property Item _focused: Window.activeFocusItem
 
     signal continued
 
+    function _tryToGo(): void {
+        if (_goesOn && !check.pending) {
+            _goesOn = false;
+            if (way.active) {
+                continued();
+            }
+        }
+    }
+
     spacing: theme.spaceLg
 
+    // Whoever turns to something else does not want to be taken away from it.
+    on_FocusedChanged: _goesOn = false
+
+    Connections {
+        target: header.check
+
+        function onPendingChanged(): void {
+            answer.restart();
+        }
+    }
+    // An estimate and what follows from it are told one after the other.
+    Timer {
+        id: answer
+
+        interval: 0
+        onTriggered: header._tryToGo()
+    }
     SectionHeader {
         objectName: "pageHead"
         theme: header.theme
         title: qsTr("Project Setup")
-        badge: header.ready ? qsTr("Ready") : qsTr("Setup Required")
-        badgeColor: header.ready ? header.theme.success : header.theme.warn
-    }
-    Item {
+        badge: header.check.badge
+        badgeColor: header.theme[header.check.color]
+        // A line is kept free, so that nothing moves when there is something to say.
+        subtitle: header.check.obstacle || " "
         Layout.fillWidth: true
     }
     ColumnLayout {
@@ -54,30 +76,20 @@ RowLayout {
                 .arg(header.controller?.effectiveAvailableMemoryText || "—")
         }
     }
-    Item {
-        implicitWidth: way.implicitWidth
-        implicitHeight: way.implicitHeight
+    ObstacleButton {
+        id: way
 
-        PrimaryButton {
-            id: way
-
-            objectName: "continueToSolve"
-            anchors.fill: parent
-            theme: header.theme
-            text: qsTr("Continue to Solve →")
-            enabled: header.canSolve
-            Accessible.description: header._obstacle
-            onClicked: header.continued()
-        }
-        // A disabled button does not notice the pointer.
-        HoverHandler {
-            id: hover
-        }
-        AppToolTip {
-            theme: header.theme
-            y: way.height + 6
-            text: header._obstacle
-            visible: hover.hovered && header._obstacle !== ""
+        theme: header.theme
+        buttonName: "continueToSolve"
+        text: qsTr("Continue to Solve →")
+        loading: header._goesOn
+        active: header.canSolve && !header.check.mistake
+        obstacle: header.check.obstacle
+        onClicked: header.continued()
+        // What was typed has been taken over by now, and may be just what was missing.
+        onRefused: {
+            header._goesOn = true;
+            header._tryToGo();
         }
     }
 

@@ -10,14 +10,11 @@ AppTextField {
     property string value: ""
     // A list of raises, in which multiples and caps are sizes too.
     property bool raises: false
-    // The street's switch for an all-in, which belongs to the list.
-    property bool addAllIn: false
 
     signal committed(sizes: string)
 
     function _check(sizes: string): string {
-        return raises ? TextChecks.checkRaiseSizes(sizes, addAllIn)
-                      : TextChecks.checkBetSizes(sizes, addAllIn);
+        return raises ? TextChecks.checkRaiseSizes(sizes) : TextChecks.checkBetSizes(sizes);
     }
 
     implicitWidth: 70

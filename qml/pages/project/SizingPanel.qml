@@ -64,21 +64,18 @@ Card {
                 objectName: "flopBetSizes"
                 label: qsTr("Bet sizes on the flop")
                 value: panel.flopBetSizes
-                addAllIn: panel.flopAddAllIn
                 onCommitted: sizes => panel.flopBetSizes = sizes
             }
             BetSizes {
                 objectName: "turnBetSizes"
                 label: qsTr("Bet sizes on the turn")
                 value: panel.turnBetSizes
-                addAllIn: panel.turnAddAllIn
                 onCommitted: sizes => panel.turnBetSizes = sizes
             }
             BetSizes {
                 objectName: "riverBetSizes"
                 label: qsTr("Bet sizes on the river")
                 value: panel.riverBetSizes
-                addAllIn: panel.riverAddAllIn
                 onCommitted: sizes => panel.riverBetSizes = sizes
             }
 
@@ -87,21 +84,18 @@ Card {
                 objectName: "flopRaiseSizes"
                 label: qsTr("Raise sizes on the flop")
                 value: panel.flopRaiseSizes
-                addAllIn: panel.flopAddAllIn
                 onCommitted: sizes => panel.flopRaiseSizes = sizes
             }
             RaiseSizes {
                 objectName: "turnRaiseSizes"
                 label: qsTr("Raise sizes on the turn")
                 value: panel.turnRaiseSizes
-                addAllIn: panel.turnAddAllIn
                 onCommitted: sizes => panel.turnRaiseSizes = sizes
             }
             RaiseSizes {
                 objectName: "riverRaiseSizes"
                 label: qsTr("Raise sizes on the river")
                 value: panel.riverRaiseSizes
-                addAllIn: panel.riverAddAllIn
                 onCommitted: sizes => panel.riverRaiseSizes = sizes
             }
 

@@ -1,23 +1,31 @@
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
+import "../../logic/solve_config.mjs" as SolveConfig
 import "../../logic/solve_status.mjs" as Status
 
-// How many threads a solve may take.
+// How many threads a solve may take, and how its all-ins are weighed.
 Card {
     id: panel
 
+    // An AppController, or null.
+    property var controller: null
     property int maxThreadCount: 1
+    // As it was asked for; a project may come from a larger machine.
     property int threadCount: 1
+    property bool exactAllIn: false
+    // A solve takes what it was started with.
+    property bool running: false
 
+    readonly property int _usedThreads: SolveConfig.usableThreads(threadCount, maxThreadCount)
     readonly property var _counts: Status.threadCounts(maxThreadCount)
     readonly property var _threadChoiceModel: ["Max", ..._counts]
 
     signal chosen(threads: int)
+    signal exactAllInChosen(exact: bool)
 
     function _threads(count: int): string {
-        return count === 1 ? qsTr("1 thread")
-                           : qsTr("%1 threads").arg(count.toLocaleString(Qt.locale(), "f", 0));
+        return count === 1 ? qsTr("1 thread") : qsTr("%Ln threads", "", count);
     }
 
     function _label(choice: var): string {
@@ -25,12 +33,13 @@ Card {
             return _threads(choice);
         }
         return maxThreadCount === 1 ? qsTr("Max, 1 thread")
-            : qsTr("Max, %1 threads").arg(maxThreadCount.toLocaleString(Qt.locale(), "f", 0));
+                                    : qsTr("Max, %Ln threads", "", maxThreadCount);
     }
 
+    // A number that is none of the choices has no index; the box shows it all the same.
     function _index(): int {
-        return threadCount === maxThreadCount
-            ? 0 : Math.max(0, _threadChoiceModel.indexOf(threadCount));
+        return _usedThreads === maxThreadCount
+            ? 0 : Math.max(0, _threadChoiceModel.indexOf(_usedThreads));
     }
 
     ColumnLayout {
@@ -63,7 +72,10 @@ Card {
                 theme: panel.theme
                 model: panel._threadChoiceModel.map(choice => panel._label(choice))
                 currentIndex: panel._index()
-                Accessible.name: label.text
+                displayText: panel._label(panel._usedThreads === panel.maxThreadCount
+                                          ? "Max" : panel._usedThreads)
+                enabled: !panel.running
+                Accessible.name: qsTr("%1: %2").arg(label.text).arg(displayText)
                 onActivated: index => panel.chosen(index === 0 ? panel.maxThreadCount
                                                               : panel._threadChoiceModel[index])
 
@@ -76,6 +88,25 @@ Card {
                     }
                 }
             }
+        }
+        AppLabel {
+            objectName: "threadsLimited"
+            theme: panel.theme
+            text: qsTr("The project asks for %1, this machine has %2.")
+                .arg(panel._threads(panel.threadCount)).arg(panel._threads(panel.maxThreadCount))
+            color: panel.theme.warn
+            font.pixelSize: Fallback.type.labelMd
+            wrapMode: Text.Wrap
+            visible: panel.threadCount > panel.maxThreadCount
+            Layout.fillWidth: true
+        }
+        ExactAllInRow {
+            theme: panel.theme
+            controller: panel.controller
+            active: panel.exactAllIn
+            enabled: !panel.running
+            onSwitched: active => panel.exactAllInChosen(active)
+            Layout.fillWidth: true
         }
     }
 }

@@ -14,11 +14,48 @@ Card {
     property real targetAmount: 0
     property bool running: false
     property bool canStart: false
+    // Why it cannot be started; empty when it can.
+    property string obstacle: ""
+    property bool cancelling: false
     property bool complete: false
 
     signal started
     signal cancelled
     signal resultsRequested
+
+    // The button that the keyboard was on may have been switched off by the start or the end of a
+    // run: it goes to the one that is wanted next. Whoever has gone elsewhere stays there.
+    function _keepKeyboard(): void {
+        if (!visible || !_isWithin(Window.activeFocusItem)) {
+            return;
+        }
+        if (running) {
+            cancelButton.forceActiveFocus(Qt.TabFocusReason);
+        } else {
+            (complete ? resultsButton : startButton.button).forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
+
+    // Whether the panel lies within an item that has the keyboard for want of any other.
+    function _isWithin(item: Item): bool {
+        for (let outer = panel; outer; outer = outer.parent) {
+            if (outer === item) {
+                return true;
+            }
+        }
+        return item === null;
+    }
+
+    function _street(): string {
+        switch (spot.startingStreet) {
+        case "turn":
+            return qsTr("TURN");
+        case "river":
+            return qsTr("RIVER");
+        default:
+            return qsTr("FLOP");
+        }
+    }
 
     function _number(value: real): string {
         return value.toLocaleString(Qt.locale(), "f", -128);
@@ -50,11 +87,21 @@ Card {
             [spot.oopAddAllInIfJamLtEnabled,
              qsTr("OOP: add all-in if jam < %1% pot").arg(_number(spot.oopAddAllInIfJamLtPct))],
             [spot.ipAddAllInIfJamLtEnabled,
-             qsTr("IP: add all-in if jam < %1% pot").arg(_number(spot.ipAddAllInIfJamLtPct))]
+             qsTr("IP: add all-in if jam < %1% pot").arg(_number(spot.ipAddAllInIfJamLtPct))],
+            [spot.exactAllIn, qsTr("Exact all-in odds")]
         ];
         return all.filter(([enabled]) => enabled).map(([, line]) => line);
     }
 
+    onRunningChanged: keyboard.restart()
+
+    // Once the buttons know of it, too.
+    Timer {
+        id: keyboard
+
+        interval: 0
+        onTriggered: panel._keepKeyboard()
+    }
     ColumnLayout {
         anchors.fill: parent
         spacing: panel.theme.spaceMd
@@ -81,7 +128,7 @@ Card {
             Name { text: qsTr("Street") }
             Value {
                 objectName: "street"
-                text: panel.spot.startingStreet.toUpperCase()
+                text: panel._street()
             }
             Name { text: qsTr("Pot / Stack") }
             Value {
@@ -156,27 +203,34 @@ Card {
             spacing: panel.theme.spaceSm
             Layout.fillWidth: true
 
-            PrimaryButton {
-                objectName: "start"
+            ObstacleButton {
+                id: startButton
+
                 theme: panel.theme
+                buttonName: "start"
                 text: panel.running ? qsTr("Solving...") : qsTr("Start Solve")
                 iconText: panel.running ? "" : "▶"
                 loading: panel.running
-                enabled: panel.canStart
+                active: panel.canStart
+                obstacle: panel.running ? "" : panel.obstacle
                 onClicked: panel.started()
                 Layout.fillWidth: true
             }
             SecondaryButton {
+                id: cancelButton
+
                 objectName: "cancel"
                 theme: panel.theme
                 text: qsTr("Cancel")
                 iconName: "stop"
-                enabled: panel.running
+                enabled: panel.running && !panel.cancelling
                 danger: enabled
                 onClicked: panel.cancelled()
             }
         }
         PrimaryButton {
+            id: resultsButton
+
             objectName: "viewResults"
             theme: panel.theme
             text: qsTr("View Results →")

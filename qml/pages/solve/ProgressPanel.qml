@@ -11,14 +11,19 @@ Card {
 
     required property SolveProgress progress
     required property SolveClock clock
+    property bool cancelling: false
+    // Why nothing can be solved; empty when it can.
+    property string obstacle: ""
 
     function _statusLine(): string {
         if (!progress.controller) {
             return qsTr("Ready to solve");
         }
         if (!progress.running) {
-            return progress.statusText === "Done" ? qsTr("Done")
-                                                  : progress.statusText || qsTr("Ready to solve");
+            return _restingLine();
+        }
+        if (cancelling) {
+            return qsTr("Cancelling...");
         }
         if (progress.isStarting) {
             return qsTr("Starting solver…");
@@ -31,11 +36,26 @@ Card {
         }
         if (progress.currentIteration > 0) {
             return qsTr("Iteration %1 | exploitability=%2")
-                .arg(progress.currentIteration)
+                .arg(progress.currentIteration.toLocaleString(Qt.locale(), "f", 0))
                 .arg(_formatExploitabilityForUi(progress.currentIteration,
                                                 progress.currentExploitabilityValue));
         }
         return progress.statusText;
+    }
+
+    function _restingLine(): string {
+        switch (progress.statusText) {
+        case "Done":
+            return qsTr("Done");
+        case "Cancelled":
+            return qsTr("Cancelled");
+        case "":
+        case qsTranslate("AppController", "Ready"):
+            // The controller knows of no run, but not of the spot.
+            return obstacle || progress.statusText || qsTr("Ready to solve");
+        default:
+            return progress.statusText;
+        }
     }
 
     function _formatExploitabilityForUi(iteration: int, value: real): string {

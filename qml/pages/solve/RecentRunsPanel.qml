@@ -19,10 +19,26 @@ Card {
     }
 
     function _statusName(status: string): string {
-        if (status === "Running") {
+        switch (status) {
+        case "Running":
             return qsTr("Running");
+        case "Completed":
+            return qsTr("Completed");
+        case "Failed":
+            return qsTr("Failed");
+        case "Refused":
+            //: A run that was not even started
+            return qsTr("Refused");
+        default:
+            return qsTr("Cancelled");
         }
-        return status === "Completed" ? qsTr("Completed") : qsTr("Cancelled");
+    }
+
+    // Without the list there is nothing to clear, and the button lets the keyboard go.
+    function _clear(): void {
+        const next = clearButton.nextItemInFocusChain(false);
+        history.clear();
+        next.forceActiveFocus(Qt.BacktabFocusReason);
     }
 
     ColumnLayout {
@@ -36,12 +52,14 @@ Card {
             Layout.fillWidth: true
 
             SecondaryButton {
+                id: clearButton
+
                 objectName: "clearRuns"
                 theme: panel.theme
                 compact: true
                 text: qsTr("Clear")
                 enabled: list.count > 0
-                onClicked: panel.history.clear()
+                onClicked: panel._clear()
             }
         }
         AppLabel {
@@ -81,12 +99,13 @@ Card {
 
                 // See RunHistory.
                 required property var modelData
+                readonly property string _reason: TextChecks.inWords(modelData.reason)
 
                 width: ListView.view.width
                 implicitHeight: 42
                 Accessible.role: Accessible.ListItem
-                Accessible.name: pillText.text + ", " + modelData.startedAt
-                                 + ", " + modelData.summary
+                Accessible.name: [pillText.text, modelData.startedAt, modelData.summary, _reason]
+                    .filter(part => part !== "").join(", ")
 
                 Rectangle {
                     anchors.bottom: parent.bottom
@@ -131,6 +150,21 @@ Card {
                         elide: Text.ElideRight
                         Accessible.ignored: true
                         Layout.fillWidth: true
+                        Layout.maximumWidth: Math.ceil(implicitWidth)
+                    }
+                    AppLabel {
+                        theme: panel.theme
+                        text: run._reason
+                        color: panel.theme.danger
+                        font.pixelSize: Fallback.type.labelMd
+                        elide: Text.ElideRight
+                        visible: text !== ""
+                        Accessible.ignored: true
+                        Layout.fillWidth: true
+                        Layout.minimumWidth: parent.width / 3
+                    }
+                    Item {
+                        Layout.fillWidth: run._reason === ""
                     }
                 }
             }
