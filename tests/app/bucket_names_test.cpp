@@ -10,7 +10,6 @@ namespace tidewell {
 namespace {
 
 struct Marking : QTranslator {
-    bool isEmpty() const override { return false; }
     QString translate(const char* context, const char* text, const char*, int) const override {
         return qstrcmp(context, "HandBuckets") == 0 ? '<' + QString(text) + '>' : QString();
     }

@@ -18,30 +18,15 @@ DocumentCase {
             test.events.push("painted " + hand + (on ? " on " : " off ") + weight);
             matrix.weights = Object.assign({}, matrix.weights, {[hand]: on ? 1 : 0});
         }
-        onStrokeStarted: test.events.push("(")
-        onStrokeEnded: test.events.push(")")
-    }
-    readonly property Component flickableComponent: Flickable {
-        readonly property alias matrix: strokes
-
-        width: 600
-        height: 300
-        contentHeight: 900
-
-        HandMatrix {
-            id: strokes
-
-            editable: true
-            onHandPainted: hand => test.events.push(hand)
-        }
+        onStrokeStarted: () => test.events.push("(")
+        onStrokeEnded: () => test.events.push(")")
     }
     readonly property Component editorComponent: RangeEditor {
         label: "OOP Range"
         onRangeChanged: newRange => rangeText = newRange
-        onStrokeStarted: test.events.push("(")
-        onStrokeEnded: test.events.push(rangeText + ")")
+        onStrokeStarted: () => test.events.push("(")
+        onStrokeEnded: () => test.events.push(rangeText + ")")
     }
-    readonly property Component focusComponent: Item { activeFocusOnTab: true }
     readonly property Component textComponent: TextEdit {}
     property var events: []
 
@@ -73,7 +58,7 @@ DocumentCase {
 
     // Presses on the first place, moves over the others and releases on the last one.
     function stroke(matrix: HandMatrix, path: var, button: int): void {
-        const [first, last] = [path[0], path[path.length - 1]].map(hand => place(matrix, hand));
+        const [first, last] = [place(matrix, path[0]), place(matrix, path[path.length - 1])];
         mousePress(matrix, first.x, first.y, button);
         path.slice(1).forEach(hand => move(matrix, hand));
         mouseRelease(matrix, last.x, last.y, button);
@@ -86,16 +71,13 @@ DocumentCase {
     }
 
     function test_size(): void {
-        const fitting = width => ({autoFitToWidth: true, width: width});
+        const fitting = width => ({autoFitToWidth: true, maxCellSize: 60, width: width});
         for (const [properties, cell, implicitWidth, implicitHeight] of [
-            [{}, 32, 440, 440],
             [{cellSize: 30, cellSpacing: 0, width: 900}, 30, 390, 390],
-            [fitting(560), 41, 440, 557], [fitting(557), 41, 440, 557],
-            [fitting(100), 28, 440, 388], [fitting(2000), 64, 440, 856],
-            [Object.assign({maxCellSize: 40}, fitting(2000)), 40, 440, 544]]) {
+            [fitting(557), 41, 440, 557], [fitting(100), 28, 440, 388], [fitting(999), 60, 440, 804]]) {
             const matrix = make(matrixComponent, properties);
-            compare([matrix.effectiveCellSize, matrix.implicitWidth, matrix.implicitHeight],
-                    [cell, implicitWidth, implicitHeight]);
+            compare(matrix.effectiveCellSize, cell);
+            compare([matrix.implicitWidth, matrix.implicitHeight], [implicitWidth, implicitHeight]);
         }
     }
 
@@ -108,21 +90,15 @@ DocumentCase {
              path: ["AA", "AKs", "AQs", "KQs"], events: "(,AA on 0,AQs on 0,KQs on 0,)"},
             {tag: "clearing", properties: painting, path: ["AKs", "AQs", "AJs"],
              events: "(,AKs off 0.5,AJs off 1,)"},
-            {tag: "painting to and fro", properties: painting, path: ["AA", "AQs", "AA", "AQs"],
-             events: "(,AA on 0,AQs on 0,)"},
-            {tag: "leaping along a row and down a column", properties: painting,
-             path: ["AA", "ATs", "QTs"],
+            {tag: "leaping", properties: painting, path: ["AA", "ATs", "QTs", "ATs"],
              events: "(,AA on 0,AQs on 0,ATs on 0,KTs on 0,QTs on 0,)"},
             {tag: "painting over a gap", properties: painting, path: ["AA", "AA>", "AA", "AA>"],
              events: "(,AA on 0,)"},
-            {tag: "painting from a gap", properties: painting, path: ["AA>", "AKs", "AA"],
-             events: ""},
-            {tag: "painting wins", path: ["AA", "KK"],
-             properties: {editable: true, selectable: true, dragSelectable: true},
-             events: "(,AA on 0,KK on 0,)"},
+            {tag: "painting from a gap", properties: painting, path: ["AA>", "AKs"], events: ""},
+            {tag: "painting wins", path: ["AA", "KK"], events: "(,AA on 0,KK on 0,)",
+             properties: {editable: true, selectable: true, dragSelectable: true}},
             {tag: "a click", properties: choosing, path: ["AKs"], events: "clicked AKs 0.5"},
-            {tag: "a press that goes elsewhere", properties: choosing, path: ["AKs", "AQs"],
-             events: ""},
+            {tag: "a press that moves on", properties: choosing, path: ["AKs", "AQs"], events: ""},
             {tag: "a drag", properties: dragging, path: ["AA", "AA>", "AQs", "AKs", "AKs"],
              events: "(,dragged AA 0,dragged AKs 0.5,dragged AQs 0,dragged AKs 0.5,)"},
             {tag: "only for looking at", path: ["AA", "KK"], events: "beneath",
@@ -154,31 +130,36 @@ DocumentCase {
         matrix.handHovered.connect((hand, weight) => events.push(hand + " " + weight));
         ["AA", "AA", "AA>", "AKs", "KK"].forEach(hand => move(matrix, hand));
         compare(matrix.hoveredHand, "KK");
+        // The hand under the pointer rises over the gap.
+        tryVerify(() => Qt.colorEqual(grabImage(matrix).pixel(33, 50), matrix.theme.strokeFocus));
         mouseMove(test, 599, 599);
+        tryVerify(() => Qt.colorEqual(grabImage(matrix).pixel(33, 50), beneath.color));
         compare(events, ["AA 0", " 0", "AKs 0.5", "KK 0", " 0"]);
     }
 
     function test_keepsItsStrokeFromAFlickable(): void {
-        const flickable = make(flickableComponent);
-        waitForRendering(flickable.matrix);
+        const flickable = createTemporaryQmlObject(
+            "import QtQuick\nFlickable { width: 600; height: 300; contentHeight: 900 }", test);
+        const matrix = matrixComponent.createObject(flickable.contentItem, {editable: true});
+        waitForRendering(matrix);
         const path = ["AA", "AKo", "AQo", "AJo", "ATo", "A9o", "A8o"];
-        stroke(flickable.matrix, path, Qt.RightButton);
+        stroke(matrix, path, Qt.RightButton);
         compare(events, []);
-        stroke(flickable.matrix, path, Qt.LeftButton);
-        compare([events, flickable.contentY], [path, 0]);
+        stroke(matrix, path, Qt.LeftButton);
+        compare([events.length, flickable.contentY], [path.length + 2, 0]);
     }
 
     function test_keys(): void {
+        const {Key_Down: down, Key_Right: right, Key_Left: left, Key_Space: space} = Qt;
         for (const [properties, pressed, hand, expected] of [
             [{editable: true, weights: {KQs: 0.5}},
-             [Qt.Key_Space, Qt.Key_Down, Qt.Key_Right, Qt.Key_Return, Qt.Key_Right, Qt.Key_Enter],
-             "KQs", "(,painted AA on 0,),(,painted KK on 0,),(,painted KQs off 0.5,)"],
+             [space, down, right, Qt.Key_Return, right, Qt.Key_Enter], "KQs",
+             "(,painted AA on 0,),(,painted KK on 0,),(,painted KQs off 0.5,)"],
             [{selectable: true, weights: {A2s: 0.5}},
-             [Qt.Key_End, Qt.Key_Space, Qt.Key_Left, Qt.Key_Up, Qt.Key_Home, Qt.Key_Return],
-             "AA", "clicked A2s 0.5,clicked AA 0"],
-            [{selectable: true, dragSelectable: true},
-             [Qt.Key_Left, Qt.Key_Down, Qt.Key_Space], "AKo", "clicked AKo 0"],
-            [{}, [Qt.Key_Down, Qt.Key_Space], "AA", ""]]) {
+             [Qt.Key_End, space, left, Qt.Key_Up, Qt.Key_Home, Qt.Key_Return], "AA",
+             "clicked A2s 0.5,clicked AA 0"],
+            [{selectable: true, dragSelectable: true}, [left, down, space], "AKo", "clicked AKo 0"],
+            [{}, [down, space], "AA", ""]]) {
             const matrix = shown(properties);
             events = [];
             matrix.forceActiveFocus();
@@ -187,23 +168,19 @@ DocumentCase {
         }
     }
 
+    // The ring lies in the gap around the current hand and is for users of the keyboard.
     function test_tabReachesWhatCanBeUsed(): void {
         const idle = shown({});
         const matrix = shown({selectable: true, weights: {AA: 0.5}});
-        make(focusComponent).forceActiveFocus();
+        const ring = () => grabImage(matrix).pixel(33, 10);
+        beneath.forceActiveFocus();
         keyClick(Qt.Key_Tab);
         verify(matrix.activeFocus && !idle.activeFocus);
-
-        // The ring lies in the gap around the current hand and is for users of the keyboard.
-        const ring = () => grabImage(matrix).pixel(33, 10);
         compareColors(ring(), matrix.theme.strokeFocus, "ring");
         stroke(matrix, ["KK"], Qt.LeftButton);
         mouseMove(test, 599, 599);
         compare([matrix.currentHand, matrix.activeFocus], ["KK", true]);
         compareColors(ring(), beneath.color, "no ring after a click");
-        keys([Qt.Key_Up, Qt.Key_Left]);
-        compareColors(ring(), matrix.theme.strokeFocus, "ring again");
-
         keyClick(Qt.Key_C, Qt.ControlModifier);
         const paper = make(textComponent);
         paper.paste();
@@ -224,19 +201,14 @@ DocumentCase {
 
     // Pixels of the first cells without their labels, over the background of the kind of hand.
     function test_colors(): void {
-        const split = {actionTypes: ["fold", "bet 50%"], actionProbs: {AA: [0.25, 0.75]},
-                       weights: {AA: 1}};
+        const split = {weights: {AA: 1}, actionTypes: ["fold", "bet 50%"], actionProbs: {AA: [0, 1]}};
+        const half = {weights: {AA: 0.5}, weightDisplayMode: "verticalFill"};
+        const bet = theme => Qt.alpha(theme.actionColor("bet 50%"), 0.85);
         for (const [dark, properties, x, y, base, fill] of [
             [false, {}, 5, 5, "surface3"], [true, {}, 39, 5, "surface2"],
-            [false, {}, 5, 39, "surface"], [true, {}, 0, 5, "strokeLight"],
-            [false, {weights: {AA: 0.5}}, 5, 5, "surface3", theme => Qt.alpha(theme.accent, 0.8)],
-            [true, {weights: {AA: 0.5}, weightDisplayMode: "verticalFill"}, 27, 27, "surface3",
-             theme => Qt.alpha(theme.accent, 0.8)],
-            [false, {weights: {AA: 1}, colors: {AA: "#102030"}}, 5, 5, "surface3",
-             () => "#102030"],
-            [true, split, 27, 5, "surface3", theme => Qt.alpha(theme.actionColor("bet 50%"), 0.85)],
-            [false, split, 27, 5, "surface3", theme => Qt.alpha(theme.actionColor("bet 50%"), 0.85)],
-            [true, {selectedHand: "AA"}, 1, 5, "text"]]) {
+            [false, {}, 5, 39, "surface"], [true, {selectedHand: "AA"}, 1, 5, "text"],
+            [true, half, 27, 27, "surface3", theme => Qt.alpha(theme.accent, 0.8)],
+            [true, split, 27, 5, "surface3", bet], [false, split, 27, 5, "surface3", bet]]) {
             changing.dark = !dark;
             const matrix = shown(Object.assign({theme: changing, showLabels: false}, properties));
             changing.dark = dark;
@@ -245,25 +217,17 @@ DocumentCase {
         }
     }
 
-    function test_editorWeights(): void {
+    function test_editorText(): void {
         for (const [text, weights] of [
-            [" ", {}],
             ["AA, aks QJO,72", {AA: 1, AKs: 1, QJo: 1, "72s": 1, "72o": 1}],
-            ["qq+", {AA: 1, KK: 1, QQ: 1}],
+            ["qq+", {AA: 1, KK: 1, QQ: 1}], [" ", {}],
             ["AA:0.5 KK:2, QQ:-1, JJ:x", {AA: 0.5, KK: 2, QQ: -1, JJ: NaN}],
             ["AK:0.5, AKs", {AKs: 1, AKo: 0.5}],
             // Forms that it does not know.
             ["A8s+, 99-22, A, AhKh", {}]]) {
             compare(RangeEditorText.parseWeights(text), weights, text);
         }
-        for (const [text, hand, on, painted] of [
-            ["", "T9s", true, "T9s"],
-            ["22, AKo, 77", "AA", true, "AA, AKo, 77, 22"],
-            ["QQ+:0.5, AK", "KK", false, "AA, AKs, AKo, QQ"],
-            ["AA:0, KK:-1, QQ", "JJ", true, "QQ, JJ"],
-            ["AA", "AA", false, ""]]) {
-            compare(RangeEditorText.paintedText(text, hand, on), painted);
-        }
+        compare(RangeEditorText.paintedText("QQ+:0.5, AK, 22:0", "KK", false), "AA, AKs, AKo, QQ");
     }
 
     function test_editorsPartsFollowEachOther(): void {
@@ -273,8 +237,7 @@ DocumentCase {
         const label = text => all(editor, item => item instanceof Text && item.text === text)[0];
         for (const [button, text, count] of [["50%", "50%", "169 hands"], ["Clear", "", "0 hands"]]) {
             mouseClick(label(button));
-            compare([editor.rangeText, field.text], [text, text]);
-            verify(label(count), count);
+            compare([field.text, label(count) !== undefined], [text, true]);
         }
         editor.rangeText = "KK";
         verify(label("1 hand"));
@@ -283,9 +246,6 @@ DocumentCase {
         mouseClick(field);
         keys([Qt.Key_End, Qt.Key_Comma, Qt.Key_Q, Qt.Key_Q]);
         compare(matrix.weights, {AA: 1, AKs: 1, AQs: 1, KK: 1, QQ: 1});
-        editor.rangeText = "50%";
-        mouseClick(matrix, 15, 15);
-        compare(editor.rangeText.split(", ").length, 168);
     }
 
     name: "HandMatrix"

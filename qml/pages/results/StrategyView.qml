@@ -163,7 +163,7 @@ AppScrollView {
                     weightDisplayMode: "verticalFill"
                     cellSize: 34
                     autoFitToWidth: true
-                    minCellSize: 24
+                    minCellSize: 20
                     showLabels: true
                     selectable: true
                     selectedHand: view.selectedHand
