@@ -62,7 +62,8 @@ FocusScope {
         const text = qsTr("%1, %2%").arg(grid.currentHand).arg(_percent(grid.currentWeight));
         const shares = grid.currentShares;
         const actions = [];
-        for (let i = 0; i < shares.length; ++i) {
+        // On the way from one node to the next the types may be there before the shares.
+        for (let i = 0; i < Math.min(shares.length, actionTypes.length); ++i) {
             //: An action and how often it is taken: "Bet 33%: 40%"
             actions.push(qsTr("%1: %2%").arg(ActionText.label(actionTypes[i], actionTypes[i]))
                                         .arg(_percent(shares[i])));
