@@ -11,7 +11,7 @@ packages_for() {
         qml6-module-qtquick-layouts qml6-module-qtquick-dialogs qml6-module-qt-labs-settings
         qml6-module-qt-labs-folderlistmodel qml6-module-qt5compat-graphicaleffects)
     local test=(libgtest-dev libgmock-dev libbenchmark-dev clang-format-14
-        libxcb1-dev xvfb xauth libgl1-mesa-dri qml6-module-qttest qt6-declarative-dev-tools)
+        xvfb xauth libgl1-mesa-dri qml6-module-qttest qt6-declarative-dev-tools)
     case $1 in
         run) printf '%s\n' "${run[@]}" ;;
         test) printf '%s\n' "${run[@]}" "${test[@]}" ;;

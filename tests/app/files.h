@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QFileInfo>
 #include <QString>
 
 inline void writeFile(const QString& path, const QByteArray& bytes) {
@@ -12,8 +13,9 @@ inline void writeFile(const QString& path, const QByteArray& bytes) {
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-/// Empty for a file that is none.
+/// Empty for what is no file.
 inline QByteArray readFile(const QString& path) {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const bool isFile = QFileInfo(file).isFile();  // a pipe would wait
+    return isFile && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -13,6 +12,8 @@
 #include <QTemporaryDir>
 #include <string>
 #include <vector>
+
+#include "tests/app/files.h"
 
 /// A copy of a program in a folder of its own, with a temporary folder, settings and working folder
 /// that nobody else uses. Its log files are its own, then, and all goes at the end.
@@ -27,11 +28,9 @@ class InstalledProgram {
         setVariable("TMPDIR", path("tmp"));
         setVariable("HOME", path("home"));
         setVariable("XDG_CONFIG_HOME", path("home"));
-        setVariable("XDG_RUNTIME_DIR", path("home"));
         environment_.remove("KESTREL_ENABLE_LOGS");
         environment_.remove("TIDEWELL_ENABLE_LOGS");
         environment_.remove("QT_LOGGING_RULES");
-        QFile::setPermissions(path("home"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
     QString path(const QString& name) const { return folder_.filePath(name); }
@@ -57,14 +56,11 @@ class InstalledProgram {
 /// The lines of a log file without their line feeds, "<time>" for the time that one begins with.
 inline std::vector<std::string> linesOf(const QString& fileName) {
     static const QRegularExpression time(R"(^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3})");
-    QFile file(fileName);
     std::vector<std::string> lines;
-    if (QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly)) {
-        for (QString line : QString::fromUtf8(file.readAll()).split('\n')) {
-            lines.push_back(line.replace(time, "<time>").toStdString());
-        }
-        EXPECT_EQ(lines.back(), "");  // no line is left open
-        lines.pop_back();
+    for (QString line : QString::fromUtf8(readFile(fileName)).split('\n')) {
+        lines.push_back(line.replace(time, "<time>").toStdString());
     }
+    EXPECT_EQ(lines.back(), "");  // no line is left open
+    lines.pop_back();
     return lines;
 }

@@ -1,20 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
-#include <QSettings>
-#include <QTemporaryDir>
 
-// One application for all tests of a process, without a screen, and a settings store that nobody
-// else sees.
+#include "tests/temporary_folder.h"
+
+// One application for all tests of a process, without a screen.
 int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
+    const tidewell_tests::TemporaryHome home;
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QTemporaryDir settings;
-    if (!settings.isValid()) {
-        return 1;
-    }
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     const QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName("TidewellTests");
     QGuiApplication::setApplicationName("TidewellTests");

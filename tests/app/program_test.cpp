@@ -1,59 +1,69 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
 #include <QProcess>
-#include <QRect>
-#include <QSize>
 #include <QString>
 #include <QTest>
 #include <string>
-#include <vector>
 
 #include "tests/app/installed_program.h"
-#include "tests/app/virtual_display.h"
 
 namespace {
 
-void showOn(const VirtualDisplay& display, InstalledProgram& installed) {
-    installed.setVariable("DISPLAY", display.name());
-    installed.setVariable("QT_QPA_PLATFORM", "xcb");
-    installed.setVariable("TIDEWELL_ENABLE_LOGS", "1");
+constexpr int deadline = 60000;  // milliseconds; only a fault gets there
+
+/// A display of its own without a screen to look at and without a window manager.
+class VirtualDisplay {
+  public:
+    VirtualDisplay() {
+        // It chooses a number that is free and tells it when it is ready.
+        server_.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1366x768x24", "-nolisten", "tcp",
+                               "-noreset"});
+        while (!server_.canReadLine() && server_.waitForReadyRead(deadline)) {
+        }
+        name_ = ":" + server_.readLine().trimmed();
+    }
+    ~VirtualDisplay() {
+        server_.terminate();
+        server_.waitForFinished(deadline);
+    }
+
+    QString name() const { return name_; }
+
+  private:
+    QProcess server_;
+    QString name_;
+};
+
+/// What it has logged as less than well.
+std::string complaints(const InstalledProgram& installed) {
+    std::string found;
+    for (const std::string& line : linesOf(installed.appLogPath())) {
+        const bool well = line.find("[INFO]") != std::string::npos;
+        found += well ? std::string() : line + '\n';
+    }
+    return found;
 }
 
-TEST(Program, OpensPaintsAndClosesOnADisplay) {
-    const VirtualDisplay display;
+TEST(Program, StartsWithoutAWarning) {
     InstalledProgram installed(TIDEWELL_PATH);
-    showOn(display, installed);
+    installed.setVariable("TIDEWELL_ENABLE_LOGS", "1");
     QProcess program;
     installed.start(program);
-
-    xcb_window_t window = 0;
-    ASSERT_TRUE(QTest::qWaitFor([&] { return (window = display.find("Tidewell")) != 0; }, deadline))
-        << program.readAllStandardError().toStdString();
-    EXPECT_EQ(display.geometry(window), QRect(34, 19, 1297, 729));
-    // As wide as the Project page would like to be, but for the edges of the screen.
-    EXPECT_EQ(display.minimumSize(window), QSize(1297, 650));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return display.pixel(window, 0, 0) == 0x080B12; }, deadline));
-
-    display.setWorkArea({0, 0, 800, 768});
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return display.minimumSize(window) == QSize(760, 650); }, deadline));
-
-    display.close(window);
-    ASSERT_TRUE(program.waitForFinished(deadline));
-    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(program.exitCode(), 0);
-    const std::vector<std::string> log = linesOf(installed.appLogPath());
-    EXPECT_THAT(log, testing::Contains("<time> [INFO] QML loaded. rootObjects=1"));
-    EXPECT_THAT(log, testing::Each(testing::Not(testing::ContainsRegex("WARN|ERROR|FATAL"))));
-    EXPECT_EQ(linesOf(installed.tempLogPath()), log);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return readFile(installed.appLogPath()).contains("QML loaded. rootObjects=1"); },
+        deadline));
+    program.kill();
+    EXPECT_TRUE(program.waitForFinished(deadline));
+    EXPECT_EQ(complaints(installed), "");
 }
 
 TEST(Program, IsAtHomeInTheHandsOfAPerson) {
     const VirtualDisplay display;
     InstalledProgram installed(WALKTHROUGH_PATH);
-    showOn(display, installed);
+    installed.setVariable("DISPLAY", display.name());
+    installed.setVariable("QT_QPA_PLATFORM", "xcb");
+    installed.setVariable("TIDEWELL_ENABLE_LOGS", "1");
     QProcess program;
     installed.start(program, {"walk.tidewellproj"});
 
@@ -61,8 +71,7 @@ TEST(Program, IsAtHomeInTheHandsOfAPerson) {
     EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
     EXPECT_GT(QFileInfo(installed.path("home/walk.tidewellproj")).size(), 1000);
-    EXPECT_THAT(linesOf(installed.appLogPath()),
-                testing::Each(testing::Not(testing::ContainsRegex("WARN|ERROR|FATAL"))));
+    EXPECT_EQ(complaints(installed), "");
 }
 
 }  // namespace

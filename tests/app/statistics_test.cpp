@@ -6,7 +6,6 @@
 #include <QVariant>
 #include <limits>
 #include <tuple>
-#include <utility>
 
 namespace {
 
@@ -44,24 +43,20 @@ QVariantMap cellOf(const QVariantList& grid, const QString& date) {
 
 TEST_F(StatisticsTest, GridIsWholeWeeksThatEndWithThePresentOne) {
     const QDate monday(2024, 2, 26);  // its week holds a leap day
-    for (const int days : {Statistics::daysOfSixMonths, Statistics::daysOfYear}) {
-        for (int weekday = 0; weekday < 7; ++weekday) {
-            today_ = monday.addDays(weekday);
-            const QVariantList grid = start().solveActivityGrid(days);
-            ASSERT_EQ(grid.size(), days);
-            for (int i = 0; i < days; ++i) {
-                const QVariantMap cell = grid[i].toMap();
-                const QDate date = monday.addDays(7 + i - days);
-                ASSERT_EQ(cell["date"].toString(), date.toString("yyyy-MM-dd"));
-                ASSERT_EQ(cell["isFuture"], QVariant(i > days - 7 + weekday)) << weekday;
-                ASSERT_EQ(cell["isPadding"], QVariant(false));
-            }
+    constexpr int days = Statistics::daysOfYear;
+    for (int weekday = 0; weekday < 7; ++weekday) {
+        today_ = monday.addDays(weekday);
+        const QVariantList grid = start().solveActivityGrid(days);
+        ASSERT_EQ(grid.size(), days);
+        for (int i = 0; i < days; ++i) {
+            const QVariantMap cell = grid[i].toMap();
+            ASSERT_EQ(cell["date"], monday.addDays(7 + i - days).toString("yyyy-MM-dd"));
+            ASSERT_EQ(cell["isFuture"], i > days - 7 + weekday) << weekday;
         }
     }
     const QVariantList filled = start().solveActivityGrid(10);
     ASSERT_EQ(filled.size(), 14);
     EXPECT_EQ(filled[3], QVariant(QVariantMap{{"isPadding", true}}));
-    EXPECT_TRUE(start().solveActivityGrid(-3).isEmpty());
 }
 
 TEST_F(StatisticsTest, SolvesAddUpByDay) {
@@ -74,39 +69,36 @@ TEST_F(StatisticsTest, SolvesAddUpByDay) {
     statistics.recordSolve(50, 0.5, 5000);
     statistics.recordSolve(-5, notANumber, -1);  // a solve, but none of its numbers count
 
-    using Day = std::tuple<QString, int, double, double, int, double>;
-    const Day days[] = {{"2024-05-14", 0, 0, 0, 0, 0},
-                        {"2024-05-15", 2, 200, 0.5, 6000, 3},
-                        {"2024-05-16", 2, 25, 0.25, 5000, 2.5}};
+    const std::tuple<QString, int, double, double, double> days[] = {
+        {"2024-05-14", 0, 0, 0, 0},
+        {"2024-05-15", 2, 200, 0.5, 3},
+        {"2024-05-16", 2, 25, 0.25, 2.5}};
     const QVariantList grid = start().solveActivityGrid(Statistics::daysOfYear);
-    for (const Day& day : days) {
-        const QVariantMap cell = cellOf(grid, std::get<0>(day));
-        EXPECT_EQ(day, Day(cell["date"].toString(), cell["solves"].toInt(),
-                           cell["avgIterations"].toDouble(), cell["avgExploitability"].toDouble(),
-                           cell["runtimeMsSum"].toInt(), cell["avgRuntimeSec"].toDouble()));
+    for (const auto& [date, solves, iterations, exploitability, seconds] : days) {
+        const QVariantMap cell = cellOf(grid, date);
+        EXPECT_EQ(cell["solves"], solves);
+        EXPECT_EQ(cell["avgIterations"], iterations);
+        EXPECT_EQ(cell["avgExploitability"], exploitability);
+        EXPECT_EQ(cell["avgRuntimeSec"], seconds);
     }
 }
 
-TEST_F(StatisticsTest, FirstSolveIsLookedUpOnceInARun) {
+TEST_F(StatisticsTest, HistoryBeginsWithTheFirstSolveOfAnEarlierRun) {
     Statistics first = start();
     EXPECT_EQ(first.firstSolveDateIso(), "");
     first.recordSolve(100, 0.5, 1000);
-    EXPECT_EQ(first.firstSolveDateIso(), "");
-    EXPECT_TRUE(first.solveHistoryDaily().isEmpty());
-
+    EXPECT_EQ(first.firstSolveDateIso(), "") << "looked up once in a run";
     today_ = today_.addDays(2);
     Statistics second = start();
     second.recordSolve(100, 0.5, 500);
     second.recordSolve(100, 0.5, 700);
-    EXPECT_EQ(second.firstSolveDateIso(), "2024-05-15");
-    const QVariantList expected = {
-        QVariantMap{{"date", "2024-05-15"}, {"solves", 1}, {"runtimeMsSum", 1000}},
-        QVariantMap{{"date", "2024-05-16"}, {"solves", 0}, {"runtimeMsSum", 0}},
-        QVariantMap{{"date", "2024-05-17"}, {"solves", 2}, {"runtimeMsSum", 1200}}};
-    EXPECT_EQ(second.solveHistoryDaily(), expected);
-
+    const auto day = [](const char* date, int solves, int runtime) {
+        return QVariantMap{{"date", date}, {"solves", solves}, {"runtimeMsSum", runtime}};
+    };
+    EXPECT_EQ(second.solveHistoryDaily(),
+              QVariantList({day("2024-05-15", 1, 1000), day("2024-05-16", 0, 0),
+                            day("2024-05-17", 2, 1200)}));
     today_ = QDate(2024, 5, 14);
-    EXPECT_EQ(start().firstSolveDateIso(), "2024-05-15");
     EXPECT_TRUE(start().solveHistoryDaily().isEmpty()) << "a first solve after today";
 }
 
@@ -115,10 +107,9 @@ TEST_F(StatisticsTest, FirstSolveDateIsMendedFromTheDays) {
     store("solveActivity/2024-02-29/solves", 2);
     store("solveActivity/2024-01-01/solves", 0);  // no solve
     store("solveActivity/2023-02-29/solves", 1);  // no day
-    store("solveActivity/0001-01-01/solves", 1);
     store("solveActivity/notes/solves", 1);
-    const QVariant damaged[] = {QVariant(), "",           "soon",       "2024-13-01",
-                                -1,         "0001-01-01", "2024-02-30", QStringList{"a", "b"}};
+    const QVariant damaged[] = {QVariant(), "soon", "0001-01-01", "2024-02-30",
+                                QStringList{"a", "b"}};
     for (const QVariant& value : damaged) {
         store("solveActivity/firstSolveDate", value);
         EXPECT_EQ(start().firstSolveDateIso(), "2024-02-29") << value.toString().toStdString();
@@ -131,20 +122,15 @@ TEST_F(StatisticsTest, FirstSolveDateIsMendedFromTheDays) {
 TEST_F(StatisticsTest, HandsCountAsMistakesByVerdictOrLoss) {
     // Told to be a mistake, its loss, whether it counts, and the loss that does.
     const std::tuple<bool, double, int, double> cases[] = {
-        {false, 0, 0, 0},    {true, 0, 1, 0},          {false, 0.5, 1, 0.5},
-        {true, 0.5, 1, 0.5}, {true, notANumber, 1, 0}, {false, notANumber, 0, 0},
-        {false, -0.5, 0, 0}, {false, infinity, 0, 0}};
+        {true, 0, 1, 0},           {false, 0.5, 1, 0.5}, {true, notANumber, 1, 0},
+        {false, notANumber, 0, 0}, {false, -0.5, 0, 0},  {false, infinity, 0, 0}};
     for (const auto& [isMistake, evLoss, mistakes, lossSum] : cases) {
         Statistics statistics = start();
         statistics.clearPlayVsSolutionStats();
-        statistics.recordPlayVsSolutionHand(false, 1);
         statistics.recordPlayVsSolutionHand(isMistake, evLoss);
         const QVariantMap stats = statistics.playVsSolutionStats();
-        for (const QString side : {"total", "today"}) {
-            EXPECT_EQ(stats[side + "Hands"], 2);
-            EXPECT_EQ(stats[side + "Mistakes"], 1 + mistakes) << evLoss;
-            EXPECT_EQ(stats[side + "AvgEvLoss"], (1 + lossSum) / 2) << evLoss;
-        }
+        EXPECT_EQ(stats["totalMistakes"], mistakes) << evLoss;
+        EXPECT_EQ(stats["todayAvgEvLoss"], lossSum) << evLoss;
     }
 }
 
@@ -171,56 +157,24 @@ TEST_F(StatisticsTest, MidnightStartsTodayAnewAndClearingBoth) {
 }
 
 TEST_F(StatisticsTest, DamagedNumbersReadAsNoneAndAreWrittenOver) {
-    const QVariant damaged[] = {"many", "",        -3,      "-3",
-                                "nan",  -infinity, "1e999", QStringList{"1", "2"}};
+    const QVariant damaged[] = {"many", "-3", -infinity, "1e999", QStringList{"1", "2"}};
     for (const QVariant& value : damaged) {
         SCOPED_TRACE(value.toString().toStdString());
-        for (const char* const key : {"solves", "iterationsSum", "runtimeMsSum"}) {
-            store(QString("solveActivity/2024-05-15/") + key, value);
-        }
-        store("solveActivity/2024-05-15/exploitabilitySum", notANumber);
-        for (const char* const key : {"hands", "mistakes", "evLossSum"}) {
-            store(QString("playVsSolution/total/") + key, value);
+        for (const char* const key :
+             {"solveActivity/2024-05-15/solves", "solveActivity/2024-05-15/iterationsSum",
+              "playVsSolution/total/hands", "playVsSolution/total/mistakes",
+              "playVsSolution/total/evLossSum"}) {
+            store(key, value);
         }
         Statistics statistics = start();
         EXPECT_EQ(statistics.solvesToday(), 0);
         statistics.recordSolve(10, 2, 3000);
-        const QVariantMap cell =
-            cellOf(statistics.solveActivityGrid(Statistics::daysOfSixMonths), "2024-05-15");
-        EXPECT_EQ(cell["avgIterations"], 10.0);
-        EXPECT_EQ(cell["avgExploitability"], 2.0);
-        EXPECT_EQ(cell["avgRuntimeSec"], 3.0);
-        EXPECT_EQ(statistics.playVsSolutionStats()["totalAccuracyPct"], 0.0);
+        const QVariantList grid = statistics.solveActivityGrid(Statistics::daysOfSixMonths);
+        EXPECT_EQ(cellOf(grid, "2024-05-15")["avgIterations"], 10.0);
         statistics.recordPlayVsSolutionHand(false, 0.5);
         EXPECT_EQ(statistics.playVsSolutionStats()["totalMistakes"], 1);
         EXPECT_EQ(statistics.playVsSolutionStats()["totalAvgEvLoss"], 0.5);
     }
-}
-
-TEST_F(StatisticsTest, SumsStopAtTheirLimits) {
-    const QVariant mostCounted(std::numeric_limits<int>::max());
-    const QVariant mostWhole(std::numeric_limits<qlonglong>::max());
-    const QVariant mostReal(std::numeric_limits<double>::max());
-    const std::pair<QString, QVariant> limits[] = {
-        {"solveActivity/2024-05-15/solves", mostCounted},
-        {"solveActivity/2024-05-15/iterationsSum", mostWhole},
-        {"solveActivity/2024-05-15/exploitabilitySum", mostReal},
-        {"solveActivity/2024-05-15/runtimeMsSum", mostWhole},
-        {"playVsSolution/total/mistakes", mostCounted},
-        {"playVsSolution/2024-05-15/hands", mostCounted},
-        {"playVsSolution/2024-05-15/evLossSum", mostReal}};
-    for (const auto& [key, limit] : limits) {
-        store(key, limit);
-    }
-    store("solveActivity/2024-05-15/solves", "99999999999");
-    Statistics statistics = start();
-    statistics.recordSolve(1000, mostReal.toDouble(), 1);
-    statistics.recordPlayVsSolutionHand(true, mostReal.toDouble());
-    for (const auto& [key, limit] : limits) {
-        EXPECT_EQ(QSettings().value(key), limit) << key.toStdString();
-    }
-    EXPECT_EQ(statistics.playVsSolutionStats()["totalAccuracyPct"], 0.0)
-        << "more mistakes than hands";
 }
 
 }  // namespace

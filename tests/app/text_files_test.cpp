@@ -49,9 +49,7 @@ TEST_F(TextFiles, ReadsAtMostTwoMebibytes) {
     write("full.txt", QByteArray(readLimit, 'x'));
     EXPECT_EQ(readTextFile(url("full.txt"))["text"].toString().size(), readLimit);
     write("over.txt", QByteArray(readLimit + 1, 'x'));
-    EXPECT_EQ(readTextFile(url("over.txt")),
-              QVariantMap(
-                  {{"ok", false}, {"error", "File is too large (2097153 bytes)."}, {"text", ""}}));
+    EXPECT_EQ(readTextFile(url("over.txt"))["error"], "File is too large (2097153 bytes).");
     EXPECT_TRUE(readTextFile(QUrl("file:///proc/self/status"))["text"].toString().contains("Name:"))
         << "made while it is read, of no size before";
 }

@@ -8,9 +8,7 @@
 #include <QFile>
 #include <QNetworkProxyFactory>
 #include <QSettings>
-#include <QSignalSpy>
 #include <QTemporaryDir>
-#include <cmath>
 #include <functional>
 #include <memory>
 #include <tuple>
@@ -66,19 +64,19 @@ class UpdateManagerTest : public testing::Test {
         qputenv("TMPDIR", formerTemp);
     }
 
-    std::unique_ptr<UpdateManager> makeManager() { return std::make_unique<UpdateManager>(host); }
-
-    /// A manager that starts with a cached manifest.
-    std::unique_ptr<UpdateManager> makeManagerKnowing(const QByteArray& manifest) {
-        QSettings().setValue("updates/cachedManifestJson", QString::fromUtf8(manifest));
-        return makeManager();
+    /// A manager that starts with this manifest from before.
+    std::unique_ptr<UpdateManager> makeManager(const QByteArray& manifest = {}) {
+        if (!manifest.isEmpty()) {
+            QSettings().setValue("updates/cachedManifestJson", QString::fromUtf8(manifest));
+        }
+        return std::make_unique<UpdateManager>(host);
     }
 
     /// A manager that knows of an update at a path of the server, and what the server says there.
     std::unique_ptr<UpdateManager> makeManagerFor(const QString& path, const QByteArray& answer,
                                                   After after = After::Close) {
         server.answer(path.toUtf8(), answer, after);
-        return makeManagerKnowing(manifestFor(server.address(path)));
+        return makeManager(manifestFor(server.address(path)));
     }
 
     void check(UpdateManager& manager, const QString& address) {
@@ -114,39 +112,35 @@ class UpdateManagerTest : public testing::Test {
 }  // namespace
 
 TEST(UpdateManifest, VersionsCompareByTheirNumbersAlone) {
-    using Case = std::tuple<const char*, const char*, bool>;
-    const Case cases[] = {{"1.2.2", " v1.2.3-beta+5 ", true},
-                          {"1.2.3", "v1.2.3-beta+5", false},
-                          {"1.9", "V1.10", true},
-                          {"2.0", "1.9.9", false},
-                          {"1.0", "", false},
-                          {"", "1.0", false},
-                          {"1.0", "1.0+9-9", false}};
+    const std::tuple<const char*, const char*, bool> cases[] = {{"1.2.2", " v1.2.3-beta+5 ", true},
+                                                                {"1.2.3", "v1.2.3-beta+5", false},
+                                                                {"1.9", "V1.10", true},
+                                                                {"2.0", "1.9.9", false},
+                                                                {"1.0", "", false},
+                                                                {"1.0", "1.0+9-9", false}};
     for (const auto& [current, latest, newer] : cases) {
         EXPECT_EQ(tidewell::isNewerVersion(current, latest), newer) << current << " to " << latest;
     }
 }
 
 TEST(UpdateManifest, InstallerNamesStayInTheirFolder) {
-    const std::pair<const char*, QString> cases[] = {
-        {"/get/Setup%202.exe?x=/other.exe", "Setup 2.exe"},
-        {"/get/S%C3%A4ge.exe", "Säge.exe"},
-        {"/get/..%2F..%2Fevil.exe", "evil.exe"},
-        {"/get/..%5C..%5Cevil.exe", "evil.exe"}};
-    const char* const unnamed[] = {"/get/",           "/get/a%2F",       "",
-                                   "/get/x%2F%2e%2e", "/get/%20.bashrc", "/get/C%3Aevil.exe",
-                                   "/get/a%00.exe",   "/get/a%0Ab.exe",  "/get/%E2%80%AEexe.txt"};
+    const std::tuple<const char*, const char*, QString> cases[] = {
+        {"/get/Setup%202.exe?x=/other.exe", "2.0", "Setup 2.exe"},
+        {"/get/S%C3%A4ge.exe", "2.0", "Säge.exe"},
+        {"/get/..%2F..%2Fevil.exe", "2.0", "evil.exe"},
+        {"/get/..%5C..%5Cevil.exe", "2.0", "evil.exe"},
+        {"/", "../../evil", "Tidewell-Setup-latest.exe"},
+        {"/", "2\n0", "Tidewell-Setup-latest.exe"}};
     const auto named = [](const QString& path, const char* version) {
         return tidewell::installerFileName(QUrl("https://host.invalid" + path), version);
     };
-    for (const auto& [path, name] : cases) {
-        EXPECT_EQ(named(path, "2.0"), name);
+    for (const auto& [path, version, name] : cases) {
+        EXPECT_EQ(named(path, version), name);
     }
-    for (const char* const path : unnamed) {
+    for (const char* const path :
+         {"/get/", "/get/a%2F", "", "/get/x%2F%2e%2e", "/get/%20.bashrc", "/get/C%3Aevil.exe",
+          "/get/a%00.exe", "/get/a%0Ab.exe", "/get/%E2%80%AEexe.txt"}) {
         EXPECT_EQ(named(path, " 2.0 "), "Tidewell-Setup-2.0.exe") << path;
-    }
-    for (const char* const version : {" ", "../../evil", "2\\..\\0", "2\n0"}) {
-        EXPECT_EQ(named("/", version), "Tidewell-Setup-latest.exe") << version;
     }
 }
 
@@ -160,18 +154,12 @@ TEST_F(UpdateManagerTest, ChoosesTheManifestAddress) {
     EXPECT_EQ(address(), "http://first.invalid");
 
     const auto manager = makeManager();
-    const QSignalSpy changed(manager.get(), &UpdateManager::manifestUrlChanged);
-    manager->setManifestUrl("http://first.invalid//");
-    EXPECT_EQ(changed.count(), 0);
     manager->setManifestUrl(" http://chosen.invalid/ ");
-    EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(address(), "http://chosen.invalid");
-
     manager->setManifestUrl("");
     EXPECT_EQ(address(), "http://first.invalid");
     manager->checkNow();
     EXPECT_EQ(manager->lastError(), "Update URL is not configured.");
-    EXPECT_TRUE(manager->lastCheckedAt().isValid());
 }
 
 TEST_F(UpdateManagerTest, ACheckFindsAnUpdateAndTheNextStartKnowsOfIt) {
@@ -180,15 +168,9 @@ TEST_F(UpdateManagerTest, ACheckFindsAnUpdateAndTheNextStartKnowsOfIt) {
     server.answer("/moved.json", httpRedirect(server.address("/latest.json")));
     server.answer("/latest.json", httpAnswer(200, manifest));
     auto manager = makeManager();
-    const QSignalSpy busy(manager.get(), &UpdateManager::busyChanged);
-    check(*manager, "no address");
-    EXPECT_TRUE(manager->lastError().startsWith("Update check failed: "));
     check(*manager, server.address("/moved.json"));
-    EXPECT_EQ(busy.count(), 4);
-    ASSERT_EQ(server.requests().size(), 2);
-    EXPECT_TRUE(server.requests().first().contains("Accept: application/json\r\n"));
+    EXPECT_TRUE(server.requests().value(0).contains("Accept: application/json\r\n"));
     const QDateTime found = manager->lastSuccessAt();
-    EXPECT_EQ(found.timeSpec(), Qt::UTC);
 
     for (int start = 0; start < 2; ++start) {
         EXPECT_EQ(manager->lastError(), "");
@@ -199,13 +181,9 @@ TEST_F(UpdateManagerTest, ACheckFindsAnUpdateAndTheNextStartKnowsOfIt) {
         EXPECT_EQ(manager->lastSuccessAt(), found);
         manager = makeManager();
     }
-    EXPECT_FALSE(manager->lastCheckedAt().isValid());
     EXPECT_EQ(server.requests().size(), 2);
-
     manager->clearState();
-    EXPECT_FALSE(manager->updateAvailable() || manager->downloadUrl().isValid() ||
-                 manager->lastSuccessAt().isValid());
-    EXPECT_EQ(manager->latestVersion() + manager->releaseNotes(), "");
+    EXPECT_FALSE(manager->updateAvailable() || manager->lastSuccessAt().isValid());
     EXPECT_EQ(makeManager()->latestVersion(), "");
     EXPECT_EQ(makeManager()->manifestUrl(), server.address("/moved.json"));
 }
@@ -218,7 +196,7 @@ TEST_F(UpdateManagerTest, OffersOnlyANewerVersionThatCanBeHad) {
         {R"({"version": "9.0", "url": "http://[half"})", false},
         {R"({"version": "9.0"})", false}};
     for (const auto& [manifest, offered] : cases) {
-        EXPECT_EQ(makeManagerKnowing(manifest)->updateAvailable(), offered) << manifest;
+        EXPECT_EQ(makeManager(manifest)->updateAvailable(), offered) << manifest;
     }
 }
 
@@ -240,7 +218,7 @@ TEST_F(UpdateManagerTest, AFailedCheckTellsWhyAndKeepsTheLastManifest) {
     for (const auto& [path, answer, error, after] : cases) {
         const bool slow = QString(path).startsWith("/slow");
         host.checkLimit = slow ? 300ms : tidewell::UpdateHost().checkLimit;
-        const auto manager = makeManagerKnowing(good);
+        const auto manager = makeManager(good);
         server.answer(path, answer, after);
         check(*manager, server.address(path));
         EXPECT_TRUE(manager->lastError().startsWith(error)) << path;
@@ -263,9 +241,7 @@ TEST_F(UpdateManagerTest, StoresADownloadAndWritesNothingOutsideTheFolder) {
     finishDownload(*manager);
     EXPECT_EQ(manager->lastError(), "");
     EXPECT_TRUE(manager->downloaded() && manager->canInstall());
-    EXPECT_EQ(manager->downloadedFilePath(), inside + "/kept");
-    EXPECT_EQ(readFile(inside + "/kept"), installer);
-    EXPECT_EQ(manager->downloadProgress(), 1.0);
+    EXPECT_EQ(readFile(manager->downloadedFilePath()), installer);
     EXPECT_EQ(readFile(folder.filePath("kept")), "kept");
     EXPECT_EQ(QDir(inside).entryList(QDir::Files | QDir::Hidden), QStringList("kept"));
     EXPECT_EQ(storedFiles(), QStringList({"inside", "kept"}));
@@ -317,13 +293,13 @@ TEST_F(UpdateManagerTest, TouchesOnlyWebAddresses) {
     for (const char* const address :
          {"file:///etc/hostname", "ftp://host.invalid/s", "s.exe", "http:s", "x-open:now", ""}) {
         for (const auto act : {&UpdateManager::downloadNow, &UpdateManager::openDownloadUrl}) {
-            const auto manager = makeManagerKnowing(manifestFor(address));
+            const auto manager = makeManager(manifestFor(address));
             (manager.get()->*act)();
             EXPECT_EQ(manager->lastError(), "No download URL available.") << address;
             EXPECT_FALSE(manager->downloadBusy()) << address;
         }
     }
-    makeManagerKnowing(manifestFor("https://host.invalid/s"))->openDownloadUrl();
+    makeManager(manifestFor("https://host.invalid/s"))->openDownloadUrl();
     EXPECT_EQ(opened, QStringList("https://host.invalid/s"));
 }
 
@@ -337,9 +313,6 @@ TEST_F(UpdateManagerTest, UpdateNowDownloadsOnceAndStartsTheInstaller) {
     const QString path = folder.filePath("s.run");
     const QString trace = folder.filePath("trace");
     const QByteArray script = "#!/bin/sh\nprintf 'ran%s' \"$*\" > '" + trace.toUtf8() + "'\n";
-    const auto isStarted = [&] {
-        return readFile(trace) == "ran" + tidewell::installerArguments().join(' ').toUtf8();
-    };
     host.startInstaller = tidewell::startInstaller;
     manager = makeManagerFor("/s.run", httpAnswer(200, "#!/no/such/interpreter\n"));
     manager->updateNow();
@@ -347,46 +320,17 @@ TEST_F(UpdateManagerTest, UpdateNowDownloadsOnceAndStartsTheInstaller) {
     EXPECT_EQ(manager->lastError(), "Failed to launch installer.");
     EXPECT_EQ(quits, 0);
 
-    writeFile(path, script);
-    manager->updateNow();
-    EXPECT_TRUE(waitUntil(isStarted));
-    EXPECT_EQ(quits, 1);
-    EXPECT_EQ(server.requests().size(), 1);
-
-    ASSERT_TRUE(QFile::remove(path) && QFile::remove(trace));
+    ASSERT_TRUE(QFile::remove(path));
     manager->installNow();
     EXPECT_EQ(manager->lastError(), "Downloaded installer file is missing.");
     server.answer("/s.run", httpAnswer(200, script));
     manager->updateNow();
-    EXPECT_TRUE(waitUntil(isStarted));
+    EXPECT_TRUE(waitUntil([&] {
+        return readFile(trace) == "ran" + tidewell::installerArguments().join(' ').toUtf8();
+    }));
+    EXPECT_EQ(quits, 1);
     EXPECT_EQ(manager->lastError(), "");
     EXPECT_EQ(server.requests().size(), 2);
-}
-
-TEST_F(UpdateManagerTest, ADownloadHoldsOffEverythingElse) {
-    const QByteArray half(50'000, 'x');
-    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, half, 100'000), After::Hold);
-    manager->installNow();
-    EXPECT_NE(manager->lastError(), "");
-    manager->downloadNow();
-    ASSERT_TRUE(waitUntil([&] { return server.holds(); }));
-
-    manager->setManifestUrl(server.address("/latest.json"));
-    manager->checkNow();
-    manager->updateNow();
-    manager->installNow();
-    manager->downloadNow();
-    EXPECT_TRUE(manager->lastCheckedAt().isValid());
-    EXPECT_FALSE(manager->busy());
-    EXPECT_TRUE(manager->downloadBusy());
-    EXPECT_EQ(manager->lastError(), "");
-
-    server.writeHeld(half);
-    finishDownload(*manager);
-    EXPECT_EQ(readFile(manager->downloadedFilePath()), half + half);
-    EXPECT_EQ(server.requests().size(), 1);
-    passAPoll();
-    EXPECT_TRUE(started.isEmpty());
 }
 
 TEST_F(UpdateManagerTest, ClearingOrEndingGivesUpADownload) {
@@ -399,32 +343,14 @@ TEST_F(UpdateManagerTest, ClearingOrEndingGivesUpADownload) {
             server.writeHeld("x");
             return manager->downloadProgress() > 0.0;
         }));
-        EXPECT_EQ(manager->downloadBytesTotal(), total);
-        EXPECT_EQ(std::ldexp(manager->downloadProgress(), 30), manager->downloadBytesReceived());
         if (ending) {
             manager.reset();
         } else {
             manager->clearState();
             EXPECT_FALSE(manager->downloadBusy());
-            EXPECT_EQ(manager->downloadBytesReceived(), 0);
-            EXPECT_EQ(manager->downloadedFilePath() + manager->lastError(), "");
         }
         EXPECT_EQ(storedFiles(), QStringList());
         passAPoll();
     }
-    EXPECT_TRUE(started.isEmpty());
-}
-
-TEST_F(UpdateManagerTest, WaitsForADownloadOnlySoLong) {
-    host.installPoll = 0ms;  // one poll each time round the event loop
-    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, "", 9), After::Hold);
-    manager->updateNow();
-    int rounds = 0;
-    ASSERT_TRUE(waitUntil([&rounds, this] { return ++rounds > 1000 && server.holds(); }));
-    server.writeHeld("installer");
-    finishDownload(*manager);
-    EXPECT_TRUE(manager->downloaded());
-    rounds = 0;
-    ASSERT_TRUE(waitUntil([&rounds] { return ++rounds > 10; }));
     EXPECT_TRUE(started.isEmpty());
 }

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/temporary_folder.h"
+#include "tests/temporary_folder.h"
 
 namespace tidewell_platform {
 namespace {
@@ -37,7 +37,7 @@ class MemoryInfo : public testing::Test {
         write(name, std::to_string(bytes) + "\n");
     }
 
-    const TemporaryFolder folder_;
+    const tidewell_tests::TemporaryFolder folder_;
     const fs::path root_ = folder_.path();
 };
 

@@ -11,7 +11,7 @@
 #include <fstream>
 #include <utility>
 
-#include "tests/platform/temporary_folder.h"
+#include "tests/temporary_folder.h"
 
 namespace tidewell_platform {
 namespace {
@@ -28,7 +28,7 @@ void make_socket(const std::string& path) {
 }
 
 TEST(RegularFile, OpensNothingElseAndNeverWaits) {
-    const TemporaryFolder root;
+    const tidewell_tests::TemporaryFolder root;
     const auto path = [&](const std::string& name) { return (root.path() / name).string(); };
     std::ofstream(path("file")) << "text";
     std::ofstream(path("no\xFFutf8")) << "text";

@@ -1,21 +1,18 @@
 #pragma once
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QtQuickTest>
 
 #include "app/app_controller.h"
 #include "app/graphics_backend.h"
 #include "app/language_manager.h"
 #include "app/update/update_manager.h"
+#include "tests/temporary_folder.h"
 
-/// What a document finds: the program's own objects, anew for each test file, over a settings store
-/// that nobody else sees.
+/// What a document finds: the program's own objects, anew for each test file.
 class Surroundings : public QObject {
     Q_OBJECT
 
@@ -24,9 +21,6 @@ class Surroundings : public QObject {
     void applicationAvailable() {
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         tidewell::chooseGraphicsBackend();
-        for (const QSettings::Format format : {QSettings::NativeFormat, QSettings::IniFormat}) {
-            QSettings::setPath(format, QSettings::UserScope, settings_.path());
-        }
         QGuiApplication::setOrganizationName(QStringLiteral("TidewellTests"));
         QGuiApplication::setApplicationName(QStringLiteral("TidewellTests"));
         QGuiApplication::setApplicationVersion(QStringLiteral("1.0.4"));
@@ -44,5 +38,6 @@ class Surroundings : public QObject {
     }
 
   private:
-    QTemporaryDir settings_;
+    // Stands before the application does: the runner takes over later.
+    const tidewell_tests::TemporaryHome home_;
 };

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace tidewell_platform {
+namespace tidewell_tests {
 
 /// A folder that goes with all that is in it.
 class TemporaryFolder {
@@ -28,4 +28,19 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
-}  // namespace tidewell_platform
+/// As long as it lives, all that this process and those that it starts keep for their user, from
+/// settings to caches, lies in a folder that goes with it. To be made before anything asks for one.
+class TemporaryHome {
+  public:
+    TemporaryHome() {
+        for (const char* const name : {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME",
+                                       "XDG_DATA_HOME", "XDG_RUNTIME_DIR", "XDG_STATE_HOME"}) {
+            setenv(name, folder_.path().c_str(), 1);
+        }
+    }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+}  // namespace tidewell_tests
