@@ -17,10 +17,6 @@ DocumentCase {
         text: "Press"
         clickable: true
     }
-    readonly property Component mouseArea: MouseArea {
-        width: 200
-        height: 100
-    }
     readonly property var sorts: [
         {tag: "PrimaryButton", component: primary}, {tag: "SecondaryButton", component: secondary},
         {tag: "IconButton", component: iconButton, name: "Does it"},
@@ -111,17 +107,6 @@ DocumentCase {
                 control.destroy();
             }
         }
-    }
-
-    // A chip that only says something lets clicks through to what it lies on.
-    function test_plainChipLetsClicksThrough(): void {
-        const area = make(mouseArea);
-        const clicked = spyOn(area, "clicked");
-        const control = createTemporaryObject(chip, area, {clickable: false});
-        mouseClick(control, 10, 10);
-        compare(clicked.count, 1);
-        verify(!control.activeFocusOnTab);
-        compare(control.Accessible.role, Accessible.StaticText);
     }
 
     function test_tipShowsOnHover(): void {

@@ -133,19 +133,6 @@ DocumentCase {
         compare([accepted.count, rejected.count], [row.accepted ?? 0, row.rejected ?? 0]);
     }
 
-    function test_dialogHoldsItsContent(): void {
-        const dialog = make(confirm);
-        dialog.open();
-        tryVerify(() => dialog.opened);
-        const height = dialog.height;
-        const width = dialog.width;
-        dialog.text = "A question that is so long that it needs two lines, because it tells in "
-                      + "all detail what will be lost for ever";
-        tryVerify(() => dialog.height > height);
-        compare(dialog.width, width);
-        fuzzyCompare(dialog.x + dialog.width / 2, dialog.parent.width / 2, 1);
-    }
-
     function test_scrollBarOnlyWhereThereIsSomethingToScroll(): void {
         const view = make(scroll);
         const bar = Finding.inTree(view, item => item instanceof AppScrollBar

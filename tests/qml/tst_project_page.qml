@@ -176,8 +176,8 @@ DocumentCase {
         tryVerify(() => !find("profileList").visible);
 
         mouseClick(openProfiles(0));
-        const question = Finding.inTree(page, item => item instanceof ConfirmDialog);
         mouseClick(find("deleteProfile"));
+        const question = Finding.inTree(page, item => item instanceof ConfirmDialog);
         tryVerify(() => question.opened && question.text.includes("“A”"));
         const isYes = item => item.visible && item.text === "Delete";
         mouseClick(Array.from(question.buttons).find(isYes));

@@ -13,6 +13,7 @@ DocumentCase {
         ipRangeText: "99,AJs,A6s,54s", startingPot: 10, effectiveStack: 40,
         maxIterations: 40, targetExploitability: 0, threadCount: 2
     })
+    readonly property Component shellComponent: AppShell {}
 
     function init(): void {
         failOnWarning(/.?/);
@@ -118,20 +119,26 @@ DocumentCase {
         compare(shell.navIndex, 0);
     }
 
-    function test_homeActions(): void {
-        for (const [action, preset] of [["newProject", "newProjectPreset"],
-                                        ["quickSolve", "customerQuickSolvePreset"]]) {
-            shell.homePage[action]();
-            compare([shell.navIndex, shell.hasProject, shell.unsavedChanges], [1, true, false]);
-            compare(shell.exportProjectState(), shell[preset]);
-            compare(controller.resultIterations, 0);
+    // What nobody has visited is not there; what is visited finds the project as it is.
+    function test_pagesAreBuiltWhenVisited(): void {
+        const fresh = make(shellComponent, {controller: controller});
+        verify(fresh.homePage && !fresh.projectPage && !fresh.solvePage && !fresh.resultsPage);
+        verify(!Finding.inTree(fresh, item => item instanceof AppDialog));
+        fresh.applyProjectState(Object.assign({}, river, {startingStreet: "turn"}));
+        const before = fresh.exportProjectState();
+        for (const index of [1, 2, 3, 4]) {
+            fresh.navIndex = index;
         }
+        compare(fresh.exportProjectState(), before);
+        compare([fresh.projectPage.ipRangeText, fresh.solvePage.threadCount,
+                 fresh.resultsPage.boardText], [river.ipRangeText, 2, river.boardText]);
     }
 
     // A page that changes a property of its own ends its binding; the next project is shown
     // all the same.
     function test_pagesFollow(): void {
         shell.homePage.quickSolve();
+        compare(shell.exportProjectState(), shell.customerQuickSolvePreset);
         const page = shell.projectPage;
         page.boardText = "AsKsQs2d";
         page.startingPot = 33;
@@ -153,8 +160,11 @@ DocumentCase {
             }
             compare(shell.solvePage[key], loaded[key], key);
         }
-        shell.rakeCap = 7;
-        compare([page.rakeCap, shell.solvePage.rakeCap], [7, 7]);
+        // What is nothing or of another kind changes nothing.
+        shell.applyProjectState(null);
+        shell.applyProjectState({startingPot: "a lot", rakeCap: null, unknown: 1, rakePercent: 2.5});
+        compare(shell.exportProjectState(), Object.assign(loaded, {rakePercent: 2.5}));
+        compare([page.rakePercent, shell.solvePage.rakePercent], [2.5, 2.5]);
     }
 
     // The results stay those of the spot that was solved, whatever is set up next.
@@ -170,16 +180,6 @@ DocumentCase {
                 [river.boardText, river.boardText, 5, true]);
         shell.resetToNewProject();
         compare([page.boardText, page.setupChanged], ["", false]);
-    }
-
-    function test_applyProjectState(): void {
-        shell.resetToDefaults();
-        const before = shell.exportProjectState();
-        shell.applyProjectState(null);
-        shell.applyProjectState({startingPot: "a lot", rakeCap: null, unknown: 1});
-        compare(shell.exportProjectState(), before);
-        shell.applyProjectState({rakePercent: 2.5});
-        compare(shell.exportProjectState(), Object.assign(before, {rakePercent: 2.5}));
     }
 
     function test_saveAndUnsavedChanges(): void {

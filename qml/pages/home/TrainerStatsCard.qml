@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
@@ -40,7 +42,7 @@ Card {
                 compact: true
                 danger: enabled
                 enabled: card._totalHands > 0
-                onClicked: question.open()
+                onClicked: (question.get() as ConfirmDialog).open()
             }
         }
         GridLayout {
@@ -81,13 +83,15 @@ Card {
         }
     }
 
-    ConfirmDialog {
+    OnDemand {
         id: question
 
-        theme: card.theme
-        title: qsTr("Clear Play vs. Solution Stats")
-        text: qsTr("Clear all Play vs. Solution statistics (today + total)?")
-        danger: true
-        onAccepted: card.clearConfirmed()
+        ConfirmDialog {
+            theme: card.theme
+            title: qsTr("Clear Play vs. Solution Stats")
+            text: qsTr("Clear all Play vs. Solution statistics (today + total)?")
+            danger: true
+            onAccepted: card.clearConfirmed()
+        }
     }
 }

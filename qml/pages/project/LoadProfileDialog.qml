@@ -51,7 +51,7 @@ AppDialog {
             text: qsTr("Delete")
             danger: enabled
             enabled: dialog._selected !== ""
-            onClicked: confirmation.open()
+            onClicked: (confirmation.get() as ConfirmDialog).open()
         },
         PrimaryButton {
             objectName: "loadProfile"
@@ -144,21 +144,23 @@ AppDialog {
             visible: false
         }
     }
-    ConfirmDialog {
+    OnDemand {
         id: confirmation
 
-        theme: dialog.theme
-        title: qsTr("Delete settings profile")
-        text: [qsTr("Are you sure you want to delete this saved profile?"),
-               qsTr("“%1”").arg(dialog._profile?.name ?? ""),
-               qsTr("This cannot be undone.")].join("\n\n")
-        confirmText: qsTr("Delete")
-        danger: true
-        onAccepted: {
-            const id = dialog._selected;
-            dialog._select("");
-            dialog.deleted(id);
-            list.focus = true;
+        ConfirmDialog {
+            theme: dialog.theme
+            title: qsTr("Delete settings profile")
+            text: [qsTr("Are you sure you want to delete this saved profile?"),
+                   qsTr("“%1”").arg(dialog._profile?.name ?? ""),
+                   qsTr("This cannot be undone.")].join("\n\n")
+            confirmText: qsTr("Delete")
+            danger: true
+            onAccepted: {
+                const id = dialog._selected;
+                dialog._select("");
+                dialog.deleted(id);
+                list.focus = true;
+            }
         }
     }
 }

@@ -53,28 +53,32 @@ Card {
             objectName: "loadSettings"
             text: qsTr("Load settings")
             iconName: "folder-open"
-            onClicked: loadDialog.openFresh()
+            onClicked: (loadDialog.get() as LoadProfileDialog).openFresh()
         }
         ProfileButton {
             objectName: "saveSettings"
             text: qsTr("Save settings")
             iconName: "save"
-            onClicked: saveDialog.openFresh()
+            onClicked: (saveDialog.get() as SaveProfileDialog).openFresh()
         }
     }
-    SaveProfileDialog {
+    OnDemand {
         id: saveDialog
 
-        theme: panel.theme
-        onNamed: name => panel._save(name)
+        SaveProfileDialog {
+            theme: panel.theme
+            onNamed: name => panel._save(name)
+        }
     }
-    LoadProfileDialog {
+    OnDemand {
         id: loadDialog
 
-        theme: panel.theme
-        profiles: panel.profiles
-        onChosen: data => panel.chosen(data)
-        onDeleted: id => panel._remove(id)
+        LoadProfileDialog {
+            theme: panel.theme
+            profiles: panel.profiles
+            onChosen: data => panel.chosen(data)
+            onDeleted: id => panel._remove(id)
+        }
     }
     Settings {
         id: store
