@@ -16,6 +16,8 @@ ProjectState {
     readonly property Theme theme: Theme {}
     readonly property Typography type: Typography {}
     readonly property bool running: controller?.running ?? false
+    // The controller takes some texts for something else than they say.
+    readonly property bool _mayStart: canSolve && !spotCheck.mistake
     readonly property alias files: files
     // null until they are visited.
     readonly property alias homePage: pages.homePage
@@ -70,7 +72,7 @@ ProjectState {
     }
 
     function startSolve(): void {
-        if (canSolve && !running) {
+        if (_mayStart && !running) {
             navIndex = 2;
             controller.startSolveWithConfig(solveConfig());
         }
@@ -158,7 +160,7 @@ ProjectState {
             controller: shell.controller
             currentIndex: shell.navIndex
             hasProject: shell.hasProject
-            canSolve: shell.canSolve
+            canSolve: shell._mayStart
             spotObstacle: spotCheck.obstacle
             solveProgress: progress
             fileName: shell.files.currentName

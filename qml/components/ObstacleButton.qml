@@ -16,7 +16,7 @@ Item {
     readonly property alias button: button
 
     signal clicked
-    // Pressed while it is off.
+    // Pressed while it is off, or was: what the press itself has switched on knows nothing of it.
     signal refused
 
     implicitWidth: button.implicitWidth
@@ -36,7 +36,7 @@ Item {
         id: hover
     }
     PointHandler {
-        onActiveChanged: if (active && !holder.active) holder.refused()
+        onActiveChanged: if (active && !button.pressed) holder.refused()
     }
     Tip {
         theme: holder.theme

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Tidewell
 
 // The page of the documents about all-ins before the river. The program carries it in itself, so
@@ -17,6 +18,8 @@ AppDialog {
             theme: dialog.theme
             text: qsTr("Close")
             focus: true
+            Keys.onUpPressed: view.T.ScrollBar.vertical.decrease()
+            Keys.onDownPressed: view.T.ScrollBar.vertical.increase()
             onClicked: dialog.close()
         }
     ]

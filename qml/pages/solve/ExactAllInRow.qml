@@ -32,6 +32,8 @@ ColumnLayout {
             Layout.fillWidth: true
         }
         SecondaryButton {
+            id: moreButton
+
             objectName: "aboutAllIns"
             theme: row.theme
             compact: true
@@ -61,6 +63,7 @@ ColumnLayout {
             theme: row.theme
             document: row.controller?.readTextResource(
                 "qrc:/Tidewell/docs/all-ins-before-the-river.md") ?? help.text
+            onClosed: moreButton.forceActiveFocus(Qt.PopupFocusReason)
         }
     }
 }
