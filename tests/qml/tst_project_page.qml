@@ -210,10 +210,9 @@ DocumentCase {
             verify(head.subtitle.startsWith(text), head.subtitle);
             compare(find("continueToSolve").Accessible.description, head.subtitle);
         }
-        page.boardText = "AdJdAd";
-        compare(find("boardHint").text, "The board has Ad twice");
-        Object.assign(page, {boardText: "AdJd2s", oopRangeText: "AA, AdAd"});
-        verify(find("oopRange/rangeText").error.startsWith("“AdAd”"));
+        Object.assign(page, {boardText: "AdJdAd", oopRangeText: "AA, AdAd"});
+        verify(find("boardHint").text === "The board has Ad twice"
+               && find("oopRange/rangeText").error.startsWith("“AdAd”"));
     }
 
     // What was typed last is taken over by any press; who has gone on before the estimate is there
@@ -249,9 +248,6 @@ DocumentCase {
         type(bets, "43");
         mouseClick(button);
         compare(gone.count, 2);
-        button.forceActiveFocus(Qt.TabFocusReason);
-        keyClick(Qt.Key_Return);
-        compare(gone.count, 3);
     }
 
     // What is larger than the window moves by the wheel and to what has the keyboard.
