@@ -9,6 +9,8 @@ TestCase {
 
     // Set by the program that runs the tests.
     readonly property var controller: appController // qmllint disable unqualified
+    // For files of the tests' own; it goes with the process.
+    readonly property url temporaryFolder: temporaryFolderUrl // qmllint disable unqualified
 
     readonly property Component _spy: SignalSpy {}
     property var _spies: []

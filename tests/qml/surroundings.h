@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -35,6 +36,8 @@ class Surroundings : public QObject {
                                     new LanguageManager(engine, engine));
         context->setContextProperty(QStringLiteral("appController"), new AppController(engine));
         context->setContextProperty(QStringLiteral("updates"), new UpdateManager(engine));
+        context->setContextProperty(QStringLiteral("temporaryFolderUrl"),
+                                    QUrl::fromLocalFile(QDir::tempPath()));
     }
 
   private:

@@ -7,7 +7,7 @@ import "finding.mjs" as Finding
 DocumentCase {
     id: test
 
-    readonly property url projectFile: "file://" + controller.appDir + "/tst_home.tidewellproj"
+    readonly property url projectFile: temporaryFolder + "/tst_home.tidewellproj"
     property int asked: 0
     property bool mayLose: true
 

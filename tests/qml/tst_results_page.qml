@@ -268,7 +268,7 @@ DocumentCase {
         solve(Spots.river);
         choose([1]);
         const weights = page.handWeights;
-        const file = "file://" + controller.appDir + "/results_page_test.tidewellproj";
+        const file = temporaryFolder + "/results_page_test.tidewellproj";
         verify(controller.saveProject(file, {}));
         controller.clearResults();
         compare([page.handWeights, boxes().length], [{}, 0]);

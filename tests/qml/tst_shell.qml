@@ -7,7 +7,7 @@ import "finding.mjs" as Finding
 DocumentCase {
     id: test
 
-    readonly property url projectFile: "file://" + controller.appDir + "/tst_shell.tidewellproj"
+    readonly property url projectFile: temporaryFolder + "/tst_shell.tidewellproj"
     readonly property var river: ({
         boardText: "Td9c6h6c2s", startingStreet: "river", oopRangeText: "TT,87s,KQo",
         ipRangeText: "99,AJs,A6s,54s", startingPot: 10, effectiveStack: 40,
