@@ -80,8 +80,8 @@ constexpr Wording wordings[] = {
      QT_TRANSLATE_NOOP("SolverTexts", "The weights of the ranges are too small")},
 };
 
-// What the session refuses a start with. The controller translates it at run time, where the tools for
-// translators do not find it.
+// What the session refuses a start with. The controller translates it at run time, where the tools
+// for translators do not find it.
 [[maybe_unused]] constexpr const char* refusals[] = {
     QT_TRANSLATE_NOOP("AppController", "Not ready: enter a valid board first"),
     QT_TRANSLATE_NOOP("AppController", "Not ready: select at least one hand in both ranges"),
