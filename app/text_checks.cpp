@@ -1,5 +1,6 @@
 #include "app/text_checks.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
@@ -117,7 +118,7 @@ QString TextChecks::checkRange(const QString& text, const QString& board) {
         return mistake;
     }
     if (std::ranges::none_of(range, isDealt)) {
-        return tr("no hand has a weight above 0");
+        return QCoreApplication::translate("SolverTexts", "no hand has a weight above 0");
     }
     const kestrel::CardMask dead = cardsOf(board);
     for (std::size_t number = 0; number < range.size(); ++number) {
@@ -126,7 +127,7 @@ QString TextChecks::checkRange(const QString& text, const QString& board) {
             return {};
         }
     }
-    return tr("every hand holds a card of the board");
+    return QCoreApplication::translate("SolverTexts", "every hand holds a card of the board");
 }
 
 QString TextChecks::checkBetSizes(const QString& text) {
