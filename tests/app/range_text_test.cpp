@@ -74,16 +74,6 @@ std::string differences(const Weights& weights, const kestrel::Range& range) {
     return different;
 }
 
-TEST_F(RangeText, PutsHandsWhereTheSolverHasThem) {
-    const QStringList hands = call("allHands", {}).toVariant().toStringList();
-    ASSERT_EQ(hands.size(), static_cast<int>(kestrel_app::label_count));
-    for (int i = 0; i < hands.size(); ++i) {
-        const std::string& label = kestrel_app::hand_label(static_cast<std::size_t>(i));
-        EXPECT_EQ(hands[i].toStdString(), label);
-        EXPECT_EQ(call("handAt", {i / 13, i % 13}).toString().toStdString(), label);
-    }
-}
-
 // The text of a range, "=", and what the grid shows of it.
 TEST_F(RangeText, ShowsTheHandsOfATextAtTheirWeights) {
     const QString cases =

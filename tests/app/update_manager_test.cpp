@@ -15,7 +15,6 @@
 #include <utility>
 
 #include "app/update/update_manifest.h"
-#include "tests/app/file_size_limit.h"
 #include "tests/app/files.h"
 #include "tests/app/http_server.h"
 
@@ -269,24 +268,6 @@ TEST_F(UpdateManagerTest, AFailedDownloadLeavesNoFile) {
         passAPoll();
     }
     EXPECT_TRUE(started.isEmpty());
-}
-
-TEST_F(UpdateManagerTest, TellsWhenTheFileCannotBeStored) {
-    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, "installer"));
-    {
-        const tidewell::FileSizeLimit full(4);
-        manager->downloadNow();
-        finishDownload(*manager);
-    }
-    EXPECT_EQ(manager->lastError(), "Failed to finalize download file (HTTP 200).");
-    EXPECT_FALSE(manager->downloaded());
-    EXPECT_EQ(storedFiles(), QStringList());
-
-    ASSERT_TRUE(QDir(folder.path()).mkdir("s.exe"));  // where the file is to stand
-    manager->downloadNow();
-    EXPECT_EQ(manager->lastError(), "Failed to create download file.");
-    EXPECT_FALSE(manager->downloadBusy());
-    EXPECT_EQ(manager->downloadedFilePath(), "");
 }
 
 TEST_F(UpdateManagerTest, TouchesOnlyWebAddresses) {
