@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <string>
+#include <system_error>
 #include <utility>
 
 namespace kestrel {
@@ -12,6 +14,11 @@ WorkerPool::WorkerPool(std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
             threads_.emplace_back([this] { work(); });
         }
+    } catch (const std::system_error& error) {
+        stop();
+        // The caller of the pool is one of the threads that were asked for.
+        throw std::system_error(error.code(),
+                                "Cannot start " + std::to_string(count + 1) + " threads");
     } catch (...) {
         stop();
         throw;

@@ -18,7 +18,8 @@ class WorkerPool {
   public:
     using Task = std::function<void()>;
 
-    /// Starts `count` threads. Throws std::system_error when one cannot be started.
+    /// Starts `count` threads. Throws std::system_error "Cannot start <count + 1> threads: <why>"
+    /// when one cannot be started: those beside the caller's.
     explicit WorkerPool(std::size_t count);
 
     /// Lets the workers finish what is queued, and joins them.
