@@ -1,14 +1,12 @@
 #include "app/text_checks.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
 #include <exception>
 #include <string>
 
 #include "app/solver_texts.h"
-#include "engine/poker/bet_size.h"
 #include "engine/poker/cards.h"
 #include "engine/poker/range.h"
 #include "engine/poker/text.h"
@@ -76,37 +74,15 @@ bool isDealt(float weight) {
     return weight > 0;
 }
 
-/// The solver drops what it does not know in a text of sizes, blanks as well: "33 75" is 3375 to
-/// it.
-bool looksLikeSize(const QString& piece) {
-    static const QRegularExpression size(
-        QStringLiteral(R"(^\s*([0-9.]+\s*%?|[0-9.]+[cx]|[0-9]+c[0-9]+r|[0-9]*(%[0-9.]+)?e|a)\s*$)"),
-        QRegularExpression::CaseInsensitiveOption);
-    return size.match(piece).hasMatch();
-}
-
-/// A dash says that there are none.
 QString checkSizes(const QString& text, bool allowRelative) {
-    if (text.trimmed() == QStringLiteral("-")) {
+    const auto faults = kestrel_app::sizing_faults(text.toStdString(), allowRelative);
+    if (faults.empty()) {
         return {};
     }
-    for (const QString& piece : text.split(',')) {
-        if (piece.trimmed().isEmpty()) {
-            continue;
-        }
-        QString message = QStringLiteral("Sizing:");
-        if (looksLikeSize(piece)) {
-            message = messageOf([&] {
-                const std::string size =
-                    kestrel_app::normalize_sizing_text(piece.toStdString(), false);
-                kestrel::parse_size_list(size, allowRelative);
-            });
-        }
-        if (!message.isEmpty()) {
-            return reasonInWords(piece, message);
-        }
-    }
-    return {};
+    const kestrel_app::SizingFault& first = faults.front();
+    return reasonInWords(QString::fromStdString(first.piece),
+                         first.reason.empty() ? QStringLiteral("Sizing:")
+                                              : QString::fromStdString(first.reason));
 }
 
 }  // namespace

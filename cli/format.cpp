@@ -2,9 +2,37 @@
 
 #include <cmath>
 #include <cstdio>
-#include <string_view>
 
 namespace tidewell_cli {
+
+std::string shortened(std::string_view text, std::size_t most) {
+    const bool whole = text.size() <= most;
+    if (!whole) {
+        std::size_t end = most;
+        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80) {
+            --end;  // between characters
+        }
+        text = text.substr(0, end);
+    }
+    std::string line;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte >= 0x20 && byte != 0x7F) {
+            line += character;
+        } else if (character == '\n' || character == '\t' || character == '\r') {
+            line += character == '\n' ? "\\n" : character == '\t' ? "\\t" : "\\r";
+        } else {
+            char code[8];
+            std::snprintf(code, sizeof code, "\\x%02x", byte);
+            line += code;
+        }
+    }
+    return whole ? line : line + "...";
+}
+
+std::string in_quotes(std::string_view text) {
+    return "'" + shortened(text) + "'";
+}
 
 std::string fixed(double number, int digits) {
     char text[400];  // the largest double has 309 digits before the point

@@ -1,9 +1,21 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tidewell_cli {
+
+/// The beginning of a text of somebody else's, one line of at most about `most` bytes of UTF-8:
+/// "..." stands for the rest, and control characters are written as in C.
+std::string shortened(std::string_view text, std::size_t most = 60);
+
+/// How much is told of a message of the parsers, which quote what they were given.
+inline constexpr std::size_t longest_message = 200;
+
+/// The same in single quotes.
+std::string in_quotes(std::string_view text);
 
 /// Fixed notation without trailing zeros: 18, 0.5, 12.25.
 std::string decimal(double number, int most_digits);

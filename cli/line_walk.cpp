@@ -66,8 +66,7 @@ std::size_t find_step(const Game& game, const NodePath& path, std::string_view s
     const std::string wanted = folded(step);
     const std::string place = " behind " + line_of(game, path);
     if (node.actions.empty()) {
-        throw InputError("the hand is over" + place + ", '" + std::string(step) +
-                         "' cannot follow");
+        throw InputError("the hand is over" + place + ", " + in_quotes(step) + " cannot follow");
     }
 
     std::vector<std::size_t> matches;
@@ -85,18 +84,17 @@ std::size_t find_step(const Game& game, const NodePath& path, std::string_view s
             list += (list.empty() ? "" : ", ") + numbered(a) + " to " +
                     chips(node.actions[a].amount) + " chips";
         }
-        throw InputError("'" + std::string(step) + "'" + place + " has several meanings: " + list +
+        throw InputError(in_quotes(step) + place + " has several meanings: " + list +
                          "; write the number for the one you mean");
     }
     if (const auto card = card_in(wanted); card && is_deal(node)) {
         if (const auto other = representative(game, node, *card)) {
-            throw InputError("'" + std::string(step) + "'" + place +
-                             " plays like another suit: name " + kestrel::card_to_string(*other) +
-                             " instead");
+            throw InputError(in_quotes(step) + place + " plays like another suit: name " +
+                             kestrel::card_to_string(*other) + " instead");
         }
-        throw InputError("'" + std::string(step) + "'" + place + " is on the board already");
+        throw InputError(in_quotes(step) + place + " is on the board already");
     }
-    throw InputError("there is no '" + std::string(step) + "'" + place +
+    throw InputError("there is no " + in_quotes(step) + place +
                      "; choices: " + choices_at(game, path.node));
 }
 

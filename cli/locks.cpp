@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cmath>
 
+#include "cli/format.h"
 #include "cli/input_error.h"
 #include "cli/line_walk.h"
 #include "engine/poker/text.h"
@@ -51,7 +52,7 @@ std::vector<float> parse_probs(std::string_view text) {
         begin = end + 1;
         const auto prob = kestrel_app::parsed_number<float>(item);
         if (!prob || !std::isfinite(*prob) || *prob < 0) {
-            throw InputError("'" + std::string(item) + "' is no probability");
+            throw InputError(in_quotes(item) + " is no probability");
         }
         probs.push_back(*prob);
         sum += static_cast<double>(*prob);
@@ -96,7 +97,7 @@ void named(const std::string& text, const Work& work) {
     try {
         work();
     } catch (const InputError& error) {
-        throw InputError("--lock '" + text + "': " + error.what());
+        throw InputError("--lock " + in_quotes(text) + ": " + error.what());
     }
 }
 
@@ -117,8 +118,8 @@ Lock parse_lock(std::string_view text) {
         lock.hand = label_text(hand);
         if (lock.hand != every_hand &&
             kestrel_app::label_index(lock.hand) == kestrel_app::label_count) {
-            throw InputError("'" + std::string(hand) +
-                             "' is no hand such as AA, AKs or AKo, nor * for all hands");
+            throw InputError(in_quotes(hand) +
+                             " is no hand such as AA, AKs or AKo, nor * for all hands");
         }
         lock.probs = parse_probs(text.substr(equals + 1));
     });

@@ -3,6 +3,7 @@
 #include <limits>
 #include <string_view>
 
+#include "cli/format.h"
 #include "cli/input_error.h"
 #include "session/text.h"
 
@@ -14,7 +15,7 @@ Number whole_number(const std::string& option, std::string_view text, Number lea
     const auto number = kestrel_app::parsed_number<Number>(text);
     if (!number || *number < least || *number > most) {
         throw InputError(option + " takes a whole number from " + std::to_string(least) + " to " +
-                         std::to_string(most) + ", not '" + std::string(text) + "'");
+                         std::to_string(most) + ", not " + in_quotes(text));
     }
     return *number;
 }
@@ -122,7 +123,7 @@ Options parse_options(std::span<const char* const> arguments) {
         } else if (name == "--") {
             only_paths = true;
         } else {
-            throw InputError("unknown option '" + name + "'; see --help");
+            throw InputError("unknown option " + in_quotes(name) + "; see --help");
         }
     }
     check_together(options);
@@ -186,7 +187,8 @@ PROJECT.tidewellproj is a project of the desktop program: its last solve is solv
 again, with its locks if that was made under them; without one, what its pages show.
 
 Exit code: 0 solved, 1 the solve failed, does not fit in memory or cannot be
-written, 2 bad input, 130 interrupted: nothing is written then.
+written, 2 bad input; after Ctrl-C 130, after SIGTERM 143, after SIGHUP 129, and
+nothing is written then.
 )";
 
 }  // namespace tidewell_cli

@@ -21,17 +21,16 @@ using kestrel_app::ConfigMap;
 using kestrel_app::NodeLockEntry;
 
 tidewell::ProjectData read_project(const std::string& path) {
-    if (std::error_code ignored; std::filesystem::is_directory(path, ignored)) {
-        throw InputError(path + " is a folder, not a project");
-    }
-    if (!std::ifstream(path)) {
-        throw InputError("cannot open " + path);
+    if (std::error_code error; !std::filesystem::exists(path, error)) {
+        throw InputError("cannot open " + path + (error ? ": " + error.message() : ""));
     }
     // Qt takes names with a colon in front for something else.
     const std::string absolute = std::filesystem::absolute(path).string();
     tidewell::ReadProject read = tidewell::readProject(QString::fromStdString(absolute), nullptr);
     if (!read.error.isEmpty()) {
-        throw InputError(path + ": " + read.error.toStdString());
+        const std::string place =
+            read.invalidAt == 0 ? "" : " at byte " + std::to_string(read.invalidAt);
+        throw InputError(path + ": " + read.error.toStdString() + place);
     }
     return std::move(read.data);
 }
@@ -92,7 +91,7 @@ ProjectSpot read_project_spot(const std::string& path, std::vector<std::string>&
     }
     const auto warn = [&](const std::string& text) { warnings.push_back(path + ": " + text); };
     ProjectSpot spot;
-    spot.settings = check_settings(solved.empty() ? pages : solved, path, warnings);
+    spot.settings = check_project_settings(solved.empty() ? pages : solved, path, warnings);
     spot.settings.erase("apply_node_locks");
     if (!solved.empty()) {
         if (!pages.empty() && !same_spot(pages, solved)) {

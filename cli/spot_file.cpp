@@ -13,6 +13,7 @@
 #include "cli/format.h"
 #include "cli/input_error.h"
 #include "cli/options.h"
+#include "cli/spot_checks.h"
 #include "engine/poker/text.h"
 #include "session/solve_config.h"
 #include "session/text.h"
@@ -29,40 +30,63 @@ using nlohmann::json;
 constexpr std::size_t max_spot_bytes = std::size_t{16} << 20;
 
 /// A spot needs one level. What is deeper is refused before recursion over it could fill the stack.
-constexpr int max_depth = 16;
+constexpr std::size_t max_depth = 16;
 
-std::string line_of(std::string_view text, std::size_t position) {
-    return std::to_string(1 + std::ranges::count(text.substr(0, position), '\n'));
+std::string place_in(std::string_view text, std::size_t position) {
+    const std::string_view before = text.substr(0, position);
+    const auto lines = std::ranges::count(before, '\n');
+    const std::size_t column = before.size() - (before.rfind('\n') + 1);  // npos + 1 is 0
+    return "line " + std::to_string(lines + 1) + ", column " + std::to_string(column + 1);
+}
+
+void check_depth(std::string_view text) {
+    std::size_t depth = 0;
+    bool in_string = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char character = text[i];
+        if (character == '"') {
+            in_string = !in_string;
+        } else if (in_string) {
+            i += character == '\\' ? 1 : 0;
+        } else if (character == '[' || character == '{') {
+            if (++depth > max_depth) {
+                throw InputError(place_in(text, i) + ": lists and objects are nested too deeply");
+            }
+        } else if (character == ']' || character == '}') {
+            depth -= depth > 0 ? 1 : 0;
+        }
+    }
 }
 
 json parse_json(std::string_view text, std::vector<std::string>& warnings) {
+    check_depth(text);
     std::set<std::string> seen;
     const auto on_event = [&](int depth, json::parse_event_t event, json& parsed) {
-        if (depth > max_depth) {
-            throw InputError("lists and objects are nested too deeply");
-        }
         if (event == json::parse_event_t::key && depth == 1 &&
             !seen.insert(parsed.get<std::string>()).second) {
-            warnings.push_back("key '" + parsed.get<std::string>() +
-                               "' stands there twice; the last one counts");
+            warnings.push_back("key " + in_quotes(parsed.get<std::string>()) +
+                               " stands there twice; the last one counts");
         }
         return true;
     };
     try {
         return json::parse(text, on_event);
     } catch (const json::parse_error& error) {
-        // "[json.exception.parse_error.101] parse error at line 3, column 5: syntax error ..."
+        // "[json.exception.parse_error.101] parse error at line 3, column 5: syntax error while
+        // parsing value - invalid literal; last read: 'nul}'": the place says where that is, and
+        // what was last read may be long.
         const std::string_view what = error.what();
         const std::size_t line = what.find("line ");
-        throw InputError(line == std::string_view::npos ? "the text is no JSON"
-                                                        : std::string(what.substr(line)));
+        throw InputError(line == std::string_view::npos
+                             ? "the text is no JSON"
+                             : std::string(what.substr(line, what.find("; last read: ") - line)));
     } catch (const json::out_of_range& error) {
         // A number beyond the range of double, quoted at the end.
         const std::string_view what = error.what();
         const std::size_t quote = std::min(what.find('\''), what.size() - 1);
         const std::string_view number = what.substr(quote + 1, what.rfind('\'') - quote - 1);
-        throw InputError("line " + line_of(text, text.find(number)) + ": the number " +
-                         std::string(number) + " is too large");
+        throw InputError(place_in(text, text.find(number)) + ": the number " + shortened(number) +
+                         " is too large");
     }
 }
 
@@ -72,13 +96,10 @@ std::string scalar_text(const json& value) {
 }
 
 [[noreturn]] void refuse(const std::string& key, const std::string& wanted, const json& value) {
-    std::string given = value.is_array()    ? "a list"
-                        : value.is_object() ? "an object"
-                                            : scalar_text(value);
-    if (given.size() > 60) {
-        given = given.substr(0, 57) + "...";
-    }
-    throw InputError(key + " must be " + wanted + ", not " + given);
+    throw InputError(key + " must be " + wanted + ", not " +
+                     (value.is_array()    ? "a list"
+                      : value.is_object() ? "an object"
+                                          : shortened(scalar_text(value))));
 }
 
 std::optional<double> number_in(const json& value) {
@@ -172,73 +193,48 @@ ConfigValue checked_value(const ConfigKey& key, const json& value) {
     return value.get<std::string>();
 }
 
-std::string text_of(const ConfigMap& map, const char* key) {
-    const auto found = map.find(key);
-    if (found == map.end()) {
-        throw InputError(std::string(key) + " is missing");
-    }
-    return kestrel_app::to_text(found->second);
-}
-
-void check_board(const std::string& text) {
-    const std::size_t length = kestrel_app::normalize_board_text(text).size();
-    if (length != kestrel::without_white_space(text).size() ||
-        (length != 6 && length != 8 && length != 10)) {
-        throw InputError("board must be three to five cards such as AdJd8s, not '" + text + "'");
-    }
-}
-
-void check_range(const char* key, const std::string& text) {
-    try {
-        kestrel_app::parse_range_or_percent(text);
-    } catch (const std::exception& error) {
-        throw InputError(std::string(key) + ": " + error.what());
-    }
-}
-
-void check_spot(ConfigMap& map) {
-    const std::string board = text_of(map, "board");
-    check_board(board);
-    check_range("oop_range", text_of(map, "oop_range"));
-    check_range("ip_range", text_of(map, "ip_range"));
-    const auto street = map.find("starting_street");
-    if (street == map.end()) {
-        const std::size_t cards = kestrel_app::normalize_board_text(board).size() / 2;
-        map["starting_street"] = cards == 3 ? "flop" : cards == 4 ? "turn" : "river";
-    } else if (const std::string name = kestrel_app::to_text(street->second);
-               name != "flop" && name != "turn" && name != "river") {
-        throw InputError("starting_street must be flop, turn or river, not '" + name + "'");
-    }
-}
-
-ConfigMap checked_map(const json& spot, std::vector<std::string>& warnings) {
+ConfigMap checked_map(const json& spot, SpotSource source, std::vector<std::string>& warnings) {
     if (!spot.is_object()) {
         throw InputError("a spot is one JSON object");
+    }
+    if (const auto format = spot.find("format");
+        format != spot.end() && *format == "kestrel_project") {
+        throw InputError("this is a project, which is read from a file that ends in .tidewellproj");
     }
     ConfigMap map;
     for (const auto& [name, value] : spot.items()) {
         const auto key = std::ranges::find(kestrel_app::config_keys(), name, &ConfigKey::name);
         if (key == kestrel_app::config_keys().end()) {
-            warnings.push_back("unknown key '" + name + "' is ignored");
+            warnings.push_back("unknown key " + in_quotes(name) + " is ignored");
         } else {
             map[name] = checked_value(*key, value);
         }
     }
-    check_spot(map);
+    check_texts(map, source, warnings);
+    try {
+        kestrel_app::parse_spot(kestrel_app::config_from_map(map));
+    } catch (const std::exception& error) {
+        throw InputError(shortened(error.what(), longest_message));
+    }
     return map;
 }
 
-/// Calls `read`, and names the file in what it throws and warns of.
+/// Calls `read` with a list of its own for warnings, and names the file in what it throws and warns
+/// of.
 template <class Read>
 ConfigMap named(const std::string& name, std::vector<std::string>& warnings, const Read& read) {
-    const std::size_t first_new = warnings.size();
-    try {
-        ConfigMap map = read();
-        for (std::size_t i = first_new; i < warnings.size(); ++i) {
-            warnings[i].insert(0, name + ": ");
+    std::vector<std::string> own;
+    const auto name_warnings = [&] {
+        for (const std::string& warning : own) {
+            warnings.push_back(name + ": " + warning);
         }
+    };
+    try {
+        ConfigMap map = read(own);
+        name_warnings();
         return map;
     } catch (const InputError& error) {
+        name_warnings();
         throw InputError(name + ": " + error.what());
     }
 }
@@ -247,16 +243,20 @@ ConfigMap named(const std::string& name, std::vector<std::string>& warnings, con
 
 ConfigMap parse_spot_text(std::string_view text, const std::string& name,
                           std::vector<std::string>& warnings) {
-    return named(name, warnings, [&] { return checked_map(parse_json(text, warnings), warnings); });
+    return named(name, warnings, [&](std::vector<std::string>& own) {
+        return checked_map(parse_json(text, own), SpotSource::spot, own);
+    });
 }
 
-ConfigMap check_settings(const ConfigMap& settings, const std::string& name,
-                         std::vector<std::string>& warnings) {
+ConfigMap check_project_settings(const ConfigMap& settings, const std::string& name,
+                                 std::vector<std::string>& warnings) {
     json spot = json::object();
     for (const auto& [key, value] : settings) {
         std::visit([&, &key = key](const auto& content) { spot[key] = content; }, value);
     }
-    return named(name, warnings, [&] { return checked_map(spot, warnings); });
+    return named(name, warnings, [&](std::vector<std::string>& own) {
+        return checked_map(spot, SpotSource::project, own);
+    });
 }
 
 ConfigMap read_spot_file(const std::string& path, std::vector<std::string>& warnings) {

@@ -25,7 +25,50 @@ bool needs_percent_sign(std::string_view token) {
     return last != 'r' || token.find_first_of("cC") == std::string_view::npos;
 }
 
-using SizeLists = std::pair<std::vector<SizeToken>, std::vector<SizeToken>>;
+bool is_digits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// "75", "33.3", "5." or ".5".
+bool is_plain_decimal(std::string_view text) {
+    const std::size_t point = text.find('.');
+    if (point == std::string_view::npos) {
+        return is_digits(text);
+    }
+    std::string digits(text);
+    return is_digits(digits.erase(point, 1));
+}
+
+/// Whether a piece of a list says a size and nothing else. The parser of sizes is laxer: it looks
+/// at nothing before the letter of an all-in, and takes an exponent for a part of a number.
+bool is_plain_size(std::string_view piece) {
+    const std::string token = kestrel::lower_case(piece);
+    const std::string_view body(token.data(), token.size() - 1);
+    switch (token.back()) {
+        case 'a':
+            return body.empty();
+        case 'x':
+            return is_plain_decimal(body);
+        case 'c':
+            return is_digits(body);
+        case 'r': {
+            const std::size_t unit = body.find('c');
+            return unit != std::string_view::npos && is_digits(body.substr(0, unit)) &&
+                   is_digits(body.substr(unit + 1));
+        }
+        case 'e': {
+            const std::size_t limit = body.find('%');
+            return limit == std::string_view::npos
+                       ? is_digits(body)
+                       : (limit == 0 || is_digits(body.substr(0, limit))) &&
+                             is_plain_decimal(body.substr(limit + 1));
+        }
+        case '%':
+            return is_plain_decimal(kestrel::trimmed(body));
+        default:
+            return is_plain_decimal(token);
+    }
+}
 
 /// Runs `parse` on the normalised bet and raise texts of a seat. With a label, a failure of the
 /// parser is wrapped in what the person entered.
@@ -120,6 +163,31 @@ std::string normalize_sizing_text(std::string_view text, bool add_all_in) {
         append("a");
     }
     return result;
+}
+
+std::vector<SizingFault> sizing_faults(std::string_view text, bool allow_relative) {
+    std::vector<SizingFault> faults;
+    if (kestrel::trimmed(text) == "-") {
+        return faults;
+    }
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        const std::string_view piece = kestrel::trimmed(text.substr(begin, end - begin));
+        begin = end + 1;
+        if (piece.empty()) {
+            continue;
+        }
+        if (!is_plain_size(piece)) {
+            faults.push_back({std::string(piece), ""});
+            continue;
+        }
+        try {
+            kestrel::parse_size_list(normalize_sizing_text(piece, false), allow_relative);
+        } catch (const std::exception& error) {
+            faults.push_back({std::string(piece), error.what()});
+        }
+    }
+    return faults;
 }
 
 kestrel::StreetSizing build_street_sizing(const StreetSizingText& oop, const StreetSizingText& ip,

@@ -59,6 +59,20 @@ struct SolveConfig {
 /// "Sizing: invalid token '<token>'" for a lone c, e or x.
 std::string normalize_sizing_text(std::string_view text, bool add_all_in);
 
+/// A piece of a list of sizes that cannot be taken for what it says.
+struct SizingFault {
+    std::string piece;   ///< as it was entered, without white space around it
+    std::string reason;  ///< the parser's message; empty when the piece is no size at all
+
+    bool operator==(const SizingFault&) const = default;
+};
+
+/// The pieces of a list of sizes that the solver refuses or takes for something else:
+/// `normalize_sizing_text` makes 3375 % of "33 75", an all-in of "half" and 50 % of "-50". None for
+/// a list that says what it means; "-" alone stands for no sizes. `allow_relative` as in
+/// `kestrel::parse_size_list`.
+std::vector<SizingFault> sizing_faults(std::string_view text, bool allow_relative);
+
 /// The sizes of both seats on one street. Throws std::invalid_argument: what
 /// `normalize_sizing_text` throws, and for a size that does not parse
 /// "<OOP or IP> <street> sizing (bet='..', raise='..', bet_norm='..', raise_norm='..'): <why>".

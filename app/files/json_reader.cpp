@@ -26,6 +26,9 @@ class DeviceBuffer : public std::streambuf {
     DeviceBuffer(QIODevice& device, const std::function<void(qint64)>& onBytes)
         : device_(device), onBytes_(onBytes) {}
 
+    /// Bytes that the parser has taken.
+    qint64 taken() const { return bytes_ - (egptr() - gptr()); }
+
   protected:
     int_type underflow() override {
         const qint64 count = device_.read(buffer_.data(), buffer_.size());
@@ -191,9 +194,9 @@ JsonDocument readJson(QIODevice& device, const QHash<QStringList, JsonStream>& s
     std::istream text(&buffer);
     DocumentBuilder builder(streams);
     if (!json::sax_parse(text, &builder) || !builder.complete()) {
-        return {};
+        return {false, {}, buffer.taken()};
     }
-    return {true, builder.takeObject()};
+    return {true, builder.takeObject(), buffer.taken()};
 }
 
 }  // namespace tidewell

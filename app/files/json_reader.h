@@ -17,6 +17,7 @@ struct JsonStream {
 struct JsonDocument {
     bool valid = false;  ///< the text is JSON, with an object or a list outside
     QVariantMap object;  ///< without streamed lists; empty for a list outside
+    qint64 end = 0;      ///< bytes that were read; in a text that is not valid, up to what is not
 };
 
 /// Reads a JSON document piece by piece from an open device. Whole numbers become qlonglong where

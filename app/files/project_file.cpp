@@ -95,28 +95,6 @@ void writeCaches(JsonWriter& json, const NodeCaches& caches) {
     json.endObject();
 }
 
-/// False when something is nested too deep for a file.
-bool writeDocument(QSaveFile& file, const ProjectData& data, std::atomic<double>* progress) {
-    JsonWriter json([&](std::string_view bytes) {
-        writeAll(file, QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
-    });
-    json.beginObject();
-    json.member("format", formatWord);
-    json.member("version", formatVersion);
-    json.member("project", QVariant(data.project));
-    json.member("hasResults", data.hasResults);
-    json.member("lastUiCfg", QVariant(data.lastUiCfg));
-    json.member("nodeLocks", QVariant(data.nodeLocks));
-    if (data.hasResults) {
-        json.key("nodeCaches");
-        writeCaches(json, data.caches);
-        json.key("results");
-        writeResults(json, data.results, progress);
-    }
-    json.endObject();
-    return json.finish();
-}
-
 // Members of an object by kind: what is missing or of another kind is empty or 0.
 
 QString textAt(const QVariantMap& map, const char* key) {
@@ -250,7 +228,7 @@ ReadProject readDocument(QFile& file, std::atomic<double>* progress) {
     const JsonDocument document = readJson(
         file, streams, [&](qint64 bytes) { tell(progress, static_cast<double>(bytes) / total); });
     if (!document.valid) {
-        return {QT_TRANSLATE_NOOP("AppController", "Invalid JSON"), {}};
+        return {QT_TRANSLATE_NOOP("AppController", "Invalid JSON"), {}, document.end};
     }
     if (textAt(document.object, "format") != formatWord) {
         return {QT_TRANSLATE_NOOP("AppController", "Unrecognized project format"), {}};
@@ -263,12 +241,35 @@ ReadProject readDocument(QFile& file, std::atomic<double>* progress) {
 
 }  // namespace
 
+bool writeProjectText(const std::function<void(std::string_view)>& write, const ProjectData& data,
+                      std::atomic<double>* progress) {
+    JsonWriter json(write);
+    json.beginObject();
+    json.member("format", formatWord);
+    json.member("version", formatVersion);
+    json.member("project", QVariant(data.project));
+    json.member("hasResults", data.hasResults);
+    json.member("lastUiCfg", QVariant(data.lastUiCfg));
+    json.member("nodeLocks", QVariant(data.nodeLocks));
+    if (data.hasResults) {
+        json.key("nodeCaches");
+        writeCaches(json, data.caches);
+        json.key("results");
+        writeResults(json, data.results, progress);
+    }
+    json.endObject();
+    return json.finish();
+}
+
 QString writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress) {
     QSaveFile file(path);
     if (!openForAll(file)) {
         return "failed to open: " + path + ' ' + file.errorString();
     }
-    if (!writeDocument(file, data, progress)) {
+    const auto write = [&](std::string_view bytes) {
+        writeAll(file, QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    };
+    if (!writeProjectText(write, data, progress)) {
         return "failed to convert to JSON";
     }
     QString reason;

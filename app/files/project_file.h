@@ -4,6 +4,8 @@
 #include <QVariantList>
 #include <QVariantMap>
 #include <atomic>
+#include <functional>
+#include <string_view>
 
 #include "app/results/node_caches.h"
 #include "app/results/solve_results.h"
@@ -21,14 +23,20 @@ struct ProjectData {
     QVariantMap lastUiCfg;  ///< the settings of the last solve
 };
 
+/// Hands the JSON document of a project to `write`, piece by piece. False when something in it is
+/// nested too deep for a file. `progress` runs from 0 to 1; may be null. Any thread.
+bool writeProjectText(const std::function<void(std::string_view)>& write, const ProjectData& data,
+                      std::atomic<double>* progress);
+
 /// Writes a project as one JSON document, as a stream, and replaces the file only when all of it
-/// has been written. Returns what went wrong, in English, or nothing. `progress` runs from 0 to 1;
-/// may be null. Any thread.
+/// has been written. Returns what went wrong, in English, or nothing. `progress` as above. Any
+/// thread.
 QString writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress);
 
 struct ReadProject {
     QString error;  ///< why the file was refused, in English; empty when it was not
     ProjectData data;
+    qint64 invalidAt = 0;  ///< the byte, counted from 1, that "Invalid JSON" is about; else 0
 };
 
 /// Reads a project file as a stream. Refused are, in this order: "Failed to open file", "Invalid

@@ -6,6 +6,7 @@
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "tests/engine/failure.h"
 
@@ -47,6 +48,31 @@ TEST(SizingText, Normalised) {
     for (const char* token : {"c", "E", "x"}) {
         EXPECT_EQ(failure_of([&] { normalize_sizing_text(token, true); }),
                   head + "Sizing: invalid token '" + token + "'");
+    }
+}
+
+TEST(SizingText, FaultsAreNamed) {
+    for (const char* text :
+         {"", "-", " , ,", "33 , 75%, 2.5x,", "33 %,.5,5.", "A, 500c, 500C3R, 1e, 2%80E, %75e"}) {
+        EXPECT_TRUE(sizing_faults(text, true).empty()) << text;
+    }
+    // What the solver would make something of, and what means nothing.
+    for (const char* piece :
+         {"33 75", "33;75",    "33/75", "half", "pot", "min",       "-50",   "1/2",
+          "$5",    "50 chips", "1.5e3", "100a", "xa",  "3e75%",     "1.2.3", "33-",
+          "x",     "%",        "e",     "5 00", "3r",  "\xc2\xa0 5"}) {
+        EXPECT_EQ(
+            sizing_faults("75, " + std::string(piece) + " ,1x", true),
+            (std::vector<SizingFault>{{piece, ""}, {"1x", "Relative raise must exceed 1.0x"}}));
+    }
+    const std::tuple<const char*, bool, const char*> sizes[] = {
+        {"2x", false, "Relative raise (x) is not allowed in this context"},
+        {"500c2r", false, "Raise cap is only valid for raises"},
+        {"3000000000c", false, "Integer value is out of range"},
+        {"0e", false, "Geometric streets must be positive"}};
+    for (const auto& [piece, allow_relative, reason] : sizes) {
+        EXPECT_EQ(sizing_faults(piece, allow_relative),
+                  (std::vector<SizingFault>{{piece, reason}}));
     }
 }
 
