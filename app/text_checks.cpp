@@ -80,9 +80,9 @@ QString checkSizes(const QString& text, bool allowRelative) {
         return {};
     }
     const kestrel_app::SizingFault& first = faults.front();
-    return reasonInWords(QString::fromStdString(first.piece),
-                         first.reason.empty() ? QStringLiteral("Sizing:")
-                                              : QString::fromStdString(first.reason));
+    return reasonInWords(
+        QString::fromStdString(first.piece),
+        first.reason.empty() ? QStringLiteral("Sizing:") : QString::fromStdString(first.reason));
 }
 
 }  // namespace

@@ -118,7 +118,7 @@ void list_below(std::ostream& out, const Game& game, NodePath& path, std::size_t
                   static_cast<unsigned long long>(path.node), kind_text(node),
                   chips(node.pot).c_str());
     out << head << line_of(game, path) << '\n';
-    if (path.steps.size() == depth) {
+    if (path.steps.size() == depth || !out) {  // or nobody reads on
         return;
     }
     const std::uint64_t here = path.node;

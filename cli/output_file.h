@@ -1,7 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+
+#include "cli/options.h"
 
 namespace tidewell_cli {
 
@@ -11,12 +15,18 @@ class WriteFailed : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Refuse, before the long run, a file that cannot be written. Throw InputError.
+/// Refuses, before the long run, files that cannot be written, and those that are the spot, each
+/// other or where a standard stream goes, by whatever names. Throws InputError.
+void check_outputs(const Options& options);
 
-/// For a file that is written in its place; "-" is standard output.
-void check_writable(const std::string& path);
+/// Whether a path leads to a file that a new one can take the place of, or to nothing yet. Pipes
+/// and devices are written to as they stand.
+bool is_replaced(const std::string& path);
 
-/// For a file that a new one takes the place of: a device or a pipe would be lost.
-void check_replaceable(const std::string& path);
+using Write = std::function<void(std::string_view)>;
+
+/// Replaces a file by what `content` hands to the function it is called with, as a whole or not at
+/// all. Throws WriteFailed, and whatever `content` does.
+void replace_file(const std::string& path, const std::function<void(const Write&)>& content);
 
 }  // namespace tidewell_cli

@@ -1,7 +1,5 @@
 #include "cli/program.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cctype>
 #include <exception>
@@ -10,6 +8,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,6 +29,7 @@
 #include "cli/timing.h"
 #include "platform/interrupt.h"
 #include "platform/memory_info.h"
+#include "platform/standard_streams.h"
 #include "session/hand_distributions.h"
 #include "session/node_queries.h"
 #include "session/signature.h"
@@ -39,6 +39,15 @@ namespace {
 
 using kestrel_app::HandBucket;
 using kestrel_app::HandDistributions;
+using tidewell_platform::InterruptGuard;
+using tidewell_platform::StandardStream;
+
+/// What a process says that is ended by a signal and cannot end in the ordinary way.
+constexpr std::string_view interrupted_line = "tidewell-solve: interrupted\n";
+
+/// The same when the files have been written and the report has not.
+constexpr std::string_view cut_line =
+    "tidewell-solve: interrupted; files are written, standard output is cut short\n";
 
 /// One line, whatever the text quotes.
 void complain(std::string text) {
@@ -51,11 +60,25 @@ void warn(const std::string& text) {
     complain("warning: " + text);
 }
 
+void tell(const std::vector<std::string>& warnings) {
+    constexpr std::size_t most_told = 20;
+    const std::size_t told = std::min(warnings.size(), most_told);
+    std::for_each_n(warnings.begin(), told, warn);
+    if (told < warnings.size()) {
+        warn("and " + std::to_string(warnings.size() - told) + " more of these");
+    }
+}
+
 SolveTask told_task(const Options& options) {
     std::vector<std::string> warnings;
-    SolveTask task = read_task(options, warnings);
-    std::ranges::for_each(warnings, warn);
-    return task;
+    try {
+        SolveTask task = read_task(options, warnings);
+        tell(warnings);
+        return task;
+    } catch (const InputError&) {
+        tell(warnings);  // one of them may be the reason
+        throw;
+    }
 }
 
 /// Where the report goes for a person.
@@ -67,20 +90,9 @@ struct Screen {
 Screen screen_of(const Options& options) {
     // With data on standard output, the rest goes where it does no harm.
     if (options.json_path == "-" || options.tables()) {
-        return {std::cerr, style_of(STDERR_FILENO)};
+        return {std::cerr, style_of(StandardStream::error)};
     }
-    return {std::cout, style_of(STDOUT_FILENO)};
-}
-
-/// Before the long run: whether the results can be put where they are wanted.
-void check_outputs(const Options& options, const SolveTask& task) {
-    if (!options.json_path.empty()) {
-        check_writable(options.json_path);
-    }
-    if (!options.save_path.empty()) {
-        check_replaceable(options.save_path);
-        std::ranges::for_each(save_warnings(task.settings), warn);
-    }
+    return {std::cout, style_of(StandardStream::output)};
 }
 
 /// Leaves the locks of a project that fit the tree.
@@ -104,12 +116,20 @@ void check_questions(const Options& options, const kestrel::Game& game, const No
     }
 }
 
-SolveRun watched_run(const Screen& screen, const kestrel_app::SolveConfig& config,
-                     tidewell_platform::InterruptGuard& interrupt) {
+/// Fails when nobody is left who would see the result.
+void require_reader(const Options& options) {
+    if (!std::cout && options.json_path.empty() && options.save_path.empty()) {
+        throw WriteFailed("cannot write to standard output");
+    }
+}
+
+SolveRun watched_run(const Options& options, const Screen& screen,
+                     const kestrel_app::SolveConfig& config, InterruptGuard& interrupt) {
     Progress progress(screen.out, screen.style, config);
     return run_solve(config, interrupt,
                      [&](std::uint32_t iteration, double exploitability, bool measured) {
                          progress.on_iteration(iteration, exploitability, measured);
+                         require_reader(options);
                      });
 }
 
@@ -137,15 +157,50 @@ std::string tables_of(const Options& options, const SolveRun& run, const NodeRep
     return text;
 }
 
-void solve(const Options& options, Clock::time_point program_start) {
-    tidewell_platform::InterruptGuard interrupt(interrupted_line, exit_interrupted);
+/// Takes one of the steps that put a result where it is wanted. A failure is told, and keeps none
+/// of the others from being taken.
+template <class Step>
+bool done(const Step& step) {
+    try {
+        step();
+        return true;
+    } catch (const std::bad_alloc&) {
+        complain("cannot write the result: out of memory");
+    } catch (const std::exception& error) {
+        complain(error.what());
+    }
+    return false;
+}
+
+/// The files that a result is wanted in, each finished or as it was. Whether all are finished.
+bool write_files(const Options& options, const SolveReport& report, const SolvedProject& project,
+                 InterruptGuard& interrupt) {
+    const bool save = !options.save_path.empty();
+    const bool json = is_replaced(options.json_path);
+    if (!save && !json) {
+        return true;
+    }
+    interrupt.hold();
+    const bool saved = !save || done([&] { save_project(options.save_path, project); });
+    const bool written = !json || done([&] { write_json(report, options.json_path); });
+    if ((save && saved) || (json && written)) {
+        interrupt.end_with(cut_line, exit_failed);
+    }
+    interrupt.stop_deferring();
+    return saved && written;
+}
+
+ExitCode solve(const Options& options, Clock::time_point program_start, InterruptGuard& interrupt) {
+    check_outputs(options);
     const SolveTask task = told_task(options);
-    check_outputs(options, task);
+    if (!options.save_path.empty()) {
+        std::ranges::for_each(save_warnings(task.settings), warn);
+    }
     BuiltSpot spot = build_spot(config_of(task));
     check_project_locks(spot);
     if (options.list_depth) {
         list_nodes(std::cout, *spot.game, *options.list_depth);
-        return;
+        return exit_ok;
     }
     const NodePath path = walk_line(*spot.game, options.node_line);
     check_questions(options, *spot.game, path);
@@ -157,14 +212,14 @@ void solve(const Options& options, Clock::time_point program_start) {
     const Screen screen = screen_of(options);
     print_spot(screen.out, screen.style, spot);
     check_memory(spot);
-    SolveRun run = watched_run(screen, spot.config, interrupt);
+    SolveRun run = watched_run(options, screen, spot.config, interrupt);
     std::optional<kestrel_app::SolveResult> before_locks;
     if (!locks.empty()) {
         before_locks = run.result;
         before_locks->nodes.reset();
         run = {};  // the second solve needs its memory
         screen.out << "  Solving again with locks\n" << std::flush;
-        run = watched_run(screen, config, interrupt);
+        run = watched_run(options, screen, config, interrupt);
     }
 
     SolveReport report = report_solve(spot, run, path);
@@ -176,21 +231,19 @@ void solve(const Options& options, Clock::time_point program_start) {
     const std::string tables = tables_of(options, run, report.node);
     report.peak_resident_bytes = tidewell_platform::peak_resident_bytes();
     report.seconds.total = seconds_since(program_start);
+    const bool written =
+        write_files(options, report, {run, task.settings, config.node_locks, path.node}, interrupt);
     print_report(screen.out, screen.style, report);
     print_stats(screen.out, screen.style, report);
     std::cout << tables << std::flush;
-    if (!options.json_path.empty()) {
+    if (!options.json_path.empty() && !is_replaced(options.json_path)) {
         write_json(report, options.json_path);
     }
-    if (!options.save_path.empty()) {
-        interrupt.defer();  // the file is finished, with nothing half-written beside it
-        save_project(options.save_path, {run, task.settings, config.node_locks, path.node});
-        interrupt.stop_deferring();
-    }
+    return written ? exit_ok : exit_failed;
 }
 
-void run(std::span<const char* const> arguments, Clock::time_point program_start) {
-    const Options options = parse_options(arguments);
+ExitCode run(const Options& options, Clock::time_point program_start, InterruptGuard& interrupt) {
+    ExitCode code = exit_ok;
     if (options.help) {
         std::cout << help_text;
     } else if (options.version) {
@@ -199,27 +252,29 @@ void run(std::span<const char* const> arguments, Clock::time_point program_start
         const std::size_t threads = options.threads.value_or(all_threads());
         std::cout << kestrel_app::signature_text(kestrel_app::solver_signature(threads)) << '\n';
     } else {
-        solve(options, program_start);
+        code = solve(options, program_start, interrupt);
     }
     std::cout.flush();
     if (!std::cout) {
         throw WriteFailed("cannot write to standard output");
     }
+    return code;
 }
 
 }  // namespace
 
 int run_program(std::span<const char* const> arguments) {
     const auto program_start = Clock::now();
+    tidewell_platform::secure_standard_streams();
+    InterruptGuard interrupt(interrupted_line);
     try {
-        run(arguments, program_start);
-        return exit_ok;
+        return run(parse_options(arguments), program_start, interrupt);
     } catch (const InputError& error) {
         complain(error.what());
         return exit_bad_input;
     } catch (const Interrupted& error) {
         complain(error.what());
-        return exit_interrupted;
+        return error.exit_code;
     } catch (const MemoryRefused& error) {
         complain(error.what());
     } catch (const WriteFailed& error) {

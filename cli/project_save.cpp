@@ -1,7 +1,5 @@
 #include "cli/project_save.h"
 
-#include <filesystem>
-
 #include "app/config_map.h"
 #include "app/files/project_file.h"
 #include "app/results/node_answers.h"
@@ -41,11 +39,11 @@ void save_project(const std::string& path, const SolvedProject& project) {
     }
     data.nodeLocks = locks.all();
 
-    const QString file = QString::fromStdString(std::filesystem::weakly_canonical(path).string());
-    const QString error = tidewell::writeProject(file, data, nullptr);
-    if (!error.isEmpty()) {
-        throw WriteFailed("cannot write the project: " + error.toStdString());
-    }
+    replace_file(path, [&](const Write& write) {
+        if (!tidewell::writeProjectText(write, data, nullptr)) {
+            throw WriteFailed("cannot write " + path + ": its settings are nested too deeply");
+        }
+    });
 }
 
 }  // namespace tidewell_cli

@@ -120,11 +120,9 @@ void write_json(const SolveReport& report, const std::string& path) {
     const std::string text = json_text(report);
     if (path == "-") {
         std::cout << text << std::flush;
-        return;
-    }
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << text << std::flush;
-    if (!file) {
+    } else if (is_replaced(path)) {
+        replace_file(path, [&](const Write& write) { write(text); });
+    } else if (std::ofstream stream(path, std::ios::binary); !(stream << text << std::flush)) {
         throw WriteFailed("cannot write " + path);
     }
 }

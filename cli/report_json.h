@@ -10,7 +10,8 @@ namespace tidewell_cli {
 /// tell them apart.
 std::string json_text(const SolveReport& report);
 
-/// Writes the result to a file, or to standard output for "-". Throws WriteFailed.
+/// Replaces a file by the result, writes it into a pipe or a device, or for "-" to standard output,
+/// whose state tells of failures. Throws WriteFailed.
 void write_json(const SolveReport& report, const std::string& path);
 
 }  // namespace tidewell_cli

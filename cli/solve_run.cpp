@@ -122,8 +122,9 @@ SolveRun run_solve(const kestrel_app::SolveConfig& config,
     run.session = std::move(session);
     interrupt.stop_deferring();
     if (interrupt.interrupted()) {
-        throw Interrupted("interrupted after " + std::to_string(record.iterations()) +
-                          " iterations");
+        throw Interrupted(
+            "interrupted after " + std::to_string(record.iterations()) + " iterations",
+            interrupt.exit_code());
     }
     if (!run.result.ok) {
         throw_failure(run.result.error);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "platform/interrupt.h"
@@ -13,9 +14,12 @@
 
 namespace tidewell_cli {
 
+/// A signal has ended a solve.
 class Interrupted : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    Interrupted(const std::string& text, int code) : std::runtime_error(text), exit_code(code) {}
+
+    int exit_code;
 };
 
 /// A measurement.
@@ -40,8 +44,8 @@ struct SolveRun {
 using IterationCallback = std::function<void(std::uint32_t, double, bool)>;
 
 /// Solves on another thread, which also makes the calls, and waits for the end. Throws Interrupted
-/// after a Ctrl-C, which is deferred meanwhile, std::bad_alloc when memory runs out, and
-/// std::runtime_error with the text of any other failure.
+/// after a Ctrl-C or its like, which is deferred meanwhile, std::bad_alloc when memory runs out,
+/// and std::runtime_error with the text of any other failure.
 SolveRun run_solve(const kestrel_app::SolveConfig& config,
                    tidewell_platform::InterruptGuard& interrupt,
                    const IterationCallback& on_iteration);

@@ -1,8 +1,5 @@
 #include "cli/terminal.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -116,9 +113,9 @@ std::string TerminalStyle::background(Colour colour) const {
     return colours ? colour_sequence(full_colours, "48", colour) : "";
 }
 
-TerminalStyle style_of(int descriptor) {
+TerminalStyle style_of(tidewell_platform::StandardStream stream) {
     TerminalStyle style;
-    style.interactive = isatty(descriptor) == 1 && environment("TERM") != "dumb";
+    style.interactive = tidewell_platform::is_terminal(stream) && environment("TERM") != "dumb";
     if (!style.interactive) {
         return style;
     }
@@ -135,9 +132,8 @@ TerminalStyle style_of(int descriptor) {
     locale = kestrel::lower_case(locale);
     style.unicode =
         locale.find("utf-8") != std::string::npos || locale.find("utf8") != std::string::npos;
-    winsize size{};
-    if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
-        style.width = size.ws_col;
+    if (const std::size_t columns = tidewell_platform::terminal_columns(stream); columns > 0) {
+        style.width = columns;
     }
     return style;
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/standard_streams.h"
+
 namespace tidewell_cli {
 
 /// 24-bit colour.
@@ -38,9 +40,9 @@ struct TerminalStyle {
     std::string reset() const { return colours ? "\x1b[0m" : ""; }
 };
 
-/// The style of an open file descriptor, from the terminal and the environment (TERM, COLORTERM,
-/// NO_COLOR, the locale's character set).
-TerminalStyle style_of(int descriptor);
+/// The style of a stream, from the terminal and the environment (TERM, COLORTERM, NO_COLOR, the
+/// locale's character set).
+TerminalStyle style_of(tidewell_platform::StandardStream stream);
 
 namespace palette {
 inline constexpr Colour ground{0x0D, 0x11, 0x17};

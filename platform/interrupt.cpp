@@ -3,59 +3,98 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
-#include <string_view>
 
 namespace tidewell_platform {
 namespace {
 
-std::atomic<bool> deferred = false;
-std::atomic<bool> pending = false;
-static_assert(std::atomic<bool>::is_always_lock_free);  // for use in a signal handler
+enum class Answer { end, remember_one, remember_all };
 
-struct sigaction previous;
-std::string_view told_at_end;
-int code_at_end = 0;
+constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
+constexpr int signal_code = 128;  // what a shell adds to the number of a signal
 
-void on_interrupt(int) {
+std::atomic<Answer> answer = Answer::end;
+std::atomic<int> remembered = 0;  // the exit code for the first signal that did not end the process
+std::atomic<const char*> words = nullptr;
+std::atomic<std::size_t> words_size = 0;
+std::atomic<int> code = 0;  // 0: that of the signal
+std::atomic<bool> on_terminal = false;
+// For use in a signal handler.
+static_assert(std::atomic<Answer>::is_always_lock_free && std::atomic<int>::is_always_lock_free &&
+              std::atomic<const char*>::is_always_lock_free);
+
+std::array<struct sigaction, signals.size()> previous;
+
+void tell(const char* text, std::size_t size) {
+    [[maybe_unused]] const auto written = write(STDERR_FILENO, text, size);
+}
+
+void on_signal(int number) {
     const int saved_errno = errno;
-    if (!deferred || pending.exchange(true)) {
-        [[maybe_unused]] const auto written =
-            write(STDERR_FILENO, told_at_end.data(), told_at_end.size());
-        _exit(code_at_end);
+    const bool first = remembered == 0;
+    if (answer == Answer::end || (answer == Answer::remember_one && !first)) {
+        if (on_terminal) {
+            tell("\n", 1);  // what was typed, or what tells of a solve, stands in this one
+        }
+        tell(words, words_size);
+        _exit(code != 0 ? code.load() : signal_code + number);
+    }
+    if (first) {
+        remembered = signal_code + number;
     }
     errno = saved_errno;
 }
 
 }  // namespace
 
-InterruptGuard::InterruptGuard(std::string_view last_words, int exit_code) {
-    told_at_end = last_words;
-    code_at_end = exit_code;
-    deferred = false;
-    pending = false;
+InterruptGuard::InterruptGuard(std::string_view last_words) {
+    end_with(last_words, 0);
+    answer = Answer::end;
+    remembered = 0;
+    on_terminal = isatty(STDERR_FILENO) == 1;
     struct sigaction action {};
-    action.sa_handler = on_interrupt;
+    action.sa_handler = on_signal;
     sigemptyset(&action.sa_mask);
+    for (const int number : signals) {
+        sigaddset(&action.sa_mask, number);
+    }
     action.sa_flags = SA_RESTART;
-    sigaction(SIGINT, &action, &previous);
+    for (std::size_t i = 0; i < signals.size(); ++i) {
+        sigaction(signals[i], nullptr, &previous[i]);
+        if (previous[i].sa_handler != SIG_IGN) {
+            sigaction(signals[i], &action, nullptr);
+        }
+    }
 }
 
 InterruptGuard::~InterruptGuard() {
-    sigaction(SIGINT, &previous, nullptr);
+    for (std::size_t i = 0; i < signals.size(); ++i) {
+        sigaction(signals[i], &previous[i], nullptr);
+    }
 }
 
 void InterruptGuard::defer() {
-    deferred = true;
+    answer = Answer::remember_one;
+}
+
+void InterruptGuard::hold() {
+    answer = Answer::remember_all;
 }
 
 void InterruptGuard::stop_deferring() {
-    deferred = false;
+    answer = Answer::end;
 }
 
-bool InterruptGuard::interrupted() const {
-    return pending;
+void InterruptGuard::end_with(std::string_view last_words, int exit_code) {
+    words = last_words.data();
+    words_size = last_words.size();
+    code = exit_code;
+}
+
+int InterruptGuard::exit_code() const {
+    return remembered;
 }
 
 }  // namespace tidewell_platform

@@ -4,8 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -13,32 +11,17 @@
 #include <vector>
 
 #include "cli/input_error.h"
+#include "tests/temporary_folder.h"
 
 namespace tidewell_cli {
 
-/// A folder of the test's own, removed at the end.
-class Folder {
+class Folder : public tidewell_tests::TemporaryFolder {
   public:
-    Folder() {
-        std::string name =
-            (std::filesystem::temp_directory_path() / "tidewell-test-XXXXXX").string();
-        path_ = mkdtemp(name.data());
-    }
-    ~Folder() { std::filesystem::remove_all(path_); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
     std::string write(const std::string& name, const std::string& text) const {
-        const std::filesystem::path file = path_ / name;
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-        return file.string();
+        std::ofstream(path() / name) << text;
+        return *this / name;
     }
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
-    const std::filesystem::path& path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
+    std::string operator/(const std::string& name) const { return (path() / name).string(); }
 };
 
 inline std::string contents(const std::string& file) {
@@ -53,15 +36,17 @@ struct RunResult {
     std::string err;
 };
 
-/// The program as a child process with files for its output. `limits`: what the shell does first.
+/// The program as a child process with files for its output. `limits`: what the shell does first;
+/// `output`: where standard output goes instead.
 class Child {
   public:
-    explicit Child(const std::vector<std::string>& arguments, const std::string& limits = "true") {
+    explicit Child(const std::vector<std::string>& arguments, const std::string& limits = "true",
+                   const std::string& output = "") {
         std::string command = limits + "; exec " TIDEWELL_SOLVE_PATH;
         for (const std::string& argument : arguments) {
             command += " '" + argument + "'";
         }
-        command += " >" + (folder_ / "out") + " 2>" + (folder_ / "err");
+        command += " 2>" + (folder_ / "err") + (output.empty() ? " >" + (folder_ / "out") : output);
         pid_ = fork();
         if (pid_ != 0) return;
         execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
