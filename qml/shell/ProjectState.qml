@@ -1,5 +1,6 @@
 import QtQuick
 
+import "../logic/board_text.mjs" as Board
 import "../logic/presets.mjs" as Presets
 import "../logic/solve_config.mjs" as SolveConfig
 import "../logic/solve_gate.mjs" as SolveGate
@@ -105,6 +106,8 @@ Item {
         return SolveConfig.solveConfig(state);
     }
 
+    // The Setup page does so as well, once it stands; a file need not wait for it.
+    onBoardTextChanged: startingStreet = Board.streetOf(boardText)
     Component.onCompleted: {
         // None of them changes what a solve needs.
         const indifferent = ["betSizesText", "maxIterations", "targetExploitability", "exactAllIn"];

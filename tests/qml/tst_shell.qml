@@ -124,6 +124,8 @@ DocumentCase {
         const fresh = make(shellComponent, {controller: controller});
         verify(fresh.homePage && !fresh.projectPage && !fresh.solvePage && !fresh.resultsPage);
         verify(!Finding.inTree(fresh, item => item instanceof AppDialog));
+        fresh.applyProjectState({boardText: "Td9c6h6c"});
+        compare(fresh.exportProjectState().startingStreet, "turn");
         fresh.applyProjectState(Object.assign({}, river, {startingStreet: "turn"}));
         const before = fresh.exportProjectState();
         for (const index of [1, 2, 3, 4]) {
