@@ -26,7 +26,7 @@ class ListPool {
     }
 
   private:
-    /// 128 KB of eight bytes each: past the size from which the system hands out pages of their own.
+    /// 128 KB of children: from this size on the system hands out pages of their own.
     static constexpr std::size_t elements_per_block = 16384;
 
     std::vector<std::unique_ptr<T[]>> blocks_;
