@@ -138,7 +138,7 @@ TEST(SolveSessionParallel, ReportsInOrderAndKeepsTheSolve) {
     EXPECT_TRUE(hand_combos(*finished, 0));
 }
 
-TEST(SolveSession, StatusTextsHaveAPointInEveryLocale) {
+TEST(SolveSessionParallel, StatusTextsHaveAPointInEveryLocale) {
     for (const char* const name : {"de_DE.UTF-8", "C.UTF-8"}) {
         const char* const former = std::setlocale(LC_NUMERIC, name);
         SolveSession session;
@@ -218,7 +218,7 @@ TEST(SolveSessionParallel, TheDestructorCancelsAndWaits) {
     }
 }
 
-TEST(SolveSession, FailuresAreReported) {
+TEST(SolveSessionParallel, FailuresAreReported) {
     SolveConfig base = river_config(1);
     SolveConfig unread = base;
     unread.ip_range = "150%";
@@ -248,7 +248,7 @@ TEST(SolveSession, FailuresAreReported) {
 }
 
 // Every allocation of the solve thread fails once, from the cards to the snapshot.
-TEST(SolveSession, RunsOutOfMemoryAnywhere) {
+TEST(SolveSessionParallel, RunsOutOfMemoryAnywhere) {
     SolveConfig config = river_config(2);
     config.thread_count = 1;
     SolveSession session;
