@@ -50,7 +50,7 @@ check_includes() {
 }
 
 check_headers() {
-    matching '^ *# *include *<([a-z0-9_/]+\.h|csignal)>' app engine session |
+    matching '^ *# *include *<([a-z0-9_/]+\.h|csignal)>' app cli engine session |
         without "<($harmless_headers)\.h>" | telling "calls of the operating system belong to platform/"
     matching '^ *# *include *<Q' platform engine session | telling "nothing below app/ knows Qt"
 }

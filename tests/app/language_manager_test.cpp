@@ -107,6 +107,10 @@ TEST_F(LanguageManagerTest, EachLanguageReplacesTheOneBefore) {
     manager->setLanguage("system");
     EXPECT_EQ(shownQuads(), "of the system");
     EXPECT_EQ(QLocale(), QLocale::system());
+    manager->setLanguage("en");
+    QSettings().clear();
+    EXPECT_EQ(start()->currentLanguage(), "system");
+    EXPECT_EQ(shownQuads(), "of the system");
 }
 
 TEST_F(LanguageManagerTest, BindingsFollowTheLanguage) {
