@@ -92,7 +92,7 @@ void MemoryBudget::workOut(kestrel_app::SolveConfig config, std::function<void()
                 limits.budget_bytes = limit;
             }
             estimate.memory = kestrel_app::estimate_solve_memory(config, limits);
-        } catch (const kestrel_app::EstimateStopped&) {
+        } catch (const kestrel::BuildStopped&) {
             return;
         } catch (const std::exception& failure) {
             estimate.error = QString::fromUtf8(failure.what());

@@ -19,10 +19,12 @@ class MemoryRefused : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// A spot with its cards and tree: what lines are looked up in, and what the estimate is made of. A
-/// solve builds a tree of its own, so this one goes before, and finds the cards in their cache.
+/// A spot with what it needs and, once they are built, its cards and its tree, in which lines are
+/// looked up. A solve builds a tree of its own, so this one goes before, and finds the cards in
+/// their cache.
 struct BuiltSpot {
     kestrel_app::SolveConfig config;
+    kestrel_app::SpotInputs inputs;
     std::unique_ptr<kestrel::Game> game;
     std::optional<kestrel::CardContext> cards;  ///< keeps the tables while there is no game
     kestrel_app::SolveMemoryEstimate estimate;
@@ -30,11 +32,13 @@ struct BuiltSpot {
     PhaseSeconds seconds;                          ///< of the cards and the tree
 };
 
-/// Builds cards and tree. Throws InputError for a spot that the engine refuses, and MemoryRefused
-/// when not even these fit.
-BuiltSpot build_spot(const kestrel_app::SolveConfig& config);
+/// Estimates a spot. Throws InputError for one that the engine refuses.
+BuiltSpot estimate_spot(const kestrel_app::SolveConfig& config);
 
-/// Throws MemoryRefused when the estimate does not fit.
+/// Throws MemoryRefused when the solve does not fit.
 void check_memory(const BuiltSpot& spot);
+
+/// Builds cards and tree. Throws MemoryRefused when these do not fit.
+void build_spot(BuiltSpot& spot);
 
 }  // namespace tidewell_cli

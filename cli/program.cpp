@@ -196,7 +196,11 @@ ExitCode solve(const Options& options, Clock::time_point program_start, Interrup
     if (!options.save_path.empty()) {
         std::ranges::for_each(save_warnings(task.settings), warn);
     }
-    BuiltSpot spot = build_spot(config_of(task));
+    BuiltSpot spot = estimate_spot(config_of(task));
+    if (!options.list_depth) {
+        check_memory(spot);
+    }
+    build_spot(spot);
     check_project_locks(spot);
     if (options.list_depth) {
         list_nodes(std::cout, *spot.game, *options.list_depth);
@@ -211,7 +215,6 @@ ExitCode solve(const Options& options, Clock::time_point program_start, Interrup
 
     const Screen screen = screen_of(options);
     print_spot(screen.out, screen.style, spot);
-    check_memory(spot);
     SolveRun run = watched_run(options, screen, spot.config, interrupt);
     std::optional<kestrel_app::SolveResult> before_locks;
     if (!locks.empty()) {

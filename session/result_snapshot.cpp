@@ -54,6 +54,8 @@ void normalise_frequencies(std::span<float> frequencies) {
 }
 
 TreeSnapshot::TreeSnapshot(const Game& game, const kestrel::DiscountedCfr& solver) {
+    static_assert(bytes_per_node == sizeof(Node) + sizeof(std::uint32_t) + sizeof(Action) +
+                                        sizeof(std::size_t) + sizeof(float));
     std::vector<std::size_t> first_action(game.nodes.size());
     std::size_t count = 0;
     for (std::size_t i = 0; i < game.nodes.size(); ++i) {

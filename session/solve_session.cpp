@@ -7,6 +7,9 @@
 #include <new>
 #include <utility>
 
+#include "platform/memory_info.h"
+#include "session/memory_estimate.h"
+
 namespace kestrel_app {
 namespace {
 
@@ -48,7 +51,8 @@ SolveSession::~SolveSession() {
     }
 }
 
-bool SolveSession::start(const SolveConfig& config, ProgressCallback on_progress) {
+bool SolveSession::start(const SolveConfig& config, ProgressCallback on_progress,
+                         std::optional<std::uint64_t> budget_bytes) {
     if (running_.exchange(true)) {
         return false;
     }
@@ -56,6 +60,7 @@ bool SolveSession::start(const SolveConfig& config, ProgressCallback on_progress
         thread_.join();  // has told its last
     }
     cancel_requested_ = false;
+    budget_bytes_ = budget_bytes;
     clearResults();
     try {
         thread_ = std::thread(
@@ -90,6 +95,8 @@ void SolveSession::run(const SolveConfig& config, const ProgressCallback& on_pro
             last.status = "Done";
         } catch (const Cancelled&) {
             fail("Cancelled", "Cancelled");
+        } catch (const kestrel::BuildStopped&) {
+            fail("Cancelled", "Cancelled");
         } catch (const std::exception& error) {
             fail(error.what(), std::string("Error: ") + error.what());
         } catch (...) {
@@ -102,6 +109,21 @@ void SolveSession::run(const SolveConfig& config, const ProgressCallback& on_pro
     running_ = false;
 }
 
+/// Nothing is built whose size is not known.
+std::shared_ptr<Game> SolveSession::build_game(const SolveConfig& config, SpotInputs spot) const {
+    const std::optional<std::uint64_t> budget =
+        budget_bytes_ ? budget_bytes_ : tidewell_platform::total_memory();
+    const SolveMemoryEstimate estimate =
+        estimate_solve_memory(spot, config, {budget, &cancel_requested_});
+    if (budget) {
+        check_fits(estimate, *budget);
+    }
+    kestrel::TreeLimits limits;
+    limits.stop = &cancel_requested_;
+    return std::make_shared<Game>(std::move(spot.options),
+                                  kestrel::CardContext(spot.board, spot.ranges), limits);
+}
+
 SolveResult SolveSession::solve(const SolveConfig& config, const ProgressCallback& on_progress,
                                 double& fraction) {
     const auto report = [&](const char* status) {
@@ -109,8 +131,7 @@ SolveResult SolveSession::solve(const SolveConfig& config, const ProgressCallbac
     };
     SpotInputs spot = parse_spot(config);
     report("Init: building game object...");
-    const auto game = std::make_shared<Game>(std::move(spot.options),
-                                             kestrel::CardContext(spot.board, spot.ranges));
+    const auto game = build_game(config, std::move(spot));
     apply_node_locks(*game, config.node_locks);
 
     kestrel::CfrOptions options;

@@ -52,13 +52,15 @@ class SolveSession {
     SolveSession(const SolveSession&) = delete;
     SolveSession& operator=(const SolveSession&) = delete;
 
-    /// False, and nothing else happens, while a solve runs. The former solve is given up first.
-    /// `on_progress` must neither block for long nor call `start`; its last call may come before
-    /// `isRunning` turns false.
-    bool start(const SolveConfig& config, ProgressCallback on_progress);
+    /// False, and nothing else happens, while a solve runs. The former solve is given up first. A
+    /// solve that needs more than `budget_bytes`, or without any more than the machine has, fails
+    /// before its tree is built. `on_progress` must neither block for long nor call `start`; its
+    /// last call may come before `isRunning` turns false.
+    bool start(const SolveConfig& config, ProgressCallback on_progress,
+               std::optional<std::uint64_t> budget_bytes = std::nullopt);
 
-    /// Ends the running solve before its next iteration; one that has ended its last is thrown away
-    /// as well, until it reports that results are computed.
+    /// Ends the running solve while its tree is built or before its next iteration; one that has
+    /// ended its last is thrown away as well, until it reports that results are computed.
     void cancel() { cancel_requested_ = true; }
 
     /// Gives the finished solve up. Its memory goes with the last handle.
@@ -88,12 +90,14 @@ class SolveSession {
     void run(const SolveConfig& config, const ProgressCallback& on_progress);
     SolveResult solve(const SolveConfig& config, const ProgressCallback& on_progress,
                       double& fraction);
+    std::shared_ptr<kestrel::Game> build_game(const SolveConfig& config, SpotInputs spot) const;
 
     std::atomic<bool> running_ = false;
     std::atomic<bool> cancel_requested_ = false;
     mutable std::mutex mutex_;  // guards finished_, for as long as a handle is copied or swapped
     std::shared_ptr<const FinishedSolve> finished_;
-    std::thread thread_;  // of the last solve
+    std::optional<std::uint64_t> budget_bytes_;  // of the last solve; constant while it runs
+    std::thread thread_;                         // of the last solve
 };
 
 }  // namespace kestrel_app

@@ -1,9 +1,6 @@
 #include "engine/game/card_context.h"
 
-#include <algorithm>
 #include <mutex>
-#include <span>
-#include <stdexcept>
 #include <unordered_map>
 
 #include "engine/game/environment.h"
@@ -12,41 +9,6 @@ namespace kestrel {
 namespace {
 
 using Artifacts = std::shared_ptr<const CachedArtifacts>;
-
-void validate_board(const Board& board) {
-    const std::span flop(board.data(), 3);
-    for (const Card card : flop) {
-        if (card == NO_CARD) {
-            throw std::invalid_argument("Flop cards must be defined");
-        }
-        check_card(card);
-    }
-    if (flop[0] == flop[1] || flop[0] == flop[2] || flop[1] == flop[2]) {
-        throw std::invalid_argument("Flop cards must be unique");
-    }
-    const Card turn = board[3];
-    const Card river = board[4];
-    if (turn != NO_CARD) {
-        check_card(turn);
-        if (std::ranges::count(flop, turn) != 0) {
-            throw std::invalid_argument("Turn conflicts with flop");
-        }
-    }
-    if (river != NO_CARD) {
-        check_card(river);
-        if (std::ranges::count(flop, river) != 0 || river == turn) {
-            throw std::invalid_argument("River conflicts with existing cards");
-        }
-        if (turn == NO_CARD) {
-            throw std::invalid_argument("River cannot be dealt without a turn");
-        }
-    }
-}
-
-const Board& validated(const Board& board) {
-    validate_board(board);
-    return board;
-}
 
 /// FNV-1a over the bytes of an item.
 std::uint64_t hash_bytes(const void* data, std::size_t size) {
@@ -114,34 +76,10 @@ Artifacts find_or_build(std::uint64_t key, const Board& board,
     return built;
 }
 
-template <class T>
-std::size_t bytes_of(const std::vector<T>& list) {
-    return list.capacity() * sizeof(T);
-}
-
-template <class T, std::size_t n>
-std::size_t bytes_of(const std::array<T, n>& lists) {
-    std::size_t bytes = 0;
-    for (const T& list : lists) {
-        bytes += bytes_of(list);
-    }
-    return bytes;
-}
-
-/// A list of records that hold lists themselves.
-template <class T>
-std::size_t nested_bytes_of(const std::vector<T>& records) {
-    std::size_t bytes = bytes_of(records);
-    for (const T& record : records) {
-        bytes += bytes_of(record);
-    }
-    return bytes;
-}
-
 }  // namespace
 
 CardContext::CardContext(const Board& board_cards, const std::array<Range, 2>& range_weights)
-    : board(validated(board_cards)),
+    : board(checked_board(board_cards)),
       weights(range_weights),
       board_mask(mask_of(board)),
       cache_key(key_of(board, weights)),
@@ -168,13 +106,7 @@ const ShowdownTable& CardContext::showdown_table(Card card_a, Card card_b) const
 }
 
 std::size_t CardContext::memory_bytes() const {
-    const SuitIsomorphism& iso = isomorphism;
-    return bytes_of(pockets) + bytes_of(pocket_weights) + bytes_of(removal_weights) +
-           bytes_of(same_pocket) + bytes_of(all_positions) + nested_bytes_of(showdown) +
-           nested_bytes_of(valid_by_card) + nested_bytes_of(valid_by_pair) +
-           nested_bytes_of(blocked_by_card) + nested_bytes_of(blocked_by_pair) +
-           bytes_of(iso.turn_refs) + bytes_of(iso.turn_cards) + bytes_of(iso.turn_swaps) +
-           bytes_of(iso.river_refs) + bytes_of(iso.river_cards) + bytes_of(iso.river_swaps);
+    return tables_bytes(*artifacts_);
 }
 
 std::size_t CardContext::worker_count() {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <numeric>
-#include <stdexcept>
 
 #include "engine/parallel/worker_pool.h"
 #include "engine/poker/evaluator.h"
@@ -33,7 +32,7 @@ void sort_by_strength(std::vector<std::uint64_t>& keys, std::vector<std::uint64_
 class Builder {
   public:
     Builder(const Board& board, const std::array<Range, 2>& weights, std::size_t workers)
-        : board_mask_(mask_of(board)), workers_(workers) {
+        : board_mask_(mask_of(board)), runouts_(runouts_on(board)), workers_(workers) {
         if (workers > 1) {
             pool_ = std::make_unique<WorkerPool>(workers - 1);
         }
@@ -42,64 +41,22 @@ class Builder {
     }
 
     std::shared_ptr<const CachedArtifacts> build() {
-        rebuild_private();
-        sum_combination_mass();
+        static_cast<DealtHands&>(*tables_) = deal_hands(tables_->board, tables_->weights);
+        number_positions();
         find_same_pockets();
-        list_runouts();
         build_showdown_tables();
         build_position_tables();
         build_removal_weights();
-        tables_->isomorphism =
-            find_suit_isomorphism(tables_->board, tables_->weights, tables_->pockets);
         return tables_;
     }
 
   private:
-    void rebuild_private() {
-        parallel_for(pool_.get(), workers_, 2, [this](std::size_t begin, std::size_t end) {
-            for (std::size_t seat = begin; seat < end; ++seat) {
-                for (std::size_t index = 0; index < pocket_count; ++index) {
-                    const float weight = tables_->weights[seat][index];
-                    if (!(weight > 0)) {
-                        continue;
-                    }
-                    const Pocket pocket = pocket_from_index(index);
-                    if ((pocket_mask(pocket) & board_mask_) != 0) {
-                        continue;
-                    }
-                    tables_->pockets[seat].push_back(pocket);
-                    tables_->pocket_weights[seat].push_back(weight);
-                }
-                if (tables_->pockets[seat].empty()) {
-                    throw std::invalid_argument("Player range empty after filtering board cards");
-                }
-            }
-        });
+    void number_positions() {
         for (std::size_t seat = 0; seat < 2; ++seat) {
-            tables_->pockets[seat].shrink_to_fit();
-            tables_->pocket_weights[seat].shrink_to_fit();
             auto& all = tables_->all_positions[seat];
             all.resize(tables_->pockets[seat].size());
             std::iota(all.begin(), all.end(), std::uint16_t{0});
         }
-    }
-
-    void sum_combination_mass() {
-        std::vector<CardMask> ip_masks;
-        for (const Pocket pocket : tables_->pockets[1]) {
-            ip_masks.push_back(pocket_mask(pocket));
-        }
-        double mass = 0;
-        for (std::size_t i = 0; i < tables_->pockets[0].size(); ++i) {
-            const CardMask oop_mask = pocket_mask(tables_->pockets[0][i]);
-            const double oop_weight = tables_->pocket_weights[0][i];
-            for (std::size_t j = 0; j < ip_masks.size(); ++j) {
-                if ((oop_mask & ip_masks[j]) == 0) {
-                    mass += oop_weight * static_cast<double>(tables_->pocket_weights[1][j]);
-                }
-            }
-        }
-        tables_->combination_mass = mass;
     }
 
     void find_same_pockets() {
@@ -116,20 +73,6 @@ class Builder {
                                    : no_position);
             }
             same.shrink_to_fit();
-        }
-    }
-
-    /// The turn-river pairs that the board allows, lower card first.
-    void list_runouts() {
-        const CardMask flop =
-            mask_of({tables_->board[0], tables_->board[1], tables_->board[2], NO_CARD, NO_CARD});
-        const CardMask must_hold = board_mask_ & ~flop;
-        for (std::size_t index = 0; index < pocket_count; ++index) {
-            const Pocket pair = pocket_from_index(index);
-            const CardMask mask = pocket_mask(pair);
-            if ((mask & flop) == 0 && (mask & must_hold) == must_hold) {
-                runouts_.push_back(pair);
-            }
         }
     }
 
@@ -279,22 +222,72 @@ class Builder {
         }
     }
 
-    CardMask board_mask_;
+    const CardMask board_mask_;
+    const std::vector<Pocket> runouts_;
     std::size_t workers_;
     std::unique_ptr<WorkerPool> pool_;  // exists when workers_ is above 1
     std::shared_ptr<CachedArtifacts> tables_ = std::make_shared<CachedArtifacts>();
-    std::vector<Pocket> runouts_;
     std::array<std::vector<CardMask>, 2> pocket_masks_;
 };
 
+template <class T>
+std::size_t bytes_of(const std::vector<T>& list) {
+    return list.capacity() * sizeof(T);
+}
+
+template <class T, std::size_t n>
+std::size_t bytes_of(const std::array<T, n>& lists) {
+    std::size_t bytes = 0;
+    for (const T& list : lists) {
+        bytes += bytes_of(list);
+    }
+    return bytes;
+}
+
+/// A list of records that hold lists themselves.
+template <class T>
+std::size_t nested_bytes_of(const std::vector<T>& records) {
+    std::size_t bytes = bytes_of(records);
+    for (const T& record : records) {
+        bytes += bytes_of(record);
+    }
+    return bytes;
+}
+
+std::size_t hands_bytes(const DealtHands& hands) {
+    const SuitIsomorphism& iso = hands.isomorphism;
+    return bytes_of(hands.pockets) + bytes_of(hands.pocket_weights) + bytes_of(iso.turn_refs) +
+           bytes_of(iso.turn_cards) + bytes_of(iso.turn_swaps) + bytes_of(iso.river_refs) +
+           bytes_of(iso.river_cards) + bytes_of(iso.river_swaps);
+}
+
 }  // namespace
 
-CardMask mask_of(const Board& board) {
-    CardMask mask = 0;
-    for (const Card card : board) {
-        mask |= card_bit(card);
+std::size_t tables_bytes(const CachedArtifacts& tables) {
+    return hands_bytes(tables) + bytes_of(tables.removal_weights) + bytes_of(tables.same_pocket) +
+           bytes_of(tables.all_positions) + nested_bytes_of(tables.showdown) +
+           nested_bytes_of(tables.valid_by_card) + nested_bytes_of(tables.valid_by_pair) +
+           nested_bytes_of(tables.blocked_by_card) + nested_bytes_of(tables.blocked_by_pair);
+}
+
+std::size_t tables_bytes(const Board& board, const DealtHands& hands) {
+    const std::vector<Pocket> runouts = runouts_on(board);
+    const std::size_t cards = board[3] != NO_CARD ? 1 : card_count - 3;
+    std::size_t bytes = hands_bytes(hands) + pocket_count * sizeof(ShowdownTable) +
+                        2 * (card_count + pocket_count) * sizeof(PositionLists);
+    for (const std::vector<Pocket>& pockets : hands.pockets) {
+        // Each position stands once in a list of its own seat, in one of the other seat's, and for
+        // each card and pair either among those that it leaves or among those that it blocks.
+        bytes +=
+            pockets.size() * (sizeof(float) + (2 + cards + runouts.size()) * sizeof(std::uint16_t));
+        for (const Pocket pair : runouts) {
+            const auto live = std::ranges::count_if(pockets, [pair](Pocket pocket) {
+                return (pocket_mask(pocket) & pocket_mask(pair)) == 0;
+            });
+            bytes += (static_cast<std::size_t>(live) + 2) * sizeof(ShowdownEntry);
+        }
     }
-    return mask;
+    return bytes;
 }
 
 std::shared_ptr<const CachedArtifacts> build_card_tables(const Board& board,

@@ -4,10 +4,10 @@
 
 namespace kestrel {
 
-Game::Game(PlanOptions plan_options, CardContext card_context)
+Game::Game(PlanOptions plan_options, CardContext card_context, const TreeLimits& limits)
     : options(std::move(plan_options)),
       cards(std::move(card_context)),
-      plan(options, &cards),
+      plan(options, &cards, limits),
       nodes(plan.nodes) {}
 
 void Game::set_node_lock(std::uint64_t node_index, std::vector<float> table) {

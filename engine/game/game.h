@@ -18,8 +18,8 @@ using GameNode = PlanNode;
 /// and the setting of locks it is constant, and all solver threads read it unguarded.
 class Game {
   public:
-    /// Builds the tree. Throws what `ActionPlan` throws.
-    Game(PlanOptions options, CardContext cards);
+    /// Builds the tree within the limits. Throws what `ActionPlan` throws.
+    Game(PlanOptions options, CardContext cards, const TreeLimits& limits = {});
 
     Game(const Game&) = delete;
     Game& operator=(const Game&) = delete;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <mutex>
 #include <stdexcept>
 
 #include "engine/parallel/worker_pool.h"
@@ -92,25 +93,51 @@ std::span<float> row_or_unpacked(std::span<float> row, std::span<const std::int1
 
 }  // namespace
 
+void MarkedNodes::assign(std::size_t count, WorkerPool* pool, std::size_t threads,
+                         const std::function<bool(std::size_t)>& marks) {
+    size_ = count;
+    blocks_.assign(count / 64 + 1, {});
+    parallel_for(pool, threads, blocks_.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t node = begin * 64; node < std::min(end * 64, count); ++node) {
+            blocks_[node / 64].bits |= std::uint64_t{marks(node)} << node % 64;
+        }
+    });
+    marked_ = 0;
+    for (Block& block : blocks_) {
+        block.before = marked_;
+        marked_ += static_cast<std::size_t>(std::popcount(block.bits));
+    }
+}
+
+std::uint64_t StateTable::bytes_of_rows(std::size_t actions, std::size_t hands, bool compress) {
+    const std::size_t element = compress ? sizeof(std::int16_t) : sizeof(float);
+    return 2 * ((actions * hands * element + row_alignment - 1) / row_alignment * row_alignment);
+}
+
 void StateTable::prepare(const Game& game, bool compress, WorkerPool* pool, std::size_t threads) {
     const std::size_t count = game.nodes.size();
-    children_distinct_.assign(count, 1);
-    states_.assign(count, NodeState{});
+    states_ = {};
     arena_ = {};
-
+    repeated_.clear();
+    decisions_.assign(count, pool, threads, [&game](std::size_t node) {
+        return game.nodes[node].kind == NodeKind::Decision && !game.nodes[node].actions.empty();
+    });
+    states_.resize(decisions_.marked());
+    std::mutex repeated_mutex;
     parallel_for(pool, threads, count, [&](std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i) {
             const GameNode& node = game.nodes[i];
             if (node.kind == NodeKind::Chance && has_repeated_child(node)) {
-                children_distinct_[i] = 0;
+                const std::scoped_lock lock(repeated_mutex);
+                repeated_.push_back(i);
             }
-            if (node.kind != NodeKind::Decision || node.actions.empty()) {
+            if (!decisions_[i]) {
                 continue;
             }
             if (node.actions.size() > std::numeric_limits<std::uint16_t>::max()) {
                 throw std::out_of_range("Too many actions at a node");
             }
-            NodeState& state = states_[i];
+            NodeState& state = states_[decisions_.before(i)];
             state.seat = node.seat;
             state.active = true;
             state.packed = compress;
@@ -120,35 +147,37 @@ void StateTable::prepare(const Game& game, bool compress, WorkerPool* pool, std:
         }
     });
 
-    const std::size_t element = compress ? sizeof(std::int16_t) : sizeof(float);
+    std::ranges::sort(repeated_);
+
     std::size_t bytes = 0;
-    const auto row_bytes = [&](const NodeState& state) {
-        return (state.size() * element + row_alignment - 1) / row_alignment * row_alignment;
-    };
     for (const NodeState& state : states_) {
-        bytes += 2 * row_bytes(state);
+        bytes += bytes_of_rows(state.num_actions, state.num_hands, compress);
     }
     arena_ = AlignedBuffer<std::byte>(bytes);
-    std::byte* next = arena_.data();
-    for_each_street(game, [&](std::span<const std::uint64_t> decisions) {
-        for (const Seat seat : {Seat::OOP, Seat::IP}) {
-            for (std::size_t row = 0; row < 2; ++row) {
-                for (const std::uint64_t node : decisions) {
-                    NodeState& state = states_[node];
-                    if (state.seat == seat && state.rows_[row] == nullptr) {
-                        state.rows_[row] = next;
-                        next += row_bytes(state);
-                    }
-                }
-            }
-        }
-    });
+    place_rows(game, compress);
     constexpr std::size_t block = std::size_t{1} << 21;  // a large page: touched by one thread
     parallel_for(pool, threads, (bytes + block - 1) / block,
                  [&](std::size_t begin, std::size_t end) {
                      std::memset(arena_.data() + begin * block, 0,
                                  std::min(end * block, bytes) - begin * block);
                  });
+}
+
+void StateTable::place_rows(const Game& game, bool compress) {
+    std::byte* next = arena_.data();
+    for_each_street(game, [&](std::span<const std::uint64_t> decisions) {
+        for (const Seat seat : {Seat::OOP, Seat::IP}) {
+            for (std::size_t row = 0; row < 2; ++row) {
+                for (const std::uint64_t node : decisions) {
+                    NodeState& state = (*this)[node];
+                    if (state.active && state.seat == seat && state.rows_[row] == nullptr) {
+                        state.rows_[row] = next;
+                        next += bytes_of_rows(state.num_actions, state.num_hands, compress) / 2;
+                    }
+                }
+            }
+        }
+    });
 }
 
 float pack_row(std::span<const float> row, std::span<std::int16_t> packed) {

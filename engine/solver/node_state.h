@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -51,24 +54,74 @@ struct NodeState {
     std::array<void*, 2> rows_{};  // regrets, strategy sums
 };
 
-/// The states of all nodes of a game, by node index.
-class StateTable {
+/// Which nodes of a tree are marked, and how many of them stand before each: a bit for each node
+/// and a count for each 64.
+class MarkedNodes {
   public:
-    /// Makes one state for each node, all rows zero, in parallel over the node indices. With
-    /// `compress` the rows are 16-bit from the start. Throws std::bad_alloc, and std::out_of_range
-    /// "Too many actions at a node" beyond 65535.
-    void prepare(const Game& game, bool compress, WorkerPool* pool, std::size_t threads);
+    /// Marks the nodes below `count` that `marks` says, asked in any order and from any thread.
+    void assign(std::size_t count, WorkerPool* pool, std::size_t threads,
+                const std::function<bool(std::size_t)>& marks);
 
-    std::size_t size() const { return states_.size(); }
-    const NodeState& operator[](std::size_t node) const { return states_[node]; }
-    NodeState& operator[](std::size_t node) { return states_[node]; }
+    std::size_t size() const { return size_; }
+    std::size_t marked() const { return marked_; }
 
-    /// False for a chance node whose child list holds the same node more than once.
-    bool children_distinct(std::size_t node) const { return children_distinct_[node] != 0; }
+    bool operator[](std::size_t node) const {
+        return (blocks_[node / 64].bits >> node % 64 & 1U) != 0;
+    }
+
+    /// The marked ones before a node.
+    std::size_t before(std::size_t node) const {
+        const Block& block = blocks_[node / 64];
+        const std::uint64_t below = (std::uint64_t{1} << node % 64) - 1;
+        return block.before + static_cast<std::size_t>(std::popcount(block.bits & below));
+    }
+
+    static std::uint64_t bytes(std::uint64_t nodes) { return (nodes / 64 + 1) * sizeof(Block); }
 
   private:
+    struct Block {
+        std::uint64_t bits = 0;
+        std::size_t before = 0;
+    };
+    std::vector<Block> blocks_;
+    std::size_t size_ = 0;
+    std::size_t marked_ = 0;
+};
+
+/// The states of a game, by node index. Only decision nodes have one; that of any other node is
+/// empty.
+class StateTable {
+  public:
+    /// Makes the states, all rows zero, in parallel. With `compress` the rows are 16-bit from the
+    /// start. Throws std::bad_alloc, and std::out_of_range "Too many actions at a node" beyond
+    /// 65535.
+    void prepare(const Game& game, bool compress, WorkerPool* pool, std::size_t threads);
+
+    std::size_t size() const { return decisions_.size(); }
+    const NodeState& operator[](std::size_t node) const {
+        return decisions_[node] ? states_[decisions_.before(node)] : none_;
+    }
+    NodeState& operator[](std::size_t node) {
+        return decisions_[node] ? states_[decisions_.before(node)] : none_;
+    }
+
+    /// False for a chance node whose child list holds the same node more than once.
+    bool children_distinct(std::size_t node) const {
+        return repeated_.empty() || !std::ranges::binary_search(repeated_, node);
+    }
+
+    // What a table takes, in bytes: for its nodes, for each decision, and for a decision's rows.
+    static std::uint64_t bytes_of_nodes(std::uint64_t nodes) { return MarkedNodes::bytes(nodes); }
+    static constexpr std::uint64_t bytes_of_state = sizeof(NodeState);
+    static std::uint64_t bytes_of_rows(std::size_t actions, std::size_t hands, bool compress);
+
+  private:
+    void place_rows(const Game& game, bool compress);
+
+    MarkedNodes decisions_;
     std::vector<NodeState> states_;
-    std::vector<std::uint8_t> children_distinct_;
+    NodeState none_;                       // of every node that is no decision
+    std::vector<std::uint64_t> repeated_;  // chance nodes without distinct children, rising
     AlignedBuffer<std::byte> arena_;
 };
 

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <optional>
+#include <tuple>
 #include <utility>
 
+#include "app/config_map.h"
 #include "tests/app/controller_support.h"
 
 namespace tidewell {
@@ -46,6 +49,71 @@ TEST(MemoryBudget, WhatASolveMayTake) {
     }
     budget.clearResult();
     EXPECT_EQ(budget.reclaimableBytes(), 0U);
+}
+
+QVariantMap manySizes() {
+    QVariantMap config = riverConfig();
+    config["board"] = "AdJd8s";
+    config["starting_street"] = "flop";
+    config["effective_stack"] = 500;
+    for (const char* const seat : {"oop", "ip"}) {
+        for (const char* const street : {"flop", "turn", "river"}) {
+            const QString prefix = QStringLiteral("%1_%2").arg(seat, street);
+            config[prefix + "_bet_sizes"] = "25,50,75,100,150";
+            config[prefix + "_raise_sizes"] = "33,66,100";
+        }
+    }
+    return config;
+}
+
+TEST(MemoryBudget, TellsWhatIsWrongAndWhatIsTooLarge) {
+    QVariantMap broken = riverConfig();
+    broken["oop_river_bet_sizes"] = "2x";
+    const std::tuple<QVariantMap, QString, QString> cases[] = {
+        {riverConfig(), "0.0 GB", ""},
+        {manySizes(), "More than 24 GB", ""},
+        {broken, "—", "Relative raise (x) is not allowed in this context"}};
+    MemoryBudget budget;
+    budget.setSystem(24 * gigabyte, 20 * gigabyte);
+    for (const auto& [config, text, error] : cases) {
+        budget.requestEstimate(manySizes());  // stopped by the next
+        budget.requestEstimate(config);
+        EXPECT_TRUE(budget.estimatePending());
+        ASSERT_TRUE(waitUntil([&] { return !budget.estimatePending(); }));
+        EXPECT_EQ(std::tuple(budget.requiredText(), budget.estimateError()),
+                  std::tuple(text, error));
+    }
+    budget.requestEstimate(riverConfig());
+    budget.stopEstimate();
+    EXPECT_FALSE(budget.estimatePending());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(budget.requiredBytes(), 0U);
+}
+
+TEST(MemoryBudget, ChecksTheConfigurationThatWillRun) {
+    MemoryBudget budget;
+    const auto fit = [&budget](QVariantMap map) {
+        std::optional<MemoryBudget::Fit> told;
+        budget.checkFit(kestrel_app::config_from_map(configMapOf(map)),
+                        [&told](const MemoryBudget::Fit& answer) { told = answer; });
+        EXPECT_FALSE(told) << "never before the call has returned";
+        EXPECT_TRUE(waitUntil([&] { return told.has_value(); }));
+        return *told;
+    };
+    budget.setSystem(24 * gigabyte, 20 * gigabyte);
+    EXPECT_TRUE(fit(riverConfig()).fits);
+    const quint64 needed = budget.requiredBytes();
+    EXPECT_EQ(fit(manySizes()).reason,
+              "Not enough RAM to solve: More than 24 GB needed, 20 GB available");
+    QVariantMap broken = riverConfig();
+    broken["board"] = "AdAd8s4c2h";
+    EXPECT_EQ(fit(broken).reason, "Flop cards must be unique");
+    // What the last result gives back counts.
+    budget.setSystem(24 * gigabyte, needed);
+    EXPECT_FALSE(fit(riverConfig()).fits);
+    budget.beginSolve();
+    budget.keepResult();
+    EXPECT_TRUE(fit(riverConfig()).fits);
 }
 
 }  // namespace

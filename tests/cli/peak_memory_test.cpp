@@ -13,29 +13,37 @@ namespace {
 
 using nlohmann::json;
 
-std::string flop_spot(const std::string& bets) {
+std::string spot_of(const char* board, const char* bets, const char* raises, int stack = 0,
+                    const char* oop = nullptr, const char* ip = nullptr) {
     json spot = json::parse(river_spot);
-    spot["board"] = "AhKd7c";
+    spot["board"] = board;
     for (const char* const seat : {"oop", "ip"}) {
         for (const char* const street : {"flop", "turn", "river"}) {
             const std::string prefix = std::string(seat) + '_' + street;
             spot[prefix + "_bet_sizes"] = bets;
-            spot[prefix + "_raise_sizes"] = "60";
+            spot[prefix + "_raise_sizes"] = raises;
         }
+    }
+    if (stack > 0) {
+        spot["effective_stack"] = stack;
+        spot["oop_range"] = oop;
+        spot["ip_range"] = ip;
     }
     return spot.dump();
 }
 
 TEST(PeakMemory, StaysWithinATenthAndTheProgramsOwn) {
     const Folder folder;
-    json turn = json::parse(river_spot);
-    turn["board"] = "AhKd7c4s";
-    turn["oop_turn_bet_sizes"] = turn["ip_turn_bet_sizes"] = "33, 75";
-    const std::pair<std::string, std::string> spots[] = {{"river", river_spot},
-                                                         {"turn", turn.dump()},
-                                                         {"small flop", flop_spot("100")},
-                                                         {"flop", flop_spot("50")},
-                                                         {"quick solve", ""}};
+    const std::pair<const char*, std::string> spots[] = {
+        {"river", river_spot},
+        {"turn", spot_of("AhKd7c4s", "33, 75", "60")},
+        {"small flop", spot_of("AhKd7c", "100", "60")},
+        {"flop", spot_of("AhKd7c", "50", "60")},
+        // Many nodes with little at each, and a street whose lines are all walked at once.
+        {"one hand a seat", spot_of("AhKd7c4s", "33,66,100", "50,100,200", 1300, "QsQc", "JsJd")},
+        {"large river", spot_of("AhKd7c4s2d", "25,33,50,66,100,150", "33,50,66,100", 1200,
+                                "22+,A2s+", "22+,A2s+")},
+        {"quick solve", ""}};
     for (const auto& [name, text] : spots) {
         SCOPED_TRACE(name);
         std::vector<std::string> arguments = {"--json", "-", "--iterations", "2"};

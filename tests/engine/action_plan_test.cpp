@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "engine/game/check_tree.h"
 #include "engine/game/game.h"
+#include "engine/game/tree_count.h"
+#include "tests/engine/failure.h"
 #include "tests/engine/support.h"
 
 namespace kestrel {
@@ -15,6 +20,38 @@ namespace {
 
 const char* const river_board = "AdJd8s4c2h";
 const char* const turn_board = "AdJd8s4c";
+
+/// A tree is sound, and counted as it is built.
+void check(const Game& game) {
+    EXPECT_NO_THROW(check_tree(game));
+    const auto weigh = [](Seat seat, std::size_t actions) {
+        return actions * actions + index_of(seat);
+    };
+    TreeCount built;
+    TreeCount first_street;
+    for (const GameNode& node : game.nodes) {
+        TreeCount one{.nodes = 1, .chances = node.kind == NodeKind::Chance ? 1U : 0U};
+        if (node.kind == NodeKind::Decision) {
+            one.decisions = 1;
+            one.actions[index_of(node.seat)] = node.actions.size();
+            one.action_bytes = weigh(node.seat, node.actions.size());
+        }
+        built += one;
+        first_street +=
+            one * (node.turn == game.cards.board[3] && node.river == game.cards.board[4]);
+    }
+    const BettingRules rules(game.options, game.cards.board, &game.cards.isomorphism);
+    const NodeCosts costs{.node = 10, .decision = 3, .actions = weigh};
+    const auto counted = TreeCounter(rules, costs, {}).count(rules.root());
+    EXPECT_FALSE(counted.at_least);
+    EXPECT_EQ(counted.tree, built);
+    EXPECT_EQ(counted.first_street, first_street);
+    EXPECT_EQ(counted.bytes, built.nodes * 10 + built.decisions * 3 + built.action_bytes);
+    // Exactly at its size a tree still fits.
+    EXPECT_FALSE(TreeCounter(rules, costs, {counted.bytes}).count(rules.root()).at_least);
+    const auto beyond = TreeCounter(rules, costs, {counted.bytes - 1}).count(rules.root());
+    EXPECT_LE(beyond.bytes, counted.bytes);
+}
 
 struct ActionsCase {
     const char* name;
@@ -103,7 +140,7 @@ TEST(ActionPlan, ActionsAndAmounts) {
         options.merge_threshold = c.merge_threshold;
         const Game game(options, cards_from(c.spot));
         EXPECT_EQ(text_of(game.nodes[descend(game.nodes, c.path)].actions), c.expected);
-        EXPECT_NO_THROW(check_tree(game));
+        check(game);
     }
 }
 
@@ -129,7 +166,7 @@ TEST(ActionPlan, CountsByHand) {
     for (const auto& [s, count] : cases) {
         const Game game = game_from(s);
         EXPECT_EQ(game.plan.node_count(), count) << s.board;
-        EXPECT_NO_THROW(check_tree(game));
+        check(game);
     }
 }
 
@@ -177,38 +214,68 @@ Spot three_streets(std::string_view board) {
     return spot;
 }
 
-TEST(ActionPlan, LargeTreesAreSound) {
-    EXPECT_NO_THROW(check_tree(game_from(three_streets("AdJd8s"))));
-    EXPECT_NO_THROW(check_tree(game_from(three_streets("AdJh8s"))));
-}
-
-/// Every field of a subtree in depth-first order, without the numbers of its nodes.
-void describe(const ActionPlan& plan, std::size_t index, std::vector<std::int64_t>& out) {
-    const PlanNode& n = plan.node(index);
-    out.insert(out.end(),
-               {static_cast<int>(n.kind), static_cast<int>(n.seat), static_cast<int>(n.street),
-                n.runout_pending, n.matched, n.pot, n.contributed[0], n.contributed[1],
-                static_cast<int>(n.last_action), static_cast<int>(n.last_actor), n.turn, n.river});
-    for (std::size_t a = 0; a < n.children.size(); ++a) {
-        out.insert(out.end(), {static_cast<int>(n.actions[a].kind), n.actions[a].amount});
-        describe(plan, n.children[a], out);
+TEST(ActionPlan, LargeTreesAreSoundAndCounted) {
+    // Rainbow, two suits, one, a pair; ranges that leave suits alike and that do not.
+    for (const char* board : {"AdJh8s", "AdJd8s", "AhJh8h", "7h7s2c", "7h7s2c2d"}) {
+        check(game_from(three_streets(board)));
     }
+    Spot odd = three_streets("AdJd8s");
+    odd.ip = "KK,AhKh";
+    odd.stack = 3000;
+    odd.flop = odd.turn = {"500c", "700c2r", "33%,e", "2.5x,10c", "20%"};
+    odd.river = {"2e,50%", "3x", "60%,65%,a", "1000c1r", ""};
+    PlanOptions options = options_from(odd);
+    options.jam_threshold = {0.8, 2};
+    options.all_in_threshold = 0.3;
+    options.merge_threshold = 0.1;
+    check({options, cards_from(odd)});
+    odd.board = "AdJd8s4c";  // the flop's street on a board that has its turn
+    check({options, cards_from(odd)});
 }
 
-TEST(ActionPlanParallel, TasksBuildTheSameTree) {
-    const Spot spot = three_streets(turn_board);
-    const CardContext cards = cards_from(spot);
-    const ActionPlan sequential(options_from(spot), &cards);
-    std::vector<std::int64_t> expected;
-    describe(sequential, 0, expected);
-    const ScopedVariable depth("KESTREL_ACTIONPLAN_PARALLEL_DEPTH", "3x");
-    const ScopedVariable workers("KESTREL_ACTIONPLAN_MAX_WORKERS", "4");
-    const Game game = game_from(spot);
-    std::vector<std::int64_t> built;
-    describe(game.plan, 0, built);
-    EXPECT_EQ(built, expected);
-    EXPECT_NO_THROW(check_tree(game));
-    EXPECT_EQ(game.plan.memory_bytes(), sequential.memory_bytes());
+TEST(ActionPlan, KeepsToItsLimits) {
+    Spot spot = three_streets("AdJd8s");
+    const std::uint64_t size = game_from(spot).plan.memory_bytes();
+    const auto failure = [](const Spot& s, const TreeLimits& limits) {
+        try {
+            return failure_of([&] { Game(options_from(s), cards_from(s), limits); });
+        } catch (const std::runtime_error& error) {
+            return std::string(error.what());
+        }
+    };
+    const std::atomic<bool> stop = true;
+    EXPECT_EQ(failure(spot, {size + 16}), "");
+    EXPECT_EQ(failure(spot, {size + 15}), "The tree is too large");
+    EXPECT_EQ(failure(spot, {size, &stop}), "Stopped");
+    // Twenty sizes a street; and raises by the least that there is, line upon line.
+    spot.flop = spot.turn = spot.river =
+        both("5%,10%,15%,20%,25%,30%,35%,40%,45%,50%,55%,60%,65%,70%,75%,80%,85%,90%,95%,100%",
+             "5%,10%,15%,20%,25%,30%,35%,40%,45%,50%,55%,60%,65%,70%,75%,80%,85%,90%,95%,100%");
+    spot.stack = 100000;
+    EXPECT_EQ(failure(spot, {}), "The tree is too large");
+    spot.board = river_board;
+    spot.river = both("1c", "1c");
+    EXPECT_EQ(failure(spot, {}), "invalid argument: The betting lines are too long");
+}
+
+TEST(ActionPlanParallel, TheTreeIsTheSame) {
+    const Spot spot = three_streets("AdJd8s");
+    const Game alone = game_from(spot);
+    for (const char* depth : {"1", "3x", "6"}) {
+        const ScopedVariable from("KESTREL_ACTIONPLAN_PARALLEL_DEPTH", depth);
+        const ScopedVariable workers("KESTREL_ACTIONPLAN_MAX_WORKERS", "4");
+        const Game game = game_from(spot);
+        ASSERT_EQ(game.nodes.size(), alone.nodes.size());
+        EXPECT_NO_THROW(check_tree(game));
+        for (std::size_t i = 0; i < game.nodes.size(); ++i) {
+            const GameNode& a = game.nodes[i];
+            const GameNode& b = alone.nodes[i];
+            ASSERT_TRUE(std::ranges::equal(a.actions, b.actions)) << i;
+            ASSERT_TRUE(std::ranges::equal(a.children, b.children)) << i;
+            ASSERT_EQ(std::tuple(a.kind, a.seat, a.pot, a.turn, a.river, a.last_action),
+                      std::tuple(b.kind, b.seat, b.pot, b.turn, b.river, b.last_action));
+        }
+    }
 }
 
 }  // namespace

@@ -43,6 +43,8 @@ TEST(CardContext, PocketTablesAgainstAScan) {
             }
             EXPECT_EQ(cards.pockets[s].size(), i);
         }
+        EXPECT_EQ(cards.memory_bytes(),
+                  tables_bytes(cards.board, deal_hands(cards.board, cards.weights)));
         EXPECT_NEAR(cards.combination_mass, plain_mass(cards), 1e-9 * cards.combination_mass);
     }
 }
