@@ -39,8 +39,12 @@ BuiltSpot estimate_spot(const kestrel_app::SolveConfig& config) {
     spot.available_bytes = tidewell_platform::available_memory();
     told(spot, [&] {
         spot.inputs = kestrel_app::parse_spot(config);
-        spot.estimate =
-            kestrel_app::estimate_solve_memory(spot.inputs, config, {spot.available_bytes});
+        kestrel_app::EstimateLimits limits;
+        if (spot.available_bytes) {
+            limits.budget_bytes =
+                2 * *spot.available_bytes;  // by how much it misses is of interest
+        }
+        spot.estimate = kestrel_app::estimate_solve_memory(spot.inputs, config, limits);
     });
     return spot;
 }

@@ -34,24 +34,10 @@ const SizeToken all_in{.kind = SizeKind::AllIn};
 
 TEST(BetSize, Tokens) {
     const std::pair<std::string_view, SizeToken> cases[] = {
-        {" \t75% ", pot(0.75)},
-        {"33.3%", pot(33.3 / 100.0)},
-        {"-10%", pot(-0.1)},
-        {"inf%", pot(infinity)},
-        {"0x10%", pot(0.16)},
-        {"1e-400%", pot(0.0)},
-        {"2.5X", multiple(2.5)},
-        {"500C", chips(500)},
-        {"-5c", chips(-5)},
-        {"+500", chips(500)},
-        {"500c3r", chips(500, 3)},
-        {"500C3R", chips(500, 3)},
-        {"3e", geometric(3)},
-        {"e", geometric(0)},
-        {"3%75E", geometric(3, 0.75)},
-        {"%75e", geometric(0, 0.75)},
+        {" \t75% ", pot(0.75)}, {"33.3%", pot(33.3 / 100.0)},  {"-10%", pot(-0.1)},
+        {"0x10%", pot(0.16)},   {"2.5X", multiple(2.5)},       {"500C", chips(500)},
+        {"e", geometric(0)},    {"3%75E", geometric(3, 0.75)}, {"%75e", geometric(0, 0.75)},
         {"A", all_in},
-        {"100a", all_in},
     };
     for (const auto& [text, token] : cases) {
         EXPECT_EQ(parse_size_token(text, true), token) << text;
@@ -120,13 +106,6 @@ TEST(BetSize, Amounts) {
     }
     EXPECT_EQ(resolve_size(geometric(0), {.max_raise_to = 9, .min_raise_to = 4}), 4);
     EXPECT_EQ(resolve_size(geometric(1), {.max_raise_to = 9, .stack_to_pot = infinity}), 9);
-}
-
-TEST(BetSize, ClampAmount) {
-    EXPECT_EQ(clamp_amount(-2.5, -10, 10), -3);
-    EXPECT_EQ(clamp_amount(2.4999, 0, 10), 2);
-    EXPECT_EQ(clamp_amount(5.0, 20, 10), 20);  // the lower limit wins
-    EXPECT_EQ(clamp_amount(2147483647.4, 0, int_max), int_max);
 }
 
 }  // namespace

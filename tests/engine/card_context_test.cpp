@@ -85,14 +85,11 @@ TEST(CardContext, Failures) {
     const Card none = NO_CARD;
     const std::pair<Board, std::string_view> boards[] = {
         {{none, 1, 2, none, none}, "invalid argument: Flop cards must be defined"},
-        {{0, 1, none, none, none}, "invalid argument: Flop cards must be defined"},
-        {{0, 52, 2, none, none}, "out of range: Card code must be in [0, 52)"},
         {{0, 0, 2, 70, none}, "invalid argument: Flop cards must be unique"},
         {{0, 1, 2, 70, none}, "out of range: Card code must be in [0, 52)"},
         {{0, 1, 2, 2, none}, "invalid argument: Turn conflicts with flop"},
         {{0, 1, 2, 3, 254}, "out of range: Card code must be in [0, 52)"},
         {{0, 1, 2, 3, 3}, "invalid argument: River conflicts with existing cards"},
-        {{0, 1, 2, none, 1}, "invalid argument: River conflicts with existing cards"},
         {{0, 1, 2, none, 9}, "invalid argument: River cannot be dealt without a turn"},
     };
     const Range aces = parse_range("AA");
@@ -111,11 +108,7 @@ TEST(CardContext, Failures) {
 TEST(CardContext, WorkerCount) {
     const std::size_t hardware = std::max(1U, std::thread::hardware_concurrency());
     EXPECT_EQ(CardContext::worker_count(), hardware);
-    const std::pair<const char*, std::size_t> cases[] = {
-        {"3", 3},       {" 2x", 2},         {"0", hardware},
-        {"", hardware}, {"many", hardware}, {"99999999999999999999", hardware},
-    };
-    for (const auto& [text, count] : cases) {
+    for (const auto& [text, count] : {std::pair(" 2x", std::size_t{2}), {"0", hardware}}) {
         const ScopedVariable variable("KESTREL_CARDCTX_MAX_WORKERS", text);
         EXPECT_EQ(CardContext::worker_count(), count) << text;
     }
@@ -150,15 +143,6 @@ TEST(CardContextParallel, LiveContextsOfOneSpotShareTheirTables) {
     const CardContext third = cards_from(other);
     EXPECT_NE(first.cache_key, third.cache_key);
     EXPECT_NE(&first.showdown, &third.showdown);
-
-    std::array<double, 4> masses{};
-    {
-        std::vector<std::jthread> threads;
-        for (double& mass : masses)
-            threads.emplace_back([&mass] { mass = cards_from(spots[1]).combination_mass; });
-    }
-    for (const double mass : masses)
-        EXPECT_EQ(mass, cards_from(spots[1]).combination_mass);
 }
 
 }  // namespace

@@ -97,25 +97,6 @@ TEST(Evaluator, EqualsBestOfAllFiveCardHands) {
     EXPECT_EQ(categories.size(), 9U);
 }
 
-using Frequencies = std::array<std::uint64_t, 9>;
-
-void count_hands(SuitLanes lanes, std::size_t first, std::size_t missing, Frequencies& counts) {
-    if (missing == 0) {
-        ++counts[evaluate_lanes(lanes) >> 26];
-        return;
-    }
-    for (std::size_t card = first; card + missing <= card_count; ++card) {
-        count_hands(lanes | suit_lanes(static_cast<Card>(card)), card + 1, missing - 1, counts);
-    }
-}
-
-TEST(Evaluator, CategoriesOfAllHandsHaveTheTextbookFrequencies) {
-    Frequencies counts{};
-    count_hands(0, 0, 7, counts);
-    EXPECT_EQ(counts, (Frequencies{23294460, 58627800, 31433400, 6461620, 6180020, 4047644, 3473184,
-                                   224848, 41584}));
-}
-
 TEST(Evaluator, RefusesWhatIsNoHand) {
     EXPECT_EQ(evaluate_seven({0, 5, 34, 38, 42, 46, 50}), 0x22000000U);  // a royal flush
     const Pocket pocket{parse_card("2c"), parse_card("Ad")};
@@ -124,12 +105,10 @@ TEST(Evaluator, RefusesWhatIsNoHand) {
         EXPECT_EQ(failure_of([&] { evaluate_hand(pocket, std::span(board).first(size)); }),
                   "invalid argument: Board must contain exactly 5 cards for evaluation");
     }
-    const Seven cards{pocket.low, pocket.high, 4, 9, 14, 19, 24};
-    EXPECT_EQ(evaluate_hand(pocket, std::span(board).first(5)), evaluate_seven(cards));
-    for (std::size_t place = 0; place < cards.size(); ++place) {
-        Seven broken = cards;
-        broken[place] = place % 2 == 0 ? 52 : NO_CARD;
-        EXPECT_EQ(failure_of([&] { evaluate_seven(broken); }),
+    for (const Card broken : {Card{52}, NO_CARD}) {
+        EXPECT_EQ(failure_of([&] {
+                      evaluate_seven({0, 5, 34, 38, 42, 46, broken});
+                  }),
                   "out of range: Card code must be in [0, 52)");
     }
 }

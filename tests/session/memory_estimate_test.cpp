@@ -72,8 +72,10 @@ TEST(MemoryEstimate, EndsEarly) {
     const std::atomic<bool> stop = true;
     EXPECT_THROW(estimate_solve_memory(config, {needed, &stop}), kestrel::BuildStopped);
     // What no machine can hold is known at once, also without a budget.
+    config.board = "QsJs8h";
+    config.starting_street = "flop";
     for (StreetSizingText* const text :
-         {&config.oop_turn, &config.ip_turn, &config.oop_river, &config.ip_river}) {
+         {&config.oop_flop, &config.ip_flop, &config.oop_river, &config.ip_river}) {
         *text = {"5,10,15,20,25,30,35,40,45,50,55,60,65,70,75,80,85,90,95,100",
                  "5,10,15,20,25,30,35,40,45,50,55,60,65,70,75,80,85,90,95,100", true, false};
     }
@@ -91,7 +93,7 @@ TEST(MemoryEstimate, RefusesWhatCannotBeSolved) {
         {"The weights are too small",
          [](SolveConfig& c) { c.oop_range = c.ip_range = "AA:1e-20,KK:1e-20"; }},
         {"The weights are too small",
-         [](SolveConfig& c) { c.oop_range = c.ip_range = "AA:1e-18,KK:1e-18"; }},
+         [](SolveConfig& c) { c.oop_range = c.ip_range = "AA:3e-19,KK:3e-19"; }},
         {"Player range empty after filtering board cards",
          [](SolveConfig& c) { c.oop_range = "QsJs"; }},
         {"Turn conflicts with flop", [](SolveConfig& c) { c.board = "QsJs8h8h"; }},
