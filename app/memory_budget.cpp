@@ -36,7 +36,8 @@ MemoryBudget::MemoryBudget(QObject* parent)
 }
 
 MemoryBudget::~MemoryBudget() {
-    stopEstimate();
+    stop(estimate_);
+    stop(check_);
     pool_.waitForDone();
 }
 
@@ -48,70 +49,77 @@ quint64 MemoryBudget::effectiveAvailableBytes() const {
 }
 
 void MemoryBudget::requestEstimate(const QVariantMap& config) {
-    workOut(kestrel_app::config_from_map(configMapOf(config)), [] {});
+    stop(estimate_);
+    workOut(&MemoryBudget::estimate_, kestrel_app::config_from_map(configMapOf(config)), [] {});
 }
 
 void MemoryBudget::checkFit(const kestrel_app::SolveConfig& config,
                             std::function<void(const Fit&)> answer) {
-    workOut(config, [this, answer = std::move(answer)] {
+    stop(estimate_);
+    stop(check_);
+    workOut(&MemoryBudget::check_, config, [this, answer = std::move(answer)] {
         refresh();
         answer(fitOfEstimate());
     });
 }
 
 void MemoryBudget::stopEstimate() {
-    if (stop_ != nullptr) {
-        *stop_ = true;
-        stop_ = nullptr;
+    stop(estimate_);
+    stop(check_);
+    noteWork();
+}
+
+void MemoryBudget::stop(Stop& work) {
+    if (work != nullptr) {
+        *work = true;
+        work = nullptr;
     }
-    pool_.clear();
-    if (pending_) {
-        pending_ = false;
+}
+
+void MemoryBudget::noteWork() {
+    const bool pending = estimate_ != nullptr || check_ != nullptr;
+    if (pending != pending_) {
+        pending_ = pending;
         Q_EMIT requiredChanged();
     }
 }
 
-/// Only what the newest call works out is ever taken over.
-void MemoryBudget::workOut(kestrel_app::SolveConfig config, std::function<void()> then) {
-    if (stop_ != nullptr) {
-        *stop_ = true;
-    }
-    pool_.clear();
-    stop_ = std::make_shared<std::atomic<bool>>(false);
-    if (!pending_) {
-        pending_ = true;
-        Q_EMIT requiredChanged();
-    }
-    pool_.start([this, config = std::move(config), then = std::move(then), stop = stop_,
-                 limit = systemBytes_] {
-        Estimate estimate;
-        try {
-            kestrel_app::EstimateLimits limits;
-            limits.stop = stop.get();
-            if (limit != 0) {
-                limits.budget_bytes = limit;
-            }
-            estimate.memory = kestrel_app::estimate_solve_memory(config, limits);
-        } catch (const kestrel::BuildStopped&) {
-            return;
-        } catch (const std::exception& failure) {
-            estimate.error = QString::fromUtf8(failure.what());
-        }
-        QMetaObject::invokeMethod(
-            this,
-            [this, estimate, then, stop] {
-                if (stop == stop_) {
-                    stop_ = nullptr;
-                    finishEstimate(estimate);
-                    then();
+/// One after the other, so that a check is not held up by an estimate that comes later. Only what
+/// nobody has stopped is taken over.
+void MemoryBudget::workOut(Stop MemoryBudget::*work, const kestrel_app::SolveConfig& config,
+                           std::function<void()> then) {
+    this->*work = std::make_shared<std::atomic<bool>>(false);
+    noteWork();
+    pool_.start(
+        [this, work, config, then = std::move(then), stop = this->*work, limit = systemBytes_] {
+            Estimate estimate;
+            try {
+                kestrel_app::EstimateLimits limits;
+                limits.stop = stop.get();
+                if (limit != 0) {
+                    limits.budget_bytes = limit;
                 }
-            },
-            Qt::QueuedConnection);
-    });
+                estimate.memory = kestrel_app::estimate_solve_memory(config, limits);
+            } catch (const kestrel::BuildStopped&) {
+                return;
+            } catch (const std::exception& failure) {
+                estimate.error = QString::fromUtf8(failure.what());
+            }
+            QMetaObject::invokeMethod(
+                this,
+                [this, work, estimate, then, stop] {
+                    if (stop == this->*work) {
+                        this->*work = nullptr;
+                        finishEstimate(estimate);
+                        then();
+                    }
+                },
+                Qt::QueuedConnection);
+        });
 }
 
 void MemoryBudget::finishEstimate(const Estimate& estimate) {
-    pending_ = false;
+    pending_ = estimate_ != nullptr || check_ != nullptr;
     error_ = estimate.error;
     requiredBytes_ = estimate.memory.total_bytes;
     requiredText_ = estimate.memory.at_least ? tr("More than %1").arg(formatBytes(systemBytes_))

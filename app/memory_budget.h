@@ -54,11 +54,12 @@ class MemoryBudget : public QObject {
 
     /// Works out whether a solve of `config` fits into what is available and what the last result
     /// gives back, without building its tree, and tells `answer` on this thread, after the call has
-    /// returned. It then is the configuration that the requirement is told of. The answer is not
-    /// told any more once an estimate or another check is asked for.
+    /// returned. It then is the configuration that the requirement is told of, until an estimate
+    /// that was asked for meanwhile is there. A newer check takes the place of an older one, whose
+    /// answer is not told.
     void checkFit(const kestrel_app::SolveConfig& config, std::function<void(const Fit&)> answer);
 
-    /// Ends what is being worked out; its answer is not told.
+    /// Ends what is being worked out, a check too; no answer is told.
     void stopEstimate();
 
     /// Reads the available memory anew.
@@ -87,8 +88,14 @@ class MemoryBudget : public QObject {
         QString error;
     };
 
+    /// Set once nobody waits for what is being worked out; null where nothing is.
+    using Stop = std::shared_ptr<std::atomic<bool>>;
+
     void setAvailable(quint64 bytes);
-    void workOut(kestrel_app::SolveConfig config, std::function<void()> then);
+    static void stop(Stop& work);
+    void workOut(Stop MemoryBudget::*work, const kestrel_app::SolveConfig& config,
+                 std::function<void()> then);
+    void noteWork();
     void finishEstimate(const Estimate& estimate);
     Fit fitOfEstimate() const;
 
@@ -101,8 +108,9 @@ class MemoryBudget : public QObject {
     bool pending_ = false;
     QString error_;
     quint64 reclaimableBytes_ = 0;
-    quint64 pendingBytes_ = 0;                 // the estimate in force when the running solve began
-    std::shared_ptr<std::atomic<bool>> stop_;  // of what is being worked out; null without
+    quint64 pendingBytes_ = 0;  // the estimate in force when the running solve began
+    Stop estimate_;
+    Stop check_;
     bool fixedForTests_ = false;
     QTimer timer_;
     QThreadPool pool_;

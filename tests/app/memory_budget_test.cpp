@@ -108,6 +108,14 @@ TEST(MemoryBudget, ChecksTheConfigurationThatWillRun) {
     QVariantMap broken = riverConfig();
     broken["board"] = "AdAd8s4c2h";
     EXPECT_EQ(fit(broken).reason, "Flop cards must be unique");
+    // An estimate that is asked for meanwhile takes nothing from a check.
+    std::optional<MemoryBudget::Fit> told;
+    budget.checkFit(kestrel_app::config_from_map(configMapOf(riverConfig())),
+                    [&told](const MemoryBudget::Fit& answer) { told = answer; });
+    budget.requestEstimate(broken);
+    ASSERT_TRUE(waitUntil([&] { return !budget.estimatePending(); }));
+    EXPECT_TRUE(told && told->fits);
+    EXPECT_EQ(budget.estimateError(), "Flop cards must be unique");
     // What the last result gives back counts.
     budget.setSystem(24 * gigabyte, needed);
     EXPECT_FALSE(fit(riverConfig()).fits);

@@ -351,7 +351,7 @@ TEST_F(Program, ReplacesFilesAsAWholeOrNotAtAll) {
 
 TEST(Memory, RefusesWhatDoesNotFit) {
     const std::pair<const char*, const char*> cases[] = {
-        {"700000", "the solve needs 1.1[0-9] GB, [0-9]+ MB are available"},
+        {"700000", "the solve needs 1.[01][0-9] GB, [0-9]+ MB are available"},
         {"40000", "the solve needs more than [0-9]+ [KM]B, [0-9]+ [KM]B are available"},
     };
     for (const auto& [limit, message] : cases) {
