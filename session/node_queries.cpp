@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "session/action_names.h"
+#include "session/decision_view.h"
 #include "session/equity.h"
 #include "session/hand_classes.h"
 #include "session/hand_labels.h"
@@ -22,61 +22,8 @@ using kestrel::CardContext;
 using kestrel::Game;
 using kestrel::GameNode;
 using kestrel::NO_CARD;
-using kestrel::NodeKind;
 using kestrel::Pocket;
 using kestrel::Seat;
-
-/// A decision node with what every question to one needs.
-struct DecisionView {
-    const FinishedSolve& solve;
-    const Game& game;
-    const CardContext& cards;
-    const std::uint64_t index;
-    const GameNode& node;
-    const Seat hero;
-    const std::vector<Pocket>& pockets;
-    const std::vector<float>& weights;  // of the range
-    const std::size_t actions;
-    const std::vector<float> strategy;  // A x H, action-major
-
-    double probability(std::size_t action, std::size_t hand) const {
-        return static_cast<double>(usable(strategy[action * pockets.size() + hand]));
-    }
-    double weight(std::size_t hand) const { return static_cast<double>(usable(weights[hand])); }
-
-    std::vector<std::string> action_names() const { return named(action_display_name); }
-    std::vector<std::string> action_types() const { return named(action_type_name); }
-
-  private:
-    template <class Name>
-    std::vector<std::string> named(Name name) const {
-        std::vector<std::string> names;
-        for (const kestrel::Action& action : node.actions) {
-            names.push_back(name(action, naming_pot(game, index)));
-        }
-        return names;
-    }
-};
-
-std::optional<DecisionView> view_decision(const FinishedSolve& solve, std::uint64_t index) {
-    const Game& game = *solve.game;
-    if (index >= game.nodes.size()) {
-        return std::nullopt;
-    }
-    const GameNode& node = game.nodes[index];
-    const std::size_t actions = node.actions.size();
-    if (node.kind != NodeKind::Decision || actions == 0 || node.children.size() < actions) {
-        return std::nullopt;
-    }
-    const std::vector<Pocket>& pockets = game.cards.pockets[index_of(node.seat)];
-    std::vector<float> strategy = solve.solver->average_strategy(index);
-    if (strategy.size() != actions * pockets.size()) {
-        return std::nullopt;
-    }
-    const std::vector<float>& weights = game.cards.pocket_weights[index_of(node.seat)];
-    return DecisionView{solve,     game,    game.cards, index,   node,
-                        node.seat, pockets, weights,    actions, std::move(strategy)};
-}
 
 /// Equity of the hands that take one action.
 double action_equity(const DecisionView& view, std::size_t action,
@@ -110,21 +57,8 @@ ReachedValues reached_values(const DecisionView& view) {
     const Seat opponent = other(view.hero);
     const std::vector<float> their_reach =
         reach_along(view.solve, view.index, path, opponent, range_weights(view.cards, opponent));
-    return {reach_along(view.solve, view.index, path, view.hero,
-                        std::vector<float>(view.pockets.size(), 1.0F)),
-            view.solve.solver->action_values(view.game, view.index, their_reach),
+    return {view.own_reach(), view.solve.solver->action_values(view.game, view.index, their_reach),
             HandValues(view.game, view.node, view.hero, their_reach)};
-}
-
-std::vector<double> normalised(std::vector<double> shares) {
-    double sum = 0;
-    for (const double share : shares) {
-        sum += share;
-    }
-    for (double& share : shares) {
-        share = sum > 0 ? share / sum : 1.0 / static_cast<double>(shares.size());
-    }
-    return shares;
 }
 
 std::optional<std::size_t> position_of(const DecisionView& view, std::string_view c1,
@@ -238,9 +172,8 @@ std::optional<std::vector<HandCombo>> hand_combos(const FinishedSolve& solve, st
         combo.ev = reached.scale.of(node_values[h], h);
         for (std::size_t a = 0; a < view->actions; ++a) {
             combo.action_evs.push_back(reached.scale.of(reached.values[a * hands + h], h));
-            combo.action_probs.push_back(view->probability(a, h));
         }
-        combo.action_probs = normalised(std::move(combo.action_probs));
+        combo.action_probs = view->probabilities(h);
         combo.buckets = classify(board, view->pockets[h]).names();
         combos.push_back(std::move(combo));
     }

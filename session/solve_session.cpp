@@ -207,6 +207,13 @@ std::optional<HandStrategy> SolveSession::hand_strategy(std::uint64_t node) cons
     });
 }
 
+std::optional<ReachStrategy> SolveSession::reach_strategy(std::uint64_t node,
+                                                          std::string_view bucket) const {
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::reach_strategy(solve, node, bucket);
+    });
+}
+
 std::optional<std::vector<HandCombo>> SolveSession::hand_combos(std::uint64_t node) const {
     return asked(finished(),
                  [&](const FinishedSolve& solve) { return kestrel_app::hand_combos(solve, node); });

@@ -14,6 +14,7 @@
 #include "session/finished_solve.h"
 #include "session/hand_distributions.h"
 #include "session/node_queries.h"
+#include "session/reach_strategy.h"
 #include "session/result_snapshot.h"
 #include "session/solve_config.h"
 
@@ -74,9 +75,10 @@ class SolveSession {
     std::shared_ptr<const kestrel::DiscountedCfr> solver() const;
 
     // Questions to the finished solve; nothing without one, or without the memory for an answer.
-    // See node_queries.h.
+    // See node_queries.h and reach_strategy.h.
     std::optional<NodeActionStats> node_action_stats(std::uint64_t node) const;
     std::optional<HandStrategy> hand_strategy(std::uint64_t node) const;
+    std::optional<ReachStrategy> reach_strategy(std::uint64_t node, std::string_view bucket) const;
     std::optional<std::vector<HandCombo>> hand_combos(std::uint64_t node) const;
     std::optional<std::vector<SeatCombo>> seat_hand_combos(std::uint64_t node,
                                                            kestrel::Seat seat) const;
