@@ -297,7 +297,7 @@ bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectS
         answers_.keep(0);
     }
     data.results = results_;
-    data.caches = answers_.caches();
+    data.records = answers_.records();
     data.nodeLocks = locks_.all();
     data.lastUiCfg = lastSolveCfg_;
     QString error;
@@ -345,6 +345,9 @@ QVariantMap AppController::loadProject(const QUrl& fileUrl) {
         return refuse(tr("Not enough memory to read the file"));
     }
     if (!read.error.isEmpty()) {
+        if (!read.damage.isEmpty()) {
+            qWarning().noquote() << "loadProject:" << path << read.damage;
+        }
         return refuse(tr(read.error.toUtf8().constData()));
     }
 
@@ -354,9 +357,10 @@ QVariantMap AppController::loadProject(const QUrl& fileUrl) {
     dropAnswers();
     locks_.clear();
     results_ = std::move(data.results);
-    const auto strategies = data.caches.handStrategy.size();
-    const auto combos = data.caches.handCombos.size();
-    answers_.restore(std::move(data.caches));
+    using kestrel_app::NodeRecord;
+    const auto strategies = kestrel_app::nodes_with(data.records, &NodeRecord::strategy);
+    const auto combos = kestrel_app::nodes_with(data.records, &NodeRecord::combos);
+    answers_.restore(std::move(data.records));
     restoreLocks(data.nodeLocks);
     lastSolveCfg_ = data.lastUiCfg;
     setRunning(false);
@@ -437,7 +441,7 @@ QVariantList AppController::nodeLocks(int nodeIndex) {
 }
 
 int AppController::treeNodeCount() {
-    return results_.tree.actionListCount();
+    return results_.tree.nodeCount();
 }
 
 QVariantMap AppController::nodeMeta(int nodeIndex) {

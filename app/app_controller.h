@@ -176,7 +176,7 @@ class AppController : public QObject {
 
     kestrel_app::SolveSession session_;
     tidewell::SolveResults results_;
-    tidewell::NodeAnswers answers_{session_, results_.tree};
+    tidewell::NodeAnswers answers_{session_};
     tidewell::DistributionJobs distributions_{session_};
     tidewell::NodeLockStore locks_;
     tidewell::MemoryBudget memory_;

@@ -29,10 +29,10 @@ void save_project(const std::string& path, const SolvedProject& project) {
     data.lastUiCfg = tidewell::variantMapOf(settings);
     data.hasResults = true;
     data.results = tidewell::resultsOf(project.run.result);
-    tidewell::NodeAnswers answers(*project.run.session, data.results.tree);
+    tidewell::NodeAnswers answers(*project.run.session);
     answers.keep(0);
     answers.keep(static_cast<int>(project.node));
-    data.caches = answers.caches();
+    data.records = answers.records();
     tidewell::NodeLockStore locks;
     for (const kestrel_app::NodeLockEntry& lock : project.locks) {
         locks.add(lock);

@@ -30,7 +30,8 @@ tidewell::ProjectData read_project(const std::string& path) {
     if (!read.error.isEmpty()) {
         const std::string place =
             read.invalidAt == 0 ? "" : " at byte " + std::to_string(read.invalidAt);
-        throw InputError(path + ": " + read.error.toStdString() + place);
+        const std::string damage = read.damage.isEmpty() ? "" : ": " + read.damage.toStdString();
+        throw InputError(path + ": " + read.error.toStdString() + place + damage);
     }
     return std::move(read.data);
 }

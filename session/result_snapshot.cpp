@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <stdexcept>
 #include <unordered_map>
 
 #include "session/action_names.h"
@@ -36,6 +37,14 @@ struct LabelKeyHash {
                                         0x9E3779B97F4A7C15U);
     }
 };
+
+constexpr std::uint8_t decision = 0;  // its place among the types
+
+void require(bool holds, std::size_t node, const char* what) {
+    if (!holds) {
+        throw std::invalid_argument("node " + std::to_string(node) + ": " + what);
+    }
+}
 
 }  // namespace
 
@@ -83,8 +92,7 @@ TreeSnapshot::TreeSnapshot(const Game& game, const kestrel::DiscountedCfr& solve
                           {node.contributed[0], node.contributed[1]},
                           static_cast<std::uint8_t>(node.kind),
                           static_cast<std::uint8_t>(deal),
-                          static_cast<std::uint8_t>(player),
-                          actions > 0});
+                          static_cast<std::uint8_t>(player)});
         const std::span shown(frequencies.data() + first_action[i], actions);
         normalise_frequencies(shown);
         const std::int32_t pot = naming_pot(game, i);
@@ -109,8 +117,8 @@ TreeSnapshot::TreeSnapshot(const Game& game, const kestrel::DiscountedCfr& solve
 
 SolveNodeMeta TreeSnapshot::node(std::size_t index) const {
     const Node& node = nodes_.at(index);
-    return {node_types[node.type], chance_deals[node.deal], players[node.player], node.pot,
-            node.invested[0],      node.invested[1],        node.has_children};
+    return {node_types[node.type], chance_deals[node.deal], players[node.player],   node.pot,
+            node.invested[0],      node.invested[1],        action_count(index) > 0};
 }
 
 std::size_t TreeSnapshot::action_count(std::size_t index) const {
@@ -137,26 +145,25 @@ std::size_t TreeSnapshot::memory_bytes() const {
     return bytes;
 }
 
-bool TreeSnapshot::Builder::add_node(const SolveNodeMeta& meta) {
-    const auto place = [](const auto& texts, std::string_view text) {
-        return static_cast<std::uint8_t>(std::ranges::find(texts, text) - texts.begin());
+void TreeSnapshot::Builder::add_node(const SolveNodeMeta& meta) {
+    const std::size_t index = tree_->nodes_.size();
+    const auto place = [&](const auto& texts, std::string_view text) {
+        const auto found = std::ranges::find(texts, text);
+        require(found != texts.end(), index, "a text that no node has");
+        return static_cast<std::uint8_t>(found - texts.begin());
     };
-    const Node node{meta.pot,
-                    {meta.invested_oop, meta.invested_ip},
-                    place(node_types, meta.node_type),
-                    place(chance_deals, meta.chance_deal),
-                    place(players, meta.player),
-                    meta.has_children};
-    if (node.type == node_types.size() || node.deal == chance_deals.size() ||
-        node.player == players.size()) {
-        return false;
-    }
-    tree_->nodes_.push_back(node);
-    return true;
+    tree_->nodes_.push_back({meta.pot,
+                             {meta.invested_oop, meta.invested_ip},
+                             place(node_types, meta.node_type),
+                             place(chance_deals, meta.chance_deal),
+                             place(players, meta.player)});
 }
 
 void TreeSnapshot::Builder::add_actions(std::span<const SolveActionInfo> actions) {
+    const std::size_t index = tree_->first_action_.size() - 1;
+    require(actions.size() <= most_actions, index, "more actions than any node has");
     for (const SolveActionInfo& action : actions) {
+        require(action.frequency >= 0 && action.frequency <= 1, index, "no frequency");
         const std::pair label(std::string(action.name), std::string(action.action_type));
         const auto [found, is_new] =
             known_.try_emplace(label, static_cast<std::uint32_t>(tree_->labels_.size()));
@@ -170,7 +177,29 @@ void TreeSnapshot::Builder::add_actions(std::span<const SolveActionInfo> actions
 
 std::shared_ptr<const TreeSnapshot> TreeSnapshot::Builder::finish() {
     known_.clear();
-    return std::exchange(tree_, std::shared_ptr<TreeSnapshot>(new TreeSnapshot));
+    const auto tree = std::exchange(tree_, std::shared_ptr<TreeSnapshot>(new TreeSnapshot));
+    tree->check();
+    return tree;
+}
+
+void TreeSnapshot::check() const {
+    const std::size_t count = nodes_.size();
+    require(count + 1 == first_action_.size(), std::min(count, first_action_.size() - 1),
+            "not one list of actions for each node");
+    std::vector<bool> has_parent(count);
+    for (std::size_t node = 0; node < count; ++node) {
+        for (std::size_t a = first_action_[node]; a < first_action_[node + 1]; ++a) {
+            const std::size_t child = actions_[a].child;
+            if (child != 0) {
+                require(child > node && child < count, node, "a child that does not stand below");
+                require(!has_parent[child], child, "two parents");
+                has_parent[child] = true;
+            }
+        }
+        require(nodes_[node].type != decision || action_count(node) > 0, node,
+                "a decision without actions");
+        require(node == 0 || has_parent[node], node, "no parent");
+    }
 }
 
 void add_root_actions(SolveResult& result, const Game& game, const kestrel::DiscountedCfr& solver) {

@@ -46,9 +46,7 @@ class TreeSnapshot {
 
     TreeSnapshot(const kestrel::Game& game, const kestrel::DiscountedCfr& solver);
 
-    /// Of the nodes, and of the lists of actions: the same for a tree that was solved.
     std::size_t size() const { return nodes_.size(); }
-    std::size_t action_lists() const { return first_action_.size() - 1; }
 
     // These throw std::out_of_range for an index at or past the size.
     SolveNodeMeta node(std::size_t index) const;
@@ -68,7 +66,6 @@ class TreeSnapshot {
         std::uint8_t type;  // places in the lists of texts
         std::uint8_t deal;
         std::uint8_t player;
-        bool has_children;
     };
     struct Action {
         float frequency;
@@ -78,6 +75,8 @@ class TreeSnapshot {
 
     TreeSnapshot() = default;
 
+    void check() const;
+
     std::vector<Node> nodes_;
     std::vector<std::uint32_t> first_action_{0};  // a list ends where the next begins
     std::vector<Action> actions_;
@@ -85,15 +84,22 @@ class TreeSnapshot {
 };
 
 /// Puts a snapshot together that comes from elsewhere, a file for one: nodes and lists of actions
-/// each in index order.
+/// each in index order. Throws std::invalid_argument, with the node, for what no tree of a solve
+/// has.
 class TreeSnapshot::Builder {
   public:
-    /// False, and nothing is added, for texts that no node has.
-    bool add_node(const SolveNodeMeta& meta);
+    /// More actions than anybody types sizes for, and than a page can show.
+    static constexpr std::size_t most_actions = 1000;
 
+    /// `has_children` is passed over: it follows from the actions.
+    void add_node(const SolveNodeMeta& meta);
+
+    /// Frequencies lie between 0 and 1.
     void add_actions(std::span<const SolveActionInfo> actions);
 
-    /// The finished snapshot; the builder starts anew.
+    /// The finished snapshot; the builder starts anew. There is one list of actions for each node,
+    /// a child stands behind its parent, and every node but the root is the child of one action. An
+    /// action without a child has the index 0.
     std::shared_ptr<const TreeSnapshot> finish();
 
   private:

@@ -1,19 +1,16 @@
 #include "app/files/json_reader.h"
 
-#include <QVariantList>
-#include <QVariantMap>
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <functional>
 #include <istream>
-#include <nlohmann/json.hpp>
 #include <streambuf>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "app/files/json_writer.h"
+#include "app/files/json_value.h"
 
 namespace tidewell {
 namespace {
@@ -51,31 +48,6 @@ class DeviceBuffer : public std::streambuf {
     std::array<char, 1 << 16> buffer_{};
 };
 
-/// Texts that were read lately. Keys and labels come back by the million: kept once each, the
-/// answers of a project take a quarter less memory.
-class KnownTexts {
-  public:
-    QString text(const std::string& utf8) {
-        if (utf8.size() > longest) {
-            return QString::fromStdString(utf8);
-        }
-        Known& known = known_[std::hash<std::string>()(utf8) % known_.size()];
-        if (known.utf8 != utf8) {
-            known = {utf8, QString::fromStdString(utf8)};
-        }
-        return known.text;
-    }
-
-  private:
-    static constexpr std::size_t longest = 31;  // bytes
-
-    struct Known {
-        std::string utf8;
-        QString text;
-    };
-    std::vector<Known> known_{512};
-};
-
 /// Builds the document from the parser's events.
 class DocumentBuilder : public nlohmann::json_sax<json> {
   public:
@@ -83,28 +55,23 @@ class DocumentBuilder : public nlohmann::json_sax<json> {
 
     /// An object or a list stood outside, and is whole.
     bool complete() const { return complete_; }
-    QVariantMap takeObject() { return std::move(document_); }
+    json takeObject() { return std::move(document_); }
 
-    bool null() override { return add(QVariant::fromValue(nullptr)); }
+    bool null() override { return add(nullptr); }
     bool boolean(bool flag) override { return add(flag); }
-    bool number_integer(number_integer_t number) override {
-        return add(static_cast<qlonglong>(number));
-    }
-    bool number_unsigned(number_unsigned_t number) override {
-        return std::in_range<qlonglong>(number) ? add(static_cast<qlonglong>(number))
-                                                : add(static_cast<double>(number));
-    }
+    bool number_integer(number_integer_t number) override { return add(number); }
+    bool number_unsigned(number_unsigned_t number) override { return add(number); }
     bool number_float(number_float_t number, const string_t&) override { return add(number); }
-    bool string(string_t& text) override { return add(texts_.text(text)); }
+    bool string(string_t& text) override { return add(std::move(text)); }
     bool binary(binary_t&) override { return false; }  // not in JSON text
 
-    bool start_object(std::size_t) override { return open(true); }
+    bool start_object(std::size_t) override { return open(json::object()); }
     bool key(string_t& name) override {
-        open_.back().key = texts_.text(name);
+        open_.back().key = std::move(name);
         return true;
     }
     bool end_object() override { return close(); }
-    bool start_array(std::size_t) override { return open(false); }
+    bool start_array(std::size_t) override { return open(json::array()); }
     bool end_array() override { return close(); }
 
     bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override {
@@ -113,41 +80,35 @@ class DocumentBuilder : public nlohmann::json_sax<json> {
 
   private:
     struct Open {
-        bool isObject = false;
-        QString key;  // of the member that comes
-        QVariantMap map;
-        QVariantList list;
+        json value;
+        std::string key = {};  // of the member that comes
         const JsonStream* stream = nullptr;
     };
 
-    bool add(const QVariant& value) {
+    bool add(json value) {
         if (open_.empty()) {
             return true;  // a bare value
         }
         Open& parent = open_.back();
-        if (parent.isObject) {
-            parent.map.insert(parent.map.cend(), parent.key, value);  // mostly they are in order
-        } else if (parent.stream != nullptr) {
+        if (parent.stream != nullptr) {
             parent.stream->element(value);
+        } else if (parent.value.is_object()) {
+            parent.value[std::move(parent.key)] = std::move(value);
         } else {
-            parent.list.append(value);
+            parent.value.push_back(std::move(value));
         }
         return true;
     }
 
-    bool open(bool isObject) {
+    bool open(json value) {
         if (open_.size() == deepestJson) {
             return false;
         }
-        Open next;
-        next.isObject = isObject;
-        if (!isObject) {
-            next.stream = streamHere();
-            if (next.stream != nullptr) {
-                next.stream->begin();
-            }
+        const JsonStream* const stream = value.is_array() ? streamHere() : nullptr;
+        if (stream != nullptr) {
+            stream->begin();
         }
-        open_.push_back(std::move(next));
+        open_.push_back({std::move(value), {}, stream});
         return true;
     }
 
@@ -159,30 +120,31 @@ class DocumentBuilder : public nlohmann::json_sax<json> {
         }
         QStringList path;
         for (const Open& parent : open_) {
-            if (!parent.isObject) {
+            if (!parent.value.is_object()) {
                 return nullptr;
             }
-            path.append(parent.key);
+            path.append(QString::fromStdString(parent.key));
         }
         const auto found = streams_.find(path);
         return found == streams_.end() ? nullptr : &*found;
     }
 
     bool close() {
-        Open done = std::move(open_.back());
+        json done = std::move(open_.back().value);
         open_.pop_back();
-        if (open_.empty()) {
-            document_ = std::move(done.map);
-            complete_ = true;
-            return true;
+        if (!open_.empty()) {
+            return add(std::move(done));
         }
-        return add(done.isObject ? QVariant(std::move(done.map)) : QVariant(std::move(done.list)));
+        complete_ = true;
+        if (done.is_object()) {
+            document_ = std::move(done);
+        }
+        return true;
     }
 
     const QHash<QStringList, JsonStream>& streams_;
-    KnownTexts texts_;
     std::vector<Open> open_;
-    QVariantMap document_;
+    json document_ = json::object();
     bool complete_ = false;
 };
 
@@ -194,7 +156,7 @@ JsonDocument readJson(QIODevice& device, const QHash<QStringList, JsonStream>& s
     std::istream text(&buffer);
     DocumentBuilder builder(streams);
     if (!json::sax_parse(text, &builder) || !builder.complete()) {
-        return {false, {}, buffer.taken()};
+        return {.end = buffer.taken()};
     }
     return {true, builder.takeObject(), buffer.taken()};
 }

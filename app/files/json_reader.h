@@ -3,26 +3,26 @@
 #include <QHash>
 #include <QIODevice>
 #include <QStringList>
-#include <QVariant>
 #include <functional>
+#include <nlohmann/json.hpp>
 
 namespace tidewell {
 
 /// A list inside a document whose elements are handed over one by one rather than kept.
 struct JsonStream {
     std::function<void()> begin;  ///< a list begins; one that stands there twice begins anew
-    std::function<void(const QVariant&)> element;
+    std::function<void(const nlohmann::json&)> element;
 };
 
 struct JsonDocument {
     bool valid = false;  ///< the text is JSON, with an object or a list outside
-    QVariantMap object;  ///< without streamed lists; empty for a list outside
-    qint64 end = 0;      ///< bytes that were read; in a text that is not valid, up to what is not
+    nlohmann::json object =
+        nlohmann::json::object();  ///< without streamed lists; empty for a list outside
+    qint64 end = 0;  ///< bytes that were read; in a text that is not valid, up to what is not
 };
 
-/// Reads a JSON document piece by piece from an open device. Whole numbers become qlonglong where
-/// they fit, others double, null a nullptr. Of a key that stands twice in an object the last one
-/// counts. Text that is nested more than `deepestJson` deep is not valid.
+/// Reads a JSON document piece by piece from an open device. Of a key that stands twice in an
+/// object the last one counts. Text that is nested more than `deepestJson` deep is not valid.
 ///
 /// `streams`: by path of keys from the outer object. `onBytes`: called now and then with the bytes
 /// read so far.

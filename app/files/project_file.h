@@ -7,8 +7,8 @@
 #include <functional>
 #include <string_view>
 
-#include "app/results/node_caches.h"
 #include "app/results/solve_results.h"
+#include "session/node_record.h"
 
 namespace tidewell {
 
@@ -16,8 +16,8 @@ namespace tidewell {
 struct ProjectData {
     QVariantMap project;  ///< the front end's own state, opaque here
     bool hasResults = false;
-    SolveResults results;  ///< written with `hasResults` only
-    NodeCaches caches;     ///< as `results`
+    SolveResults results;              ///< written with `hasResults` only
+    kestrel_app::NodeRecords records;  ///< as `results`
     QVariantList
         nodeLocks;  ///< maps of `nodeIndex`, `hand`, `actionIndex`, `actionProb`, `actionProbs`
     QVariantMap lastUiCfg;  ///< the settings of the last solve
@@ -35,14 +35,17 @@ QString writeProject(const QString& path, const ProjectData& data, std::atomic<d
 
 struct ReadProject {
     QString error;  ///< why the file was refused, in English; empty when it was not
-    ProjectData data;
+    ProjectData data = {};
     qint64 invalidAt = 0;  ///< the byte, counted from 1, that "Invalid JSON" is about; else 0
+    QString damage = {};   ///< what is wrong with its tree, and at which node; else empty
 };
 
 /// Reads a project file as a stream. Refused are, in this order: "Failed to open file", "Invalid
-/// JSON", "Unrecognized project format", "Unsupported project version". Inside a file that is none
-/// of these, values of a wrong type read as if they were missing: empty, 0 or false. Locks without
-/// a node and a hand, and cached answers without a node, are passed over. Any thread.
+/// JSON", "Unrecognized project format", "Unsupported project version", and a damaged one: with
+/// nodes and actions that do not make a tree, or numbers in it that are out of range. Elsewhere
+/// values of a wrong type read as if they were missing: empty, 0 or false, and a figure that is no
+/// number, such as null, as not known. Locks without a node and a hand, and answers without a node,
+/// are passed over. Any thread.
 ReadProject readProject(const QString& path, std::atomic<double>* progress);
 
 }  // namespace tidewell

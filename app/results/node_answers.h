@@ -1,25 +1,37 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <QVariantList>
 #include <QVariantMap>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string_view>
 
-#include "app/results/node_caches.h"
-#include "app/results/result_tree.h"
+#include "session/node_record.h"
+#include "session/recent_nodes.h"
 #include "session/solve_session.h"
 
 namespace tidewell {
 
 /// Answers the pages' questions about nodes in maps and lists, money in chips: from a live solve,
-/// whose dear answers are kept, or from what a project file has kept of one. What cannot be
-/// answered is empty. The session and the tree must outlive the object.
+/// or from what a project file has kept of one. What cannot be answered is empty. What was worked
+/// out is kept as records, and told in maps on demand. The session must outlive the object.
+///
+/// A project holds these records. Summaries stay, some 30 kB for a node with whole ranges. Whole
+/// hand lists stay of the nodes that were last asked for them, up to `handListBytes` all together,
+/// and besides of the nodes that `keep` or `restore` was told of. Thread of the event loop, but
+/// for what says otherwise; `kestrel_app::work_out` does the dear part of `keep` on any thread.
 class NodeAnswers {
   public:
-    NodeAnswers(const kestrel_app::SolveSession& session, const ResultTree& tree)
-        : session_(session), tree_(tree) {}
+    static constexpr std::size_t handListBytes = 16 << 20;
 
-    /// Per action `name`, `actionType`, `frequency`, `combos`, `equity`, `ev`.
+    explicit NodeAnswers(const kestrel_app::SolveSession& session) : session_(session) {}
+
+    /// Per action `name`, `actionType`, `frequency`, `combos`, `equity`, `ev`; a figure that is not
+    /// known is NaN.
     QVariantList actionStats(int node);
 
     /// `weights`, `dominantActionTypes` and `actionProbs` by hand label, `actionNames` and
@@ -45,18 +57,36 @@ class NodeAnswers {
     /// moment.
     QVariantList handBuckets(int node);
 
-    /// Asks all that a project keeps of the acting seat's node.
+    /// Whether `keep` has nothing left to ask of the node.
+    bool isKept(int node) const;
+
+    /// Takes over what `work_out` told of a node, for good. What is known already stays.
+    void keep(int node, kestrel_app::NodeRecord record);
+
+    /// Works it out first where need be.
     void keep(int node);
 
     void clear();
-    const NodeCaches& caches() const { return caches_; }
-    void restore(NodeCaches caches);
+    const kestrel_app::NodeRecords& records() const { return records_; }
+    void restore(kestrel_app::NodeRecords records);
+
+    /// What the records take, about.
+    std::size_t memoryBytes() const;
 
   private:
+    template <class Answer>
+    using Kept = kestrel_app::NodeRecord::Kept<Answer>;
+
+    template <class Part, class Ask>
+    Part known(int node, Part kestrel_app::NodeRecord::*part, Ask ask);
+    Kept<kestrel_app::HandStrategy> strategyOf(int node);
+    Kept<kestrel_app::ReachStrategy> reachOf(int node, std::string_view bucket);
+    void used(int node);
+
     const kestrel_app::SolveSession& session_;
-    const ResultTree& tree_;
-    NodeCaches caches_;
-    QHash<QString, QVariantMap> reachStrategy_;  // by "node|class"
+    kestrel_app::NodeRecords records_;
+    kestrel_app::RecentNodes recent_{handListBytes};
+    std::set<int> forGood_;  // nodes whose lists stay
 };
 
 }  // namespace tidewell

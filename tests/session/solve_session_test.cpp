@@ -288,7 +288,7 @@ TEST(TreeSnapshot, TellsEveryNode) {
         const kestrel::GameNode& node = game->nodes[i];
         const SolveNodeMeta told = nodes->node(i);
         const auto actions = nodes->actions(i);
-        EXPECT_TRUE(builder.add_node(told));
+        builder.add_node(told);
         builder.add_actions(actions);
         EXPECT_EQ(told.has_children, !actions.empty());
         ASSERT_EQ(nodes->action_count(i), actions.size());
@@ -315,7 +315,7 @@ TEST(TreeSnapshot, TellsEveryNode) {
     EXPECT_THROW(static_cast<void>(nodes->node(nodes->size())), std::out_of_range);
 
     // The same tree put together by hand.
-    EXPECT_FALSE(builder.add_node({"fork", "", "", 0, 0, 0, false}));
+    EXPECT_THROW(builder.add_node({"fork", "", "", 0, 0, 0, false}), std::invalid_argument);
     const auto copy = builder.finish();
     ASSERT_EQ(copy->size(), nodes->size());
     for (std::size_t i = 0; i < nodes->size(); ++i) {
