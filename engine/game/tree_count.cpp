@@ -9,8 +9,8 @@ namespace {
 /// whoever walks a tree does so on a stack of limited size.
 constexpr std::size_t longest_line = 1000;
 
-/// Keeps the counter below 200 MB where few lines meet again.
-constexpr std::size_t most_known = std::size_t{1} << 20;
+/// Keeps the counter below 300 MB where few lines meet again.
+constexpr std::size_t most_known = std::size_t{1} << 21;
 
 }  // namespace
 

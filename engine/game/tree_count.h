@@ -57,7 +57,7 @@ struct TreeLimits {
 /// the betting goes does not depend on the cards. So the betting lines of one board are walked, and
 /// what is found behind a deal counts once for each board that can be dealt. Lines that come to the
 /// same stacks are walked once. For most trees that takes milliseconds and a megabyte; for a river
-/// tree of a hundred million nodes seconds and some 150 MB.
+/// tree of a hundred million nodes seconds and up to 300 MB.
 class TreeCounter {
   public:
     struct Result {
