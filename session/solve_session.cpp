@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <exception>
 #include <new>
 #include <utility>
@@ -29,15 +30,47 @@ std::string iteration_status(std::uint32_t iteration, float exploitability) {
            std::string(digits.data(), end);
 }
 
-/// The answer to a question, nothing where the memory for it is not there.
+/// The last report of a solve that did not come to its end.
+SolveProgress report_of(const SolveConfig& config, const std::exception_ptr& failure) {
+    SolveProgress report{.status = "Error: Unknown error", .result = SolveResult{}};
+    report.result->board = config.board;
+    report.result->starting_pot = config.starting_pot;
+    report.result->effective_stack = config.effective_stack;
+    report.result->error = "Unknown error";
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Cancelled&) {
+        report.status = report.result->error = "Cancelled";
+    } catch (const kestrel::BuildStopped&) {
+        report.status = report.result->error = "Cancelled";
+    } catch (const std::exception& error) {
+        report.result->error = error.what();
+        report.status = "Error: " + report.result->error;
+    } catch (...) {
+        // Nobody knows.
+    }
+    return report;
+}
+
+/// False where there was no memory for it. Whoever has started a solve waits for its end, so that
+/// no such lack may swallow it.
+template <class Tell>
+bool has_been_told(const Tell& tell) {
+    try {
+        tell();
+    } catch (const std::bad_alloc&) {
+        return false;
+    } catch (...) {
+        // It is not wanted.
+    }
+    return true;
+}
+
+/// The answer to a question; nothing without a solve.
 template <class Ask>
 auto asked(const std::shared_ptr<const FinishedSolve>& solve, Ask ask) -> decltype(ask(*solve)) {
-    try {
-        if (solve) {
-            return ask(*solve);
-        }
-    } catch (const std::bad_alloc&) {
-        // As if it could not be answered: it may be asked again.
+    if (solve) {
+        return ask(*solve);
     }
     return std::nullopt;
 }
@@ -46,67 +79,66 @@ auto asked(const std::shared_ptr<const FinishedSolve>& solve, Ask ask) -> declty
 
 SolveSession::~SolveSession() {
     cancel();
+    join();
+}
+
+void SolveSession::join() {
     if (thread_.joinable()) {
+        nobody_listens_ = true;
         thread_.join();
+        nobody_listens_ = false;
     }
 }
 
 bool SolveSession::start(const SolveConfig& config, ProgressCallback on_progress,
                          std::optional<std::uint64_t> budget_bytes) {
-    if (running_.exchange(true)) {
+    if (phase_.exchange(Phase::Solving) == Phase::Solving) {
         return false;
     }
-    if (thread_.joinable()) {
-        thread_.join();  // has told its last
-    }
+    join();
     cancel_requested_ = false;
     budget_bytes_ = budget_bytes;
-    clearResults();
     try {
         thread_ = std::thread(
-            [this, config, on_progress = std::move(on_progress)] { run(config, on_progress); });
+            [this, config, on_progress = std::move(on_progress), former = give_up()]() mutable {
+                former.reset();
+                run(config, on_progress);
+            });
     } catch (...) {
-        running_ = false;
+        phase_ = Phase::Idle;
         throw;
     }
     return true;
 }
 
-void SolveSession::clearResults() {
-    std::shared_ptr<const FinishedSolve> given_up;
+std::shared_ptr<const FinishedSolve> SolveSession::give_up() {
     const std::scoped_lock lock(mutex_);
-    given_up.swap(finished_);
+    return std::exchange(finished_, nullptr);
+}
+
+void SolveSession::clearResults() {
+    releaser_.release(give_up());
 }
 
 void SolveSession::run(const SolveConfig& config, const ProgressCallback& on_progress) {
-    SolveProgress last;
-    const auto fail = [&](const char* error, const std::string& status) {
-        last = {.fraction = 0, .status = status, .result = SolveResult{}};
-        last.result->board = config.board;
-        last.result->starting_pot = config.starting_pot;
-        last.result->effective_stack = config.effective_stack;
-        last.result->error = error;
-    };
+    SolveResult result;
+    std::exception_ptr failure;
     try {
-        try {
-            double fraction = 0;
-            last.result = solve(config, on_progress, fraction);
-            last.fraction = 1.0;
-            last.status = "Done";
-        } catch (const Cancelled&) {
-            fail("Cancelled", "Cancelled");
-        } catch (const kestrel::BuildStopped&) {
-            fail("Cancelled", "Cancelled");
-        } catch (const std::exception& error) {
-            fail(error.what(), std::string("Error: ") + error.what());
-        } catch (...) {
-            fail("Unknown error", "Error: Unknown error");
-        }
-        on_progress(last);
+        double fraction = 0;
+        result = solve(config, on_progress, fraction);
     } catch (...) {
-        // Not even the report could be made or taken. Nobody is left to be told.
+        failure = std::current_exception();
     }
-    running_ = false;
+    phase_ = Phase::Reporting;
+    const auto tell = [&] {
+        on_progress(failure ? report_of(config, failure)
+                            : SolveProgress{.fraction = 1.0, .status = "Done", .result = result});
+    };
+    while (!has_been_told(tell) && !nobody_listens_) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    Phase reported = Phase::Reporting;  // unless the next solve has begun
+    phase_.compare_exchange_strong(reported, Phase::Idle);
 }
 
 /// Nothing is built whose size is not known.

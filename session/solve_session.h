@@ -15,6 +15,7 @@
 #include "session/hand_distributions.h"
 #include "session/node_queries.h"
 #include "session/reach_strategy.h"
+#include "session/releaser.h"
 #include "session/result_snapshot.h"
 #include "session/solve_config.h"
 
@@ -44,7 +45,8 @@ using ProgressCallback = std::function<void(const SolveProgress&)>;
 ///
 /// Reports, in order: building of the cards and the tree, of the solver, each iteration, results
 /// and snapshot, and one with the result: done, cancelled or failed. A solve that does not end well
-/// leaves nothing to ask.
+/// leaves nothing to ask. A solve that was kept is given up on another thread than the caller's,
+/// unless somebody else holds it.
 class SolveSession {
   public:
     SolveSession() = default;
@@ -53,10 +55,12 @@ class SolveSession {
     SolveSession(const SolveSession&) = delete;
     SolveSession& operator=(const SolveSession&) = delete;
 
-    /// False, and nothing else happens, while a solve runs. The former solve is given up first. A
-    /// solve that needs more than `budget_bytes`, or without any more than the machine has, fails
-    /// before its tree is built. `on_progress` must neither block for long nor call `start`; its
-    /// last call may come before `isRunning` turns false.
+    /// False, and nothing else happens, while a solve runs; one that makes its last report does not
+    /// run any more. The former solve is given up before the new one takes any memory. A solve that
+    /// needs more than `budget_bytes`, or without any more than the machine has, fails before its
+    /// tree is built. `on_progress` must neither block for long nor call `start`. Where it throws
+    /// std::bad_alloc at the last report it is called with that again, until the next start or the
+    /// destructor. Throws std::system_error or std::bad_alloc when the solve cannot begin.
     bool start(const SolveConfig& config, ProgressCallback on_progress,
                std::optional<std::uint64_t> budget_bytes = std::nullopt);
 
@@ -67,15 +71,16 @@ class SolveSession {
     /// Gives the finished solve up. Its memory goes with the last handle.
     void clearResults();
 
-    bool isRunning() const { return running_; }
+    /// Until the last report has been taken.
+    bool isRunning() const { return phase_ != Phase::Idle; }
 
     // Handles of the last solve that ended well; null without. Each keeps the whole solve alive.
     std::shared_ptr<const FinishedSolve> finished() const;
     std::shared_ptr<const kestrel::Game> game() const;
     std::shared_ptr<const kestrel::DiscountedCfr> solver() const;
 
-    // Questions to the finished solve; nothing without one, or without the memory for an answer.
-    // See node_queries.h and reach_strategy.h.
+    // Questions to the finished solve; nothing without one. Throw std::bad_alloc. See
+    // node_queries.h and reach_strategy.h.
     std::optional<NodeActionStats> node_action_stats(std::uint64_t node) const;
     std::optional<HandStrategy> hand_strategy(std::uint64_t node) const;
     std::optional<ReachStrategy> reach_strategy(std::uint64_t node, std::string_view bucket) const;
@@ -89,17 +94,23 @@ class SolveSession {
     std::optional<HandDistributions> hand_distributions(std::uint64_t node) const;
 
   private:
+    enum class Phase { Idle, Solving, Reporting };  // the last report
+
     void run(const SolveConfig& config, const ProgressCallback& on_progress);
     SolveResult solve(const SolveConfig& config, const ProgressCallback& on_progress,
                       double& fraction);
     std::shared_ptr<kestrel::Game> build_game(const SolveConfig& config, SpotInputs spot) const;
+    std::shared_ptr<const FinishedSolve> give_up();
+    void join();
 
-    std::atomic<bool> running_ = false;
+    std::atomic<Phase> phase_ = Phase::Idle;
     std::atomic<bool> cancel_requested_ = false;
+    std::atomic<bool> nobody_listens_ = false;  // to a last report that could not be made yet
     mutable std::mutex mutex_;  // guards finished_, for as long as a handle is copied or swapped
     std::shared_ptr<const FinishedSolve> finished_;
     std::optional<std::uint64_t> budget_bytes_;  // of the last solve; constant while it runs
-    std::thread thread_;                         // of the last solve
+    Releaser releaser_;
+    std::thread thread_;  // of the last solve
 };
 
 }  // namespace kestrel_app
