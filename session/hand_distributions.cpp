@@ -24,8 +24,9 @@ std::size_t sample_count(const GameNode& node) {
 
 }  // namespace
 
-std::optional<HandDistributions> hand_distributions(const FinishedSolve& solve,
-                                                    std::uint64_t node) {
+std::optional<HandDistributions> hand_distributions(const FinishedSolve& solve, std::uint64_t node,
+                                                    const std::atomic<bool>* stop) {
+    const auto stopped = [&] { return stop != nullptr && *stop; };
     const kestrel::Game& game = *solve.game;
     if (node >= game.nodes.size()) {
         return std::nullopt;
@@ -49,10 +50,16 @@ std::optional<HandDistributions> hand_distributions(const FinishedSolve& solve,
 
     HandDistributions result;
     for (const Seat seat : {Seat::OOP, Seat::IP}) {
+        if (stopped()) {
+            return std::nullopt;
+        }
         const std::size_t s = index_of(seat);
         const std::vector<Pocket>& pockets = game.cards.pockets[s];
         const std::vector<float>& their_reach = reach[1 - s];
         const std::vector<float> values = solve.solver->node_values(game, node, seat, their_reach);
+        if (stopped()) {
+            return std::nullopt;
+        }
         const HandValues scale(game, n, seat, their_reach);
         std::vector<Pocket> heroes;
         for (const std::size_t h : positions[s]) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,7 +24,8 @@ using HandDistributions = std::array<SeatDistribution, 2>;
 
 /// Of any node. Nothing for an index out of range and where a seat never comes. Takes a value walk
 /// for each seat and a few thousand evaluations for each hand. The same node always gives the same
-/// numbers.
-std::optional<HandDistributions> hand_distributions(const FinishedSolve& solve, std::uint64_t node);
+/// numbers. Nothing, too, after the next walk or sampling once `stop`, which may be null, is true.
+std::optional<HandDistributions> hand_distributions(const FinishedSolve& solve, std::uint64_t node,
+                                                    const std::atomic<bool>* stop = nullptr);
 
 }  // namespace kestrel_app

@@ -39,11 +39,15 @@ QVariantMap unavailable(int node) {
     return answer;
 }
 
-QVariantMap workOut(const std::shared_ptr<const kestrel_app::FinishedSolve>& solve, int node) {
+using Stop = std::shared_ptr<std::atomic<bool>>;
+
+QVariantMap workOut(const std::weak_ptr<const kestrel_app::FinishedSolve>& asked, int node,
+                    const Stop& stop) {
     try {
-        const auto found =
-            solve ? kestrel_app::hand_distributions(*solve, static_cast<std::uint64_t>(node))
-                  : std::nullopt;
+        const auto solve = asked.lock();
+        const auto found = solve ? kestrel_app::hand_distributions(
+                                       *solve, static_cast<std::uint64_t>(node), stop.get())
+                                 : std::nullopt;
         if (found) {
             QVariantMap answer = emptyAnswer(node, QString());
             answer.insert("ok", true);
@@ -60,7 +64,7 @@ QVariantMap workOut(const std::shared_ptr<const kestrel_app::FinishedSolve>& sol
 }  // namespace
 
 DistributionJobs::~DistributionJobs() {
-    clear();
+    *stop_ = true;
     for (auto* const watcher : findChildren<QFutureWatcherBase*>()) {
         watcher->waitForFinished();
     }
@@ -76,14 +80,15 @@ QVariantMap DistributionJobs::request(int node) {
     if (!pending_.contains(node)) {
         pending_.insert(node);
         auto* const watcher = new QFutureWatcher<QVariantMap>(this);
-        connect(watcher, &QFutureWatcherBase::finished, this,
-                [this, watcher, node, generation = generation_] {
-                    watcher->deleteLater();
-                    if (generation == generation_) {
-                        finish(node, watcher->result());
-                    }
-                });
-        watcher->setFuture(QtConcurrent::run(workOut, session_.finished(), node));
+        connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, node, stop = stop_] {
+            watcher->deleteLater();
+            if (!*stop) {
+                finish(node, watcher->result());
+            }
+        });
+        watcher->setFuture(QtConcurrent::run(
+            workOut, std::weak_ptr<const kestrel_app::FinishedSolve>(session_.finished()), node,
+            stop_));
     }
     QVariantMap answer = emptyAnswer(node, QStringLiteral("Computing…"));
     answer.insert("pending", true);
@@ -93,10 +98,8 @@ QVariantMap DistributionJobs::request(int node) {
 void DistributionJobs::clear() {
     answers_.clear();
     pending_.clear();
-    ++generation_;
-    for (auto* const watcher : findChildren<QFutureWatcherBase*>()) {
-        watcher->cancel();  // what has not begun need not hold its solve for long
-    }
+    *stop_ = true;
+    stop_ = std::make_shared<std::atomic<bool>>(false);
 }
 
 void DistributionJobs::finish(int node, const QVariantMap& answer) {

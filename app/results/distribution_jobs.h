@@ -4,13 +4,16 @@
 #include <QObject>
 #include <QSet>
 #include <QVariantMap>
+#include <atomic>
+#include <memory>
 
 #include "session/solve_session.h"
 
 namespace tidewell {
 
-/// Works out the distributions of nodes on threads of the global pool, and keeps them. The
-/// destructor waits for the workers that run.
+/// Works out the distributions of nodes on threads of the global pool, and keeps them. What has not
+/// begun keeps no solve alive, and what has begun ends soon once nobody wants it. The destructor
+/// waits for that.
 class DistributionJobs : public QObject {
     Q_OBJECT
 
@@ -24,7 +27,7 @@ class DistributionJobs : public QObject {
     /// `equityOop`, each also for IP.
     QVariantMap request(int node);
 
-    /// Forgets everything; answers that are under way are dropped when they come.
+    /// Forgets everything and stops what is under way.
     void clear();
 
   Q_SIGNALS:
@@ -36,7 +39,8 @@ class DistributionJobs : public QObject {
     const kestrel_app::SolveSession& session_;
     QHash<int, QVariantMap> answers_;
     QSet<int> pending_;
-    quint64 generation_ = 0;  // of the solve that answers belong to
+    // Told to the workers of the present solve, all of which share it.
+    std::shared_ptr<std::atomic<bool>> stop_ = std::make_shared<std::atomic<bool>>(false);
 };
 
 }  // namespace tidewell
