@@ -1,5 +1,6 @@
 #include "platform/crash_handlers.h"
 
+#include <cxxabi.h>
 #include <limits.h>
 #include <signal.h>
 #include <unistd.h>
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <exception>
 #include <new>
+#include <typeinfo>
 
 #include "platform/log_file.h"
 
@@ -68,13 +70,17 @@ void writeAll(int file, std::string_view bytes) {
     }
 }
 
-[[noreturn]] void onTerminate() {
-    appendCrashLine("FATAL: std::terminate() called");
-    std::abort();
+/// An allocation has failed that nobody was ready for. Where somebody is, the exception ends what
+/// wanted the memory, and the process lives on: that is why no new handler stands in its way.
+bool isOutOfMemory() {
+    const std::type_info* const thrown = abi::__cxa_current_exception_type();
+    return thrown != nullptr &&
+           (*thrown == typeid(std::bad_alloc) || *thrown == typeid(std::bad_array_new_length));
 }
 
-[[noreturn]] void onFailedAllocation() {
-    appendCrashLine("FATAL: std::new_handler invoked (out of memory)");
+[[noreturn]] void onTerminate() {
+    appendCrashLine(isOutOfMemory() ? "FATAL: std::new_handler invoked (out of memory)"
+                                    : "FATAL: std::terminate() called");
     std::abort();
 }
 
@@ -136,8 +142,6 @@ void setCrashLogPaths(std::string_view appDir, std::string_view temp) {
 
 void installCrashHandlers() {
     std::set_terminate(onTerminate);
-    std::set_new_handler(onFailedAllocation);
-
     provideSpareStack();
     struct sigaction action {};
     action.sa_sigaction = onSignal;

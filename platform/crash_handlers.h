@@ -10,7 +10,7 @@ namespace tidewell_platform {
 void setCrashLogPaths(std::string_view appDir, std::string_view temp);
 
 /// Has everything that ends this process abnormally leave its line in both files first: uncaught
-/// exceptions and other calls of std::terminate, allocations that fail, and fatal signals. The
+/// exceptions, failed allocations among them, other calls of std::terminate, and fatal signals. The
 /// process then dies as it would have died, by the same signal. A stack that overflows is told of
 /// on the calling thread only, which gets a spare stack for that.
 void installCrashHandlers();
