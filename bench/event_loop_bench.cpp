@@ -1,5 +1,7 @@
 // How long the event loop stands still: at the end of a solve of the quick-solve spot, from the
-// last iteration on, and while a project of a million nodes is saved and loaded.
+// last iteration on; while a project is saved and loaded, one of a million nodes, one of few nodes
+// with large answers, and one whose root nobody has asked about; and where an old solve is given
+// up.
 
 #include <benchmark/benchmark.h>
 
@@ -9,6 +11,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
+#include <functional>
 #include <thread>
 
 #include "app/app_controller.h"
@@ -48,9 +51,9 @@ class PauseMeter {
     double longest_ = 0;
 };
 
-QVariantMap quickSolve() {
+QVariantMap quickSolve(int iterations) {
     QVariantMap cfg = tidewell::variantMapOf(kestrel_app::quick_solve_preset());
-    cfg["max_iterations"] = 3;
+    cfg["max_iterations"] = iterations;
     cfg["thread_count"] = std::max(1U, std::thread::hardware_concurrency());
     return cfg;
 }
@@ -66,7 +69,7 @@ void BM_EndOfSolve(benchmark::State& state) {
             }
         });
         QEventLoop loop;
-        controller.startSolveWithConfig(quickSolve());
+        controller.startSolveWithConfig(quickSolve(3));
         QObject::connect(&controller, &AppController::runningChanged, &loop, &QEventLoop::quit);
         loop.exec();
         QTimer::singleShot(100, &loop, &QEventLoop::quit);
@@ -77,10 +80,29 @@ void BM_EndOfSolve(benchmark::State& state) {
 }
 BENCHMARK(BM_EndOfSolve)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
-void BM_EventsDuringLoadAndSave(benchmark::State& state) {
+/// Starts a solve and handles events until it has ended.
+void solve(AppController& controller, const QVariantMap& cfg) {
+    QEventLoop loop;
+    QObject::connect(&controller, &AppController::runningChanged, &loop, [&] {
+        if (!controller.running()) {
+            loop.quit();
+        }
+    });
+    controller.startSolveWithConfig(cfg);
+    loop.exec();
+}
+
+void handleEvents(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// Loads a project and saves it again.
+void measureLoadAndSave(benchmark::State& state, const tidewell::ProjectData& data) {
     const QTemporaryDir folder;
-    const QString path = folder.filePath("million.tidewellproj");
-    tidewell::writeProject(path, bench::large_project(), nullptr);
+    const QString path = folder.filePath("measured.tidewellproj");
+    tidewell::writeProject(path, data, nullptr);
     const QUrl url = QUrl::fromLocalFile(path);
     for (auto _ : state) {
         AppController controller;
@@ -98,6 +120,83 @@ void BM_EventsDuringLoadAndSave(benchmark::State& state) {
         state.counters["longest_pause_saving_ms"] = saving.longestMilliseconds();
     }
 }
+
+void BM_EventsDuringLoadAndSave(benchmark::State& state) {
+    measureLoadAndSave(state, bench::large_project());
+}
 BENCHMARK(BM_EventsDuringLoadAndSave)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+
+/// Few nodes, each with the answer about a thousand hands.
+void BM_SmallTreeWithLargeAnswers(benchmark::State& state) {
+    constexpr int nodes = 40;
+    constexpr int hands = 1000;
+    QVariantList combos;
+    for (int hand = 0; hand < hands; ++hand) {
+        combos.append(QVariantMap{{"c1", "Ah"},
+                                  {"c2", "Kh"},
+                                  {"weight", 0.5},
+                                  {"ev", hand / 7.0},
+                                  {"actionEvs", QVariantList{hand / 3.0, hand / 9.0, 0.25}},
+                                  {"buckets", QVariantList{"top pair", "flush draw"}},
+                                  {"actionProbs", QVariantList{0.25, hand / 1e4, 0.5}}});
+    }
+    tidewell::ProjectData data;
+    data.hasResults = true;
+    data.results.iterations = 1;
+    for (int node = 0; node < nodes; ++node) {
+        data.caches.handCombos.insert(node, combos);
+    }
+    measureLoadAndSave(state, data);
+}
+BENCHMARK(BM_SmallTreeWithLargeAnswers)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3)
+    ->UseRealTime();
+
+/// No page has looked at the root yet, so that the save asks for its answers.
+void BM_SaveAsksAboutTheRoot(benchmark::State& state) {
+    const QTemporaryDir folder;
+    AppController controller;
+    double longest = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        solve(controller, quickSolve(1));
+        state.ResumeTiming();
+        PauseMeter saving(true);
+        if (!controller.saveProject(QUrl::fromLocalFile(folder.filePath("a.tidewellproj")), {})) {
+            state.SkipWithError("not saved");
+            return;
+        }
+        longest = std::max(longest, saving.longestMilliseconds());
+    }
+    state.counters["longest_pause_ms"] = longest;
+}
+BENCHMARK(BM_SaveAsksAboutTheRoot)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+/// A solve of the quick-solve spot makes room: for the next solve, for nothing, for a project.
+void BM_OldSolveIsGivenUp(benchmark::State& state) {
+    const QTemporaryDir folder;
+    const QUrl empty = QUrl::fromLocalFile(folder.filePath("empty.tidewellproj"));
+    tidewell::writeProject(empty.toLocalFile(), {}, nullptr);
+    QVariantMap small = quickSolve(1);
+    small["board"] = "AdJd8s2c3h";
+    small["starting_street"] = "river";
+    AppController controller;
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"longest_pause_start_ms", [&] { solve(controller, small); }},
+        {"longest_pause_clear_ms", [&] { controller.clearResults(); }},
+        {"longest_pause_load_ms", [&] { controller.loadProject(empty); }}};
+    for (auto _ : state) {
+        for (const auto& [counter, giveUp] : ways) {
+            solve(controller, quickSolve(1));
+            PauseMeter pauses(true);
+            giveUp();
+            handleEvents(500);
+            state.counters[counter] =
+                std::max<double>(state.counters[counter], pauses.longestMilliseconds());
+        }
+    }
+}
+BENCHMARK(BM_OldSolveIsGivenUp)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
 }  // namespace
