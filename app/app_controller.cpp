@@ -1,56 +1,25 @@
 #include "app/app_controller.h"
 
-#include <QCoreApplication>
 #include <QDebug>
-#include <QDesktopServices>
-#include <QFileInfo>
-#include <exception>
-#include <new>
-#include <thread>
+#include <QScopeGuard>
+#include <system_error>
+#include <utility>
 
-#include "app/background.h"
 #include "app/config_map.h"
 #include "app/developer_mode.h"
-#include "app/files/project_file.h"
-#include "app/files/text_files.h"
-#include "app/showdown.h"
+#include "app/files/project_transfer.h"
+#include "app/solve_log.h"
 
 using kestrel_app::SolveProgress;
 using kestrel_app::SolveResult;
+using tidewell::Activity;
 using tidewell::ProjectData;
+using tidewell::RunEvent;
 
 namespace {
 
-/// Files and trees above these are handled beside the event loop, the others at once.
-constexpr qint64 smallFileBytes = 1 << 20;
-constexpr int smallTreeNodes = 2000;
-
-void logStart(const QVariantMap& cfg) {
-    const auto value = [&](const char* key) { return cfg.value(key).toString(); };
-    const auto length = [&](const char* key) { return QString::number(value(key).size()); };
-    const std::pair<const char*, QString> parts[] = {
-        {"board=", value("board")},
-        {"oop_range.len=", length("oop_range")},
-        {"ip_range.len=", length("ip_range")},
-        {"pot=", value("starting_pot")},
-        {"stack=", value("effective_stack")},
-        {"rake%=", value("rake_percent")},
-        {"rake_cap=", value("rake_cap")},
-        {"iters=", value("max_iterations")},
-        {"target_expl=", value("target_exploitability")},
-        {"oop_flop_bets=", value("oop_flop_bet_sizes")},
-        {"oop_flop_raises=", value("oop_flop_raise_sizes")},
-        {"ip_flop_bets=", value("ip_flop_bet_sizes")},
-        {"ip_flop_raises=", value("ip_flop_raise_sizes")},
-        {"oop_jam_thr_en=", value("oop_add_all_in_jam_threshold_enabled")},
-        {"oop_jam_thr_pct=", value("oop_add_all_in_jam_threshold_pct")},
-        {"ip_jam_thr_en=", value("ip_add_all_in_jam_threshold_enabled")},
-        {"ip_jam_thr_pct=", value("ip_add_all_in_jam_threshold_pct")}};
-    QString line = QStringLiteral("UI startSolveWithConfig:");
-    for (const auto& [name, text] : parts) {
-        line += ' ' + QString(name) + text;
-    }
-    qInfo().noquote() << line;
+bool isUnderLocks(const QVariantMap& cfg) {
+    return cfg.value("apply_node_locks", false).toBool();
 }
 
 }  // namespace
@@ -74,127 +43,133 @@ AppController::~AppController() {
     session_.cancel();
 }
 
-QString AppController::appDir() {
-    return QCoreApplication::applicationDirPath();
-}
-
-void AppController::startSolve() {
-    startSolveWithConfig({});
-}
-
 void AppController::startSolveWithConfig(const QVariantMap& cfg) {
-    if (running_ || fileBusy_) {
+    if (state_.now() != Activity::Idle) {
         return;
     }
-    setStatusText(tr("Starting..."));
-    logStart(cfg);
-    lastSolveCfg_ = cfg;
-    const bool withLocks = cfg.value("apply_node_locks", false).toBool();
-    if (!withLocks) {
-        locks_.clear();
-    }
-    const kestrel_app::ConfigMap map = tidewell::configMapOf(cfg);
-    kestrel_app::SolveConfig config = kestrel_app::config_from_map(map);
-    if (withLocks) {
+    attempt([&] {
+        setStatusText(tr("Starting..."));
+        tidewell::logStart(cfg);
+        const kestrel_app::ConfigMap map = tidewell::configMapOf(cfg);
+        if (const auto reason = kestrel_app::not_ready_reason(map)) {
+            if (!isUnderLocks(cfg)) {
+                locks_.clear();  // whoever starts anew has done with them
+            }
+            setStatusText(tr(reason->c_str()));
+            return;
+        }
+        checkSolve(cfg, kestrel_app::config_from_map(map));
+    });
+}
+
+void AppController::checkSolve(const QVariantMap& cfg, kestrel_app::SolveConfig config) {
+    if (isUnderLocks(cfg)) {
         config.node_locks = locks_.entries();
     }
-    if (const auto reason = kestrel_app::not_ready_reason(map)) {
-        setStatusText(tr(reason->c_str()));
-        return;
+    take(RunEvent::Start);
+    memory_.checkFit(config, [this, cfg, config](const tidewell::MemoryBudget::Fit& fit) {
+        attempt([&] {
+            if (!fit.tooLarge) {
+                beginSolve(cfg, config);  // which tells what else may be wrong with it
+                return;
+            }
+            setStatusText(tr("Not enough RAM to solve (after clearing previous results)"));
+            take(RunEvent::End);
+        });
+    });
+}
+
+/// The former result goes only now that the solve can begin.
+void AppController::beginSolve(const QVariantMap& cfg, const kestrel_app::SolveConfig& config) {
+    take(RunEvent::Fits);
+    lastSolveCfg_ = cfg;
+    if (!isUnderLocks(cfg)) {
+        locks_.clear();
     }
-    session_.clearResults();
     dropResult();
-    memory_.clearResult();
+    memory_.beginSolve();
     Q_EMIT resultsChanged();
     Q_EMIT systemMemoryChanged();
-    if (!memory_.beginSolve()) {
-        setStatusText(tr("Not enough RAM to solve (after clearing previous results)"));
-        return;
-    }
     solveStart_ = std::chrono::steady_clock::now();
-    setRunning(true);
-    const quint64 solve = solve_ + 1;
-    const auto post = [this, solve](const SolveProgress& report) {
+    const auto post = [this](const SolveProgress& report) {
         QMetaObject::invokeMethod(
-            this, [this, solve, report] { handleProgress(solve, report); }, Qt::QueuedConnection);
+            this, [this, report] { handleProgress(report); }, Qt::QueuedConnection);
     };
     try {
-        if (session_.start(config, post)) {
-            solve_ = solve;
-            solveDropped_ = false;
-        } else {
+        if (!session_.start(config, post)) {
             setStatusText(tr("Already running"));
+            take(RunEvent::End);
         }
-    } catch (const std::exception& error) {  // no thread to be had
-        SolveProgress report;
-        report.status = std::string("Error: ") + error.what();
-        report.result = SolveResult{};
-        report.result->error = error.what();
-        solve_ = solve;
-        solveDropped_ = false;
-        handleProgress(solve, report);
+    } catch (const std::system_error& error) {  // no thread to be had
+        endSolve(tidewell::reportOf(error));
     }
 }
 
-void AppController::handleProgress(quint64 solve, const SolveProgress& report) {
-    const QString status = QString::fromStdString(report.status);
-    qInfo().noquote() << "UI solve progress: p=" + QString::number(report.fraction) +
-                             " status=" + status +
-                             " has_result=" + (report.result ? "true" : "false");
-    if (solve != solve_) {
-        return;  // of a solve before the one that runs
-    }
-    if (solveDropped_) {
-        // Nobody asks for its result any more; but a start may have been refused meanwhile.
-        if (report.result) {
-            session_.clearResults();
-            dropAnswers();
-            if (running_) {
-                setStatusText(QStringLiteral("Cancelled"));
-                endSolve();
-            }
-        }
+void AppController::handleProgress(const SolveProgress& report) {
+    if (report.result) {
+        attempt([&] {
+            tidewell::logProgress(report);
+            endSolve(report);
+        });
         return;
     }
-    setProgress(report.fraction);
-    setStatusText(status);
-    if (report.result) {
-        handleResult(*report.result);
-        endSolve();
-    }
+    answer([&] {
+        tidewell::logProgress(report);
+        if (state_.now() == Activity::Solving) {
+            setProgress(report.fraction);
+            setStatusText(tidewell::statusOf(report));
+        }
+    });
 }
 
-void AppController::handleResult(const SolveResult& result) {
+/// With the last report of a solve.
+void AppController::endSolve(const SolveProgress& report) {
     dropResult();
+    if (state_.now() == Activity::Discarding) {
+        session_.clearResults();
+        setStatusText(tr("Ready"));
+    } else {
+        setProgress(report.fraction);
+        setStatusText(tidewell::statusOf(report));
+        showResult(*report.result);
+    }
+    take(RunEvent::End);
+}
+
+void AppController::showResult(const SolveResult& result) {
+    results_ = tidewell::resultsOf(result);
     if (result.ok) {
-        results_ = tidewell::resultsOf(result);
-        const auto elapsed = std::chrono::steady_clock::now() -
-                             solveStart_.value_or(std::chrono::steady_clock::now());
-        statistics_.recordSolve(
-            results_.iterations, results_.exploitability,
-            std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count());
+        const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now() - solveStart_);
+        statistics_.recordSolve(results_.iterations, results_.exploitability, elapsed.count());
         Q_EMIT solveStatsChanged();
         memory_.keepResult();
-    } else {
-        results_.summary = tr("Solve failed: %1").arg(QString::fromStdString(result.error));
     }
-    qInfo().noquote() << "UI about to emit resultsChanged: root_actions=" +
-                             QString::number(results_.rootActions.size()) +
-                             " summary.len=" + QString::number(results_.summary.size());
+    tidewell::logResult(results_);
     Q_EMIT resultsChanged();
     qInfo("UI emitted resultsChanged");
 }
 
-/// The last solve has told its last and is a step from its end; afterwards the next one can start.
-void AppController::endSolve() {
-    while (session_.isRunning()) {
-        std::this_thread::yield();
+/// There is no memory for the next step of a solve that does not run.
+void AppController::giveUpSolve() {
+    bool told = false;
+    answer([&] {
+        const SolveProgress report = tidewell::reportOf(std::bad_alloc());
+        if (state_.now() == Activity::Idle || state_.now() == Activity::Checking) {
+            setStatusText(tidewell::statusOf(report));  // the former result stands
+        } else {
+            session_.clearResults();
+            endSolve(report);
+            told = true;
+        }
+    });
+    if (!told) {
+        take(RunEvent::End);
     }
-    setRunning(false);
 }
 
 void AppController::reSolveWithNodeLocks() {
-    if (running_) {
+    if (running()) {
         return;
     }
     if (lastSolveCfg_.isEmpty()) {
@@ -207,224 +182,134 @@ void AppController::reSolveWithNodeLocks() {
 }
 
 void AppController::cancelSolve() {
-    session_.cancel();
-    setStatusText(tr("Cancelling..."));
+    if (state_.now() == Activity::Checking) {
+        memory_.stopEstimate();
+        setStatusText(QStringLiteral("Cancelled"));
+    } else {
+        session_.cancel();
+        setStatusText(tr("Cancelling..."));
+    }
+    take(RunEvent::Cancel);
 }
 
 void AppController::clearResults() {
+    if (state_.now() == Activity::Checking) {
+        memory_.stopEstimate();
+    }
     session_.cancel();
     session_.clearResults();
-    solveDropped_ = true;
     dropResult();
     locks_.clear();
     lastSolveCfg_.clear();
     memory_.clearResult();
+    take(RunEvent::Discard);
     setProgress(0);
-    setStatusText(tr("Ready"));
-    setRunning(false);
+    setStatusText(running() ? tr("Cancelling...") : tr("Ready"));
     Q_EMIT resultsChanged();
     Q_EMIT systemMemoryChanged();
 }
 
-void AppController::requestSolveMemoryEstimate(const QVariantMap& cfg) {
-    memory_.requestEstimate(cfg);
-}
-
-QVariantList AppController::solveActivityGridLastYear() {
-    return statistics_.solveActivityGrid(tidewell::Statistics::daysOfYear);
-}
-
-QVariantList AppController::solveActivityGridLastSixMonths() {
-    return statistics_.solveActivityGrid(tidewell::Statistics::daysOfSixMonths);
-}
-
-int AppController::solvesToday() {
-    return statistics_.solvesToday();
-}
-
-QString AppController::firstSolveDateIso() {
-    return statistics_.firstSolveDateIso();
-}
-
-QVariantList AppController::solveHistoryDaily() {
-    return statistics_.solveHistoryDaily();
-}
-
-void AppController::recordPlayVsSolutionHand(bool isMistake, double evLoss) {
-    statistics_.recordPlayVsSolutionHand(isMistake, evLoss);
-    Q_EMIT playVsSolutionStatsChanged();
-}
-
-QVariantMap AppController::playVsSolutionStats() {
-    return statistics_.playVsSolutionStats();
-}
-
-void AppController::clearPlayVsSolutionStats() {
-    statistics_.clearPlayVsSolutionStats();
-    Q_EMIT playVsSolutionStatsChanged();
-}
-
-void AppController::openLicensesFolder() {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(appDir() + "/licenses"));
-}
-
-void AppController::openThirdPartyNotices() {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(appDir() + "/licenses/THIRD_PARTY_NOTICES.txt"));
-}
-
-QString AppController::readTextResource(const QString& path) {
-    return tidewell::readTextResource(path);
-}
-
 bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectState) {
-    if (!fileUrl.isValid() || !fileUrl.isLocalFile()) {
+    QString error = tr("Not enough memory to save");
+    answer([&] { error = save(fileUrl, projectState); });
+    set(saveError_, error, &AppController::saveErrorChanged);
+    return error.isEmpty();
+}
+
+/// Why it was not saved, or nothing.
+QString AppController::save(const QUrl& fileUrl, const QVariantMap& projectState) {
+    if (!fileUrl.isValid() || !fileUrl.isLocalFile() || fileUrl.toLocalFile().isEmpty()) {
         qWarning().noquote() << "saveProject: invalid/non-local URL:" << fileUrl.toString();
-        return false;
+        return tr("Invalid/non-local file URL");
     }
     const QString path = fileUrl.toLocalFile();
-    if (path.isEmpty()) {
-        return false;
-    }
-    if (fileBusy_) {
-        qWarning("saveProject: another file is being read or written");
-        return false;
-    }
-    ProjectData data;
+    tidewell::ProjectData data;
     data.project = projectState;
-    data.hasResults = results_.any();
-    if (data.hasResults && results_.tree.nodeCount() > 0) {
-        // The root can always be looked at again, also if no page has asked for it yet.
-        answers_.keep(0);
+    data.lastUiCfg = lastSolveCfg_;
+    data.nodeLocks = locks_.all();
+    if (running()) {
+        return results_.any() || tidewell::holdsResults(path)
+                   ? tr("A solve is running, and a save would lose the results that are there. "
+                        "Save when it has ended, or under another name.")
+                   : tidewell::saveProjectFile(path, std::move(data), nullptr, nullptr);
     }
+    if (!take(RunEvent::BeginFile)) {
+        return tr("Another file is being read or written");
+    }
+    const auto end = qScopeGuard([this] { endFile(); });
+    data.hasResults = results_.any();
     data.results = results_;
     data.records = answers_.records();
-    data.nodeLocks = locks_.all();
-    data.lastUiCfg = lastSolveCfg_;
-    QString error;
-    if (results_.tree.nodeCount() <= smallTreeNodes) {
-        error = tidewell::writeProject(path, data, nullptr);
-    } else if (!besideEvents([&](std::atomic<double>& progress) {
-                   error = tidewell::writeProject(path, data, &progress);
-               })) {
-        return false;
+    const auto solve = session_.finished();
+    kestrel_app::NodeRecord root;
+    std::function<void(ProjectData&)> askTheRoot;
+    if (solve && !answers_.isKept(0)) {
+        // It can always be looked at again, also if no page has asked for it yet.
+        askTheRoot = [&](ProjectData& project) {
+            root = kestrel_app::work_out(*solve, 0);
+            tidewell::NodeAnswers answers(session_);
+            answers.restore(std::move(project.records));
+            answers.keep(0, root);
+            project.records = answers.records();
+        };
     }
-    if (!error.isEmpty()) {
-        qWarning().noquote() << "saveProject: " + error;
-        return false;
+    const QString error = tidewell::saveProjectFile(
+        path, std::move(data), askTheRoot, [this](double progress) { setFileProgress(progress); });
+    if (askTheRoot && solve == session_.finished()) {
+        answers_.keep(0, root);
     }
-    qInfo().noquote() << "Saved project:" << path;
-    return true;
+    return error;
 }
 
 QVariantMap AppController::loadProject(const QUrl& fileUrl) {
     QVariantMap answer = {
         {"ok", false}, {"error", ""}, {"project", QVariantMap()}, {"hasResults", false}};
-    const auto refuse = [&](const QString& error) {
-        answer.insert("error", error);
+    if (!take(RunEvent::BeginFile)) {
+        answer["error"] =
+            running() ? tr("A solve is running") : tr("Another file is being read or written");
         return answer;
-    };
-    if (!fileUrl.isValid() || !fileUrl.isLocalFile()) {
-        return refuse(tr("Invalid/non-local file URL"));
     }
-    const QString path = fileUrl.toLocalFile();
-    if (path.isEmpty()) {
-        return refuse(tr("Empty file path"));
+    const auto end = qScopeGuard([this] { endFile(); });
+    tidewell::ReadProject read =
+        tidewell::loadProjectFile(fileUrl, [this](double progress) { setFileProgress(progress); });
+    answer["ok"] = read.error.isEmpty();
+    answer["error"] = read.error;
+    if (read.error.isEmpty()) {
+        answer["project"] = read.data.project;
+        answer["hasResults"] = read.data.hasResults;
+        showProject(std::move(read.data));
     }
-    if (running_ || session_.isRunning()) {
-        return refuse(tr("A solve is running"));
-    }
-    if (fileBusy_) {
-        return refuse(tr("Another file is being read or written"));
-    }
-    tidewell::ReadProject read;
-    if (QFileInfo(path).size() <= smallFileBytes) {
-        read = tidewell::readProject(path, nullptr);
-    } else if (!besideEvents([&](std::atomic<double>& progress) {
-                   read = tidewell::readProject(path, &progress);
-               })) {
-        return refuse(tr("Not enough memory to read the file"));
-    }
-    if (!read.error.isEmpty()) {
-        if (!read.damage.isEmpty()) {
-            qWarning().noquote() << "loadProject:" << path << read.damage;
-        }
-        return refuse(tr(read.error.toUtf8().constData()));
-    }
-
-    ProjectData& data = read.data;
-    session_.clearResults();
-    ++solve_;  // the last report of a solve before may still come
-    dropAnswers();
-    locks_.clear();
-    results_ = std::move(data.results);
-    using kestrel_app::NodeRecord;
-    const auto strategies = kestrel_app::nodes_with(data.records, &NodeRecord::strategy);
-    const auto combos = kestrel_app::nodes_with(data.records, &NodeRecord::combos);
-    answers_.restore(std::move(data.records));
-    restoreLocks(data.nodeLocks);
-    lastSolveCfg_ = data.lastUiCfg;
-    setRunning(false);
-    setProgress(0);
-    setStatusText(
-        tr("Loaded project (%1 strategy nodes, %2 combo nodes)").arg(strategies).arg(combos));
-    Q_EMIT resultsChanged();
-    answer.insert("ok", true);
-    answer.insert("project", data.project);
-    answer.insert("hasResults", data.hasResults);
-    qInfo().noquote() << "Loaded project:" << path
-                      << "hasResults=" + QString(data.hasResults ? "true" : "false");
     return answer;
 }
 
-bool AppController::besideEvents(const std::function<void(std::atomic<double>&)>& work) {
-    fileBusy_ = true;
-    bool ended = true;
-    try {
-        tidewell::runBeside(work, [this](double progress) { setFileProgress(progress); });
-    } catch (const std::bad_alloc&) {
-        qWarning("Not enough memory to read or write the file");
-        ended = false;
-    }
-    fileBusy_ = false;
+void AppController::showProject(ProjectData data) {
+    session_.clearResults();
+    dropResult();
+    results_ = std::move(data.results);
+    setProgress(0);
+    using kestrel_app::NodeRecord;
+    setStatusText(tr("Loaded project (%1 strategy nodes, %2 combo nodes)")
+                      .arg(kestrel_app::nodes_with(data.records, &NodeRecord::strategy))
+                      .arg(kestrel_app::nodes_with(data.records, &NodeRecord::combos)));
+    answers_.restore(std::move(data.records));
+    locks_.clear();
+    locks_.restore(data.nodeLocks, [this](int node) { return results_.tree.actionCount(node); });
+    lastSolveCfg_ = data.lastUiCfg;
+    Q_EMIT resultsChanged();
+}
+
+void AppController::endFile() {
+    take(RunEvent::EndFile);
     setFileProgress(-1);
-    return ended;
-}
-
-void AppController::restoreLocks(const QVariantList& locks) {
-    for (const QVariant& entry : locks) {
-        const QVariantMap lock = entry.toMap();
-        const int node = lock.value("nodeIndex", -1).toInt();
-        const QString hand = lock.value("hand").toString();
-        if (node < 0 || hand.isEmpty()) {
-            continue;
-        }
-        if (lock.contains("actionProbs")) {
-            const QVariantList probs = lock.value("actionProbs").toList();
-            if (!probs.isEmpty()) {
-                setNodeLockProbs(node, hand, probs);
-            }
-            continue;
-        }
-        const int action = lock.value("actionIndex", -1).toInt();
-        if (action >= 0) {
-            setNodeLock(node, hand, action, lock.value("actionProb", 1.0).toDouble());
-        }
-    }
-}
-
-QVariantMap AppController::saveTextFile(const QUrl& fileUrl, const QString& text) {
-    return tidewell::saveTextFile(fileUrl, text);
-}
-
-QVariantMap AppController::readTextFile(const QUrl& fileUrl) {
-    return tidewell::readTextFile(fileUrl);
 }
 
 void AppController::setNodeLock(int nodeIndex, const QString& handLabel169, int actionIndex,
                                 double actionProb) {
-    locks_.setAction(nodeIndex, handLabel169, actionIndex, actionProb,
-                     results_.tree.actionCount(nodeIndex),
-                     [&] { return session_.hand_strategy(static_cast<std::uint64_t>(nodeIndex)); });
+    answer([&] {
+        locks_.setAction(
+            nodeIndex, handLabel169, actionIndex, actionProb, results_.tree.actionCount(nodeIndex),
+            [&] { return session_.hand_strategy(static_cast<std::uint64_t>(nodeIndex)); });
+    });
 }
 
 void AppController::setNodeLockProbs(int nodeIndex, const QString& handLabel169,
@@ -432,98 +317,23 @@ void AppController::setNodeLockProbs(int nodeIndex, const QString& handLabel169,
     locks_.setProbs(nodeIndex, handLabel169, actionProbs, results_.tree.actionCount(nodeIndex));
 }
 
-void AppController::clearNodeLocks(int nodeIndex) {
-    locks_.clearNode(nodeIndex);
-}
-
-QVariantList AppController::nodeLocks(int nodeIndex) {
-    return locks_.ofNode(nodeIndex);
-}
-
-int AppController::treeNodeCount() {
-    return results_.tree.nodeCount();
-}
-
-QVariantMap AppController::nodeMeta(int nodeIndex) {
-    return results_.tree.meta(nodeIndex);
-}
-
-QVariantList AppController::nodeActions(int nodeIndex) {
-    return results_.tree.actions(nodeIndex);
-}
-
-QVariantList AppController::nodeActionStats(int nodeIndex) {
-    return answers_.actionStats(nodeIndex);
-}
-
-QVariantList AppController::nodePocketActionEvs(int nodeIndex, const QString& player,
-                                                const QString& c1, const QString& c2) {
-    return answers_.pocketActionEvs(nodeIndex, player, c1, c2);
-}
-
-QVariantMap AppController::showdownWinner(const QString& boardText, const QString& oopText,
-                                          const QString& ipText) const {
-    return tidewell::showdownWinner(boardText, oopText, ipText);
-}
-
-QVariantMap AppController::nodeHandStrategy(int nodeIndex) {
-    return answers_.handStrategy(nodeIndex);
-}
-
-QVariantMap AppController::nodeHandStrategyReach169(int nodeIndex, const QString& bucketName) {
-    return answers_.handStrategyReach169(nodeIndex, bucketName);
-}
-
-QVariantList AppController::nodeHandCombos(int nodeIndex) {
-    return answers_.handCombos(nodeIndex);
-}
-
-QVariantList AppController::nodeSeatHandCombos(int nodeIndex, const QString& player) {
-    return answers_.seatHandCombos(nodeIndex, player);
-}
-
-QVariantList AppController::nodeHandBuckets(int nodeIndex) {
-    return answers_.handBuckets(nodeIndex);
-}
-
-QVariantMap AppController::nodeHandDistributions169(int nodeIndex) {
-    return distributions_.request(nodeIndex);
-}
-
-void AppController::setRunning(bool running) {
-    if (running != running_) {
-        running_ = running;
+bool AppController::take(RunEvent event) {
+    const tidewell::RunState before = state_;
+    if (!state_.take(event)) {
+        return false;
+    }
+    if (before.stopping() != state_.stopping()) {
+        Q_EMIT cancellingChanged();
+    }
+    if (before.running() != state_.running()) {
         Q_EMIT runningChanged();
     }
+    return true;
 }
 
-void AppController::setProgress(double progress) {
-    if (progress != progress_) {
-        progress_ = progress;
-        Q_EMIT progressChanged();
-    }
-}
-
-void AppController::setStatusText(const QString& text) {
-    if (text != statusText_) {
-        statusText_ = text;
-        Q_EMIT statusTextChanged();
-    }
-}
-
-void AppController::setFileProgress(double progress) {
-    if (progress != fileProgress_) {
-        fileProgress_ = progress;
-        Q_EMIT fileProgressChanged();
-    }
-}
-
-void AppController::dropAnswers() {
+/// All that is shown of the last result; signals are the caller's.
+void AppController::dropResult() {
+    releaser_.release(std::pair(std::exchange(results_, {}), answers_.records()));
     answers_.clear();
     distributions_.clear();
-}
-
-void AppController::dropResult() {
-    dropAnswers();
-    results_ = {};
 }

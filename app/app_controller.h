@@ -1,21 +1,27 @@
 #pragma once
 
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDesktopServices>
 #include <QObject>
 #include <QString>
 #include <QUrl>
 #include <QVariantList>
 #include <QVariantMap>
-#include <atomic>
 #include <chrono>
-#include <functional>
-#include <optional>
+#include <new>
 
+#include "app/files/project_file.h"
+#include "app/files/text_files.h"
 #include "app/memory_budget.h"
 #include "app/results/distribution_jobs.h"
 #include "app/results/node_answers.h"
 #include "app/results/node_lock_store.h"
 #include "app/results/solve_results.h"
+#include "app/run_state.h"
+#include "app/showdown.h"
 #include "app/statistics.h"
+#include "session/releaser.h"
 #include "session/solve_session.h"
 
 /// The one object through which the user interface reaches the engine: runs solves, mirrors their
@@ -62,12 +68,16 @@ class AppController : public QObject {
     Q_PROPERTY(bool developerMode READ developerMode CONSTANT)
     /// Of a save or a load that takes a while, 0 to 1; -1 while there is none.
     Q_PROPERTY(double fileProgress READ fileProgress NOTIFY fileProgressChanged)
+    /// While `running`: the solve has been told to stop, and does so as soon as it can.
+    Q_PROPERTY(bool cancelling READ cancelling NOTIFY cancellingChanged)
+    /// Why the last save failed; empty when it did not.
+    Q_PROPERTY(QString saveError READ saveError NOTIFY saveErrorChanged)
 
   public:
     explicit AppController(QObject* parent = nullptr);
     ~AppController() override;
 
-    static QString appDir();
+    static QString appDir() { return QCoreApplication::applicationDirPath(); }
     int systemThreadCount() const { return memory_.threadCount(); }
     QString systemMemoryText() const { return tidewell::formatBytes(memory_.systemBytes()); }
     QString systemAvailableMemoryText() const { return memory_.availableText(); }
@@ -81,7 +91,7 @@ class AppController : public QObject {
     quint64 solveRequiredMemoryBytes() const { return memory_.requiredBytes(); }
     bool solveEstimatePending() const { return memory_.estimatePending(); }
     QString solveEstimateError() const { return memory_.estimateError(); }
-    bool running() const { return running_; }
+    bool running() const { return state_.running(); }
     double progress() const { return progress_; }
     QString statusText() const { return statusText_; }
     QString resultsSummary() const { return results_.summary; }
@@ -95,57 +105,104 @@ class AppController : public QObject {
     quint64 resultsReclaimableMemoryBytes() const { return memory_.reclaimableBytes(); }
     bool developerMode() const { return developerMode_; }
     double fileProgress() const { return fileProgress_; }
+    bool cancelling() const { return state_.stopping(); }
+    QString saveError() const { return saveError_; }
 
     // Solves.
-    Q_INVOKABLE void startSolve();
+    Q_INVOKABLE void startSolve() { startSolveWithConfig({}); }
     Q_INVOKABLE void startSolveWithConfig(const QVariantMap& cfg);
     Q_INVOKABLE void reSolveWithNodeLocks();
     Q_INVOKABLE void cancelSolve();
     Q_INVOKABLE void clearResults();
-    Q_INVOKABLE void requestSolveMemoryEstimate(const QVariantMap& cfg);
+    Q_INVOKABLE void requestSolveMemoryEstimate(const QVariantMap& cfg) {
+        memory_.requestEstimate(cfg);
+    }
 
     // Statistics. See Statistics.
-    Q_INVOKABLE QVariantList solveActivityGridLastYear();
-    Q_INVOKABLE QVariantList solveActivityGridLastSixMonths();
-    Q_INVOKABLE int solvesToday();
-    Q_INVOKABLE QString firstSolveDateIso();
-    Q_INVOKABLE QVariantList solveHistoryDaily();
-    Q_INVOKABLE void recordPlayVsSolutionHand(bool isMistake, double evLoss);
-    Q_INVOKABLE QVariantMap playVsSolutionStats();
-    Q_INVOKABLE void clearPlayVsSolutionStats();
+    Q_INVOKABLE QVariantList solveActivityGridLastYear() {
+        return statistics_.solveActivityGrid(tidewell::Statistics::daysOfYear);
+    }
+    Q_INVOKABLE QVariantList solveActivityGridLastSixMonths() {
+        return statistics_.solveActivityGrid(tidewell::Statistics::daysOfSixMonths);
+    }
+    Q_INVOKABLE int solvesToday() { return statistics_.solvesToday(); }
+    Q_INVOKABLE QString firstSolveDateIso() { return statistics_.firstSolveDateIso(); }
+    Q_INVOKABLE QVariantList solveHistoryDaily() { return statistics_.solveHistoryDaily(); }
+    Q_INVOKABLE void recordPlayVsSolutionHand(bool isMistake, double evLoss) {
+        statistics_.recordPlayVsSolutionHand(isMistake, evLoss);
+        Q_EMIT playVsSolutionStatsChanged();
+    }
+    Q_INVOKABLE QVariantMap playVsSolutionStats() { return statistics_.playVsSolutionStats(); }
+    Q_INVOKABLE void clearPlayVsSolutionStats() {
+        statistics_.clearPlayVsSolutionStats();
+        Q_EMIT playVsSolutionStatsChanged();
+    }
 
     // Files.
-    Q_INVOKABLE void openLicensesFolder();
-    Q_INVOKABLE void openThirdPartyNotices();
-    Q_INVOKABLE QString readTextResource(const QString& path);
+    Q_INVOKABLE void openLicensesFolder() {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(appDir() + "/licenses"));
+    }
+    Q_INVOKABLE void openThirdPartyNotices() {
+        QDesktopServices::openUrl(
+            QUrl::fromLocalFile(appDir() + "/licenses/THIRD_PARTY_NOTICES.txt"));
+    }
+    Q_INVOKABLE QString readTextResource(const QString& path) {
+        return tidewell::readTextResource(path);
+    }
     Q_INVOKABLE bool saveProject(const QUrl& fileUrl, const QVariantMap& projectState);
     Q_INVOKABLE QVariantMap loadProject(const QUrl& fileUrl);
-    Q_INVOKABLE QVariantMap saveTextFile(const QUrl& fileUrl, const QString& text);
-    Q_INVOKABLE QVariantMap readTextFile(const QUrl& fileUrl);
+    Q_INVOKABLE QVariantMap saveTextFile(const QUrl& fileUrl, const QString& text) {
+        return answer([&] { return tidewell::saveTextFile(fileUrl, text); });
+    }
+    Q_INVOKABLE QVariantMap readTextFile(const QUrl& fileUrl) {
+        return answer([&] { return tidewell::readTextFile(fileUrl); });
+    }
 
     // Locks. See NodeLockStore.
     Q_INVOKABLE void setNodeLock(int nodeIndex, const QString& handLabel169, int actionIndex,
                                  double actionProb);
     Q_INVOKABLE void setNodeLockProbs(int nodeIndex, const QString& handLabel169,
                                       const QVariantList& actionProbs);
-    Q_INVOKABLE void clearNodeLocks(int nodeIndex);
-    Q_INVOKABLE QVariantList nodeLocks(int nodeIndex);
+    Q_INVOKABLE void clearNodeLocks(int nodeIndex) { locks_.clearNode(nodeIndex); }
+    Q_INVOKABLE QVariantList nodeLocks(int nodeIndex) { return locks_.ofNode(nodeIndex); }
 
     // Questions about the result. See ResultTree, NodeAnswers and DistributionJobs.
-    Q_INVOKABLE int treeNodeCount();
-    Q_INVOKABLE QVariantMap nodeMeta(int nodeIndex);
-    Q_INVOKABLE QVariantList nodeActions(int nodeIndex);
-    Q_INVOKABLE QVariantList nodeActionStats(int nodeIndex);
+    Q_INVOKABLE int treeNodeCount() { return results_.tree.nodeCount(); }
+    Q_INVOKABLE QVariantMap nodeMeta(int nodeIndex) {
+        return answer([&] { return results_.tree.meta(nodeIndex); });
+    }
+    Q_INVOKABLE QVariantList nodeActions(int nodeIndex) {
+        return answer([&] { return results_.tree.actions(nodeIndex); });
+    }
+    Q_INVOKABLE QVariantList nodeActionStats(int nodeIndex) {
+        return answer([&] { return answers_.actionStats(nodeIndex); });
+    }
     Q_INVOKABLE QVariantList nodePocketActionEvs(int nodeIndex, const QString& player,
-                                                 const QString& c1, const QString& c2);
+                                                 const QString& c1, const QString& c2) {
+        return answer([&] { return answers_.pocketActionEvs(nodeIndex, player, c1, c2); });
+    }
     Q_INVOKABLE QVariantMap showdownWinner(const QString& boardText, const QString& oopText,
-                                           const QString& ipText) const;
-    Q_INVOKABLE QVariantMap nodeHandStrategy(int nodeIndex);
-    Q_INVOKABLE QVariantMap nodeHandStrategyReach169(int nodeIndex, const QString& bucketName);
-    Q_INVOKABLE QVariantList nodeHandCombos(int nodeIndex);
-    Q_INVOKABLE QVariantList nodeSeatHandCombos(int nodeIndex, const QString& player);
-    Q_INVOKABLE QVariantList nodeHandBuckets(int nodeIndex);
-    Q_INVOKABLE QVariantMap nodeHandDistributions169(int nodeIndex);
+                                           const QString& ipText) const {
+        return tidewell::showdownWinner(boardText, oopText, ipText);
+    }
+    Q_INVOKABLE QVariantMap nodeHandStrategy(int nodeIndex) {
+        return answer([&] { return answers_.handStrategy(nodeIndex); });
+    }
+    Q_INVOKABLE QVariantMap nodeHandStrategyReach169(int nodeIndex, const QString& bucketName) {
+        return answer([&] { return answers_.handStrategyReach169(nodeIndex, bucketName); });
+    }
+    Q_INVOKABLE QVariantList nodeHandCombos(int nodeIndex) {
+        return answer([&] { return answers_.handCombos(nodeIndex); });
+    }
+    Q_INVOKABLE QVariantList nodeSeatHandCombos(int nodeIndex, const QString& player) {
+        return answer([&] { return answers_.seatHandCombos(nodeIndex, player); });
+    }
+    Q_INVOKABLE QVariantList nodeHandBuckets(int nodeIndex) {
+        return answer([&] { return answers_.handBuckets(nodeIndex); });
+    }
+    Q_INVOKABLE QVariantMap nodeHandDistributions169(int nodeIndex) {
+        return answer([&] { return distributions_.request(nodeIndex); });
+    }
 
   Q_SIGNALS:
     void runningChanged();
@@ -158,21 +215,55 @@ class AppController : public QObject {
     void systemMemoryChanged();
     void solveRequiredMemoryChanged();
     void fileProgressChanged();
+    void cancellingChanged();
+    void saveErrorChanged();
 
   private:
-    void handleProgress(quint64 solve, const kestrel_app::SolveProgress& report);
-    void handleResult(const kestrel_app::SolveResult& result);
-    void endSolve();
-    void setRunning(bool running);
-    void setProgress(double progress);
-    void setStatusText(const QString& text);
-    void setFileProgress(double progress);
-    /// What can be asked of the last result, and the result itself; signals are the caller's.
-    void dropAnswers();
+    bool take(tidewell::RunEvent event);
+    void checkSolve(const QVariantMap& cfg, kestrel_app::SolveConfig config);
+    void beginSolve(const QVariantMap& cfg, const kestrel_app::SolveConfig& config);
+    void handleProgress(const kestrel_app::SolveProgress& report);
+    void endSolve(const kestrel_app::SolveProgress& report);
+    void showResult(const kestrel_app::SolveResult& result);
+    QString save(const QUrl& fileUrl, const QVariantMap& projectState);
+    void showProject(tidewell::ProjectData data);
+    void endFile();
     void dropResult();
-    void restoreLocks(const QVariantList& locks);
-    /// Runs a save or a load beside the event loop. False when it failed for want of memory.
-    bool besideEvents(const std::function<void(std::atomic<double>&)>& work);
+    template <class Value>
+    void set(Value& property, const Value& value, void (AppController::*changed)()) {
+        if (value != property) {
+            property = value;
+            Q_EMIT(this->*changed)();
+        }
+    }
+    void setProgress(double progress) { set(progress_, progress, &AppController::progressChanged); }
+    void setStatusText(const QString& text) {
+        set(statusText_, text, &AppController::statusTextChanged);
+    }
+    void setFileProgress(double progress) {
+        set(fileProgress_, progress, &AppController::fileProgressChanged);
+    }
+
+    // No exception may pass through the event loop: without the memory for them, what a document
+    // asks is not answered, and a solve ends.
+    template <class Ask>
+    auto answer(Ask ask) -> decltype(ask()) {
+        try {
+            return ask();
+        } catch (const std::bad_alloc&) {
+            qWarning("Not enough memory for an answer");
+            return decltype(ask())();
+        }
+    }
+    template <class Step>
+    void attempt(Step step) {
+        try {
+            step();
+        } catch (const std::bad_alloc&) {
+            giveUpSolve();
+        }
+    }
+    void giveUpSolve();
 
     kestrel_app::SolveSession session_;
     tidewell::SolveResults results_;
@@ -181,14 +272,13 @@ class AppController : public QObject {
     tidewell::NodeLockStore locks_;
     tidewell::MemoryBudget memory_;
     tidewell::Statistics statistics_;
-    QVariantMap lastSolveCfg_;
-    bool running_ = false;
+    tidewell::RunState state_;
+    QVariantMap lastSolveCfg_;  // of the result; without one, of the last solve that began
     double progress_ = 0;
     QString statusText_;
     bool developerMode_ = false;
     double fileProgress_ = -1;
-    bool fileBusy_ = false;      // events are handled beside a save or a load
-    quint64 solve_ = 0;          // number of the last solve or load; earlier reports are void
-    bool solveDropped_ = false;  // its result has been given up while it ran
-    std::optional<std::chrono::steady_clock::time_point> solveStart_;
+    QString saveError_;
+    std::chrono::steady_clock::time_point solveStart_;
+    kestrel_app::Releaser releaser_;
 };

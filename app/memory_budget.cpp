@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "app/config_map.h"
@@ -102,6 +103,9 @@ void MemoryBudget::workOut(Stop MemoryBudget::*work, const kestrel_app::SolveCon
                 estimate.memory = kestrel_app::estimate_solve_memory(config, limits);
             } catch (const kestrel::BuildStopped&) {
                 return;
+            } catch (const std::bad_alloc&) {  // not even the memory to count it
+                estimate.memory.total_bytes = std::max<quint64>(limit, 1);
+                estimate.memory.at_least = true;
             } catch (const std::exception& failure) {
                 estimate.error = QString::fromUtf8(failure.what());
             }
@@ -155,10 +159,9 @@ void MemoryBudget::setAvailable(quint64 bytes) {
     }
 }
 
-bool MemoryBudget::beginSolve() {
-    refresh();
+void MemoryBudget::beginSolve() {
+    reclaimableBytes_ = 0;
     pendingBytes_ = requiredBytes_;
-    return requiredBytes_ == 0 || availableBytes_ == 0 || availableBytes_ > requiredBytes_;
 }
 
 void MemoryBudget::keepResult() {

@@ -65,11 +65,10 @@ class MemoryBudget : public QObject {
     /// Reads the available memory anew.
     void refresh();
 
-    /// The former result has been given up, and a solve of the settings on screen begins. False
-    /// when it cannot fit.
-    bool beginSolve();
+    /// The solve that was checked last begins, and the former result is given up.
+    void beginSolve();
 
-    /// The solve that was begun has ended well: its result holds what was estimated.
+    /// The solve that has begun has ended well: its result holds what was estimated.
     void keepResult();
 
     /// The one call whose change the caller tells of, once the rest of the result is gone too.

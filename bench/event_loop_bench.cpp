@@ -130,21 +130,20 @@ BENCHMARK(BM_EventsDuringLoadAndSave)->Unit(benchmark::kMillisecond)->Iterations
 void BM_SmallTreeWithLargeAnswers(benchmark::State& state) {
     constexpr int nodes = 40;
     constexpr int hands = 1000;
-    QVariantList combos;
-    for (int hand = 0; hand < hands; ++hand) {
-        combos.append(QVariantMap{{"c1", "Ah"},
-                                  {"c2", "Kh"},
-                                  {"weight", 0.5},
-                                  {"ev", hand / 7.0},
-                                  {"actionEvs", QVariantList{hand / 3.0, hand / 9.0, 0.25}},
-                                  {"buckets", QVariantList{"top pair", "flush draw"}},
-                                  {"actionProbs", QVariantList{0.25, hand / 1e4, 0.5}}});
-    }
+    kestrel_app::NodeRecord record;
+    record.combos = std::make_shared<const std::vector<kestrel_app::HandCombo>>(
+        hands, kestrel_app::HandCombo{.c1 = "Ah",
+                                      .c2 = "Kh",
+                                      .weight = 0.5,
+                                      .ev = 1 / 7.0,
+                                      .action_evs = {1 / 3.0, 1 / 9.0, 0.25},
+                                      .action_probs = {0.25, 0.1, 0.65},
+                                      .buckets = {"top pair", "flush draw"}});
     tidewell::ProjectData data;
     data.hasResults = true;
     data.results.iterations = 1;
     for (int node = 0; node < nodes; ++node) {
-        data.caches.handCombos.insert(node, combos);
+        data.records.insert({node, record});
     }
     measureLoadAndSave(state, data);
 }

@@ -325,6 +325,15 @@ bool writeProjectText(const std::function<void(std::string_view)>& write, const 
     return true;
 }
 
+qint64 writtenBytes(const ProjectData& data) {
+    constexpr qint64 nodeBytes = 500;  // as found in files
+    qint64 bytes = data.results.tree.nodeCount() * nodeBytes;
+    for (const auto& [node, record] : data.records) {
+        bytes += static_cast<qint64>(kestrel_app::memory_bytes(record));
+    }
+    return data.hasResults ? bytes : 0;
+}
+
 QString writeProject(const QString& path, const ProjectData& data, std::atomic<double>* progress) {
     QSaveFile file(path);
     if (!openForAll(file)) {

@@ -28,6 +28,9 @@ struct ProjectData {
 bool writeProjectText(const std::function<void(std::string_view)>& write, const ProjectData& data,
                       std::atomic<double>* progress);
 
+/// About how long the file of a project gets, in bytes.
+qint64 writtenBytes(const ProjectData& data);
+
 /// Writes a project as one JSON document, as a stream, and replaces the file only when all of it
 /// has been written. Returns what went wrong, in English, or nothing. `progress` as above. Any
 /// thread.

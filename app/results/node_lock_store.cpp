@@ -109,6 +109,23 @@ QVariantList NodeLockStore::all() const {
     return list;
 }
 
+void NodeLockStore::restore(const QVariantList& locks, const std::function<int(int)>& actionsOf) {
+    const auto nothing = [] { return std::optional<kestrel_app::HandStrategy>(); };
+    for (const QVariant& entry : locks) {
+        const QVariantMap lock = entry.toMap();
+        const int node = lock.value("nodeIndex", -1).toInt();
+        const QString hand = lock.value("hand").toString();
+        const int action = lock.value("actionIndex", -1).toInt();
+        const QVariantList probs = lock.value("actionProbs").toList();
+        if (!probs.isEmpty()) {
+            setProbs(node, hand, probs, actionsOf(node));
+        } else if (!lock.contains("actionProbs") && action >= 0) {
+            const double prob = lock.value("actionProb", 1.0).toDouble();
+            setAction(node, hand, action, prob, actionsOf(node), nothing);
+        }
+    }
+}
+
 std::vector<kestrel_app::NodeLockEntry> NodeLockStore::entries() const {
     std::vector<kestrel_app::NodeLockEntry> entries;
     for (auto node = locks_.begin(); node != locks_.end(); ++node) {

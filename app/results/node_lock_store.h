@@ -50,6 +50,10 @@ class NodeLockStore {
     /// All locks by rising node, each map with `nodeIndex`.
     QVariantList all() const;
 
+    /// Takes up what `all` has told, as far as it fits the tree. `actionsOf`: how many actions a
+    /// node has.
+    void restore(const QVariantList& locks, const std::function<int(int)>& actionsOf);
+
     /// As a solve takes them.
     std::vector<kestrel_app::NodeLockEntry> entries() const;
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <algorithm>
+#include <new>
 
 namespace tidewell {
 namespace {
@@ -45,9 +46,22 @@ QString summaryOf(const SolveResult& result, const SolveResults& results) {
         .arg(results.evIp, 0, 'f', 3);
 }
 
+/// What an exception tells, for a person.
+QString reasonOf(const std::string& error) {
+    return error == std::bad_alloc().what()
+               ? QCoreApplication::translate("AppController", "Not enough memory")
+               : QString::fromStdString(error);
+}
+
 }  // namespace
 
 SolveResults resultsOf(const SolveResult& result) {
+    if (!result.ok) {
+        SolveResults none;
+        none.summary = QCoreApplication::translate("AppController", "Solve failed: %1")
+                           .arg(reasonOf(result.error));
+        return none;
+    }
     const auto chips = [](double hundredths) { return hundredths / hundredthsPerChip; };
     SolveResults results;
     results.startingPot = chips(result.starting_pot);
@@ -59,6 +73,19 @@ SolveResults resultsOf(const SolveResult& result) {
     results.tree = {result.nodes, chips(result.effective_stack)};
     results.summary = summaryOf(result, results);
     return results;
+}
+
+kestrel_app::SolveProgress reportOf(const std::exception& failure) {
+    kestrel_app::SolveProgress report{.status = std::string("Error: ") + failure.what(),
+                                      .result = SolveResult{}};
+    report.result->error = failure.what();
+    return report;
+}
+
+QString statusOf(const kestrel_app::SolveProgress& report) {
+    const bool failed = report.result && !report.result->ok && report.status.starts_with("Error");
+    return failed ? "Error: " + reasonOf(report.result->error)
+                  : QString::fromStdString(report.status);
 }
 
 }  // namespace tidewell

@@ -2,9 +2,10 @@
 
 #include <QString>
 #include <QVariantList>
+#include <exception>
 
 #include "app/results/result_tree.h"
-#include "session/result_snapshot.h"
+#include "session/solve_session.h"
 
 namespace tidewell {
 
@@ -22,7 +23,13 @@ struct SolveResults {
     bool any() const { return iterations > 0 || tree.nodeCount() > 0 || !rootActions.isEmpty(); }
 };
 
-/// Those of a solve that ended well.
+/// Of a solve that did not end well the summary alone, which tells why.
 SolveResults resultsOf(const kestrel_app::SolveResult& result);
+
+/// The report of a solve that an exception has ended.
+kestrel_app::SolveProgress reportOf(const std::exception& failure);
+
+/// What a report says, for a person and for the pages that read how far a solve is out of it.
+QString statusOf(const kestrel_app::SolveProgress& report);
 
 }  // namespace tidewell

@@ -54,8 +54,9 @@ Item {
         busy = false;
         if (!isSaved) {
             console.warn("Save failed:", file);
-            failed(qsTr("%1 could not be saved. Is its folder writable, and is there room on the "
-                        + "disk?").arg(nameOf(file)));
+            //: The first is a file's name, the second why
+            failed(qsTr("%1 could not be saved. %2").arg(nameOf(file))
+                .arg(controller?.saveError ?? ""));
             return false;
         }
         currentFile = file;

@@ -6,11 +6,14 @@
 #include <array>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "platform/memory_info.h"
 #include "tests/app/controller_support.h"
+#include "tests/app/solved_spot.h"
 
 namespace tidewell {
 namespace {
@@ -39,16 +42,9 @@ TEST(AppController, SolvesAndShowsTheResult) {
     EXPECT_EQ(results.count(), 2);
     EXPECT_EQ(stats.count(), 1);
     EXPECT_EQ(controller.solvesToday(), before + 1);
-    EXPECT_EQ(controller.resultsSummary(),
-              QString("Board Td9c6h6c2s | iters 60 | expl≈%1 | EV(oop)=%2 EV(ip)=%3")
-                  .arg(controller.resultExploitability(), 0, 'f', 4)
-                  .arg(controller.resultEvOop(), 0, 'f', 3)
-                  .arg(controller.resultEvIp(), 0, 'f', 3));
-    ASSERT_EQ(controller.rootActions().size(), 2);
-    EXPECT_EQ(controller.rootActions()[1].toMap()["actionType"], "bet 50%");
-
-    EXPECT_EQ(controller.nodeMeta(0)["effectiveStack"], 40.0);
-    const QVariantMap bet = controller.nodeActions(0)[1].toMap();
+    EXPECT_TRUE(controller.resultsSummary().startsWith("Board Td9c6h6c2s | iters 60 | expl≈"));
+    EXPECT_EQ(controller.rootActions().value(1).toMap()["actionType"], "bet 50%");
+    const QVariantMap bet = controller.nodeActions(0).value(1).toMap();
     EXPECT_EQ(controller.nodeMeta(bet["childIndex"].toInt())["investedOop"], 5.0);
 
     controller.clearResults();
@@ -60,29 +56,32 @@ TEST(AppController, SolvesAndShowsTheResult) {
     EXPECT_EQ(controller.statusText(), "No previous solve config (solve once first)");
 }
 
+QVariantMap with(QVariantMap cfg, const char* key, const QVariant& value) {
+    cfg[key] = value;
+    return cfg;
+}
+
 TEST(AppController, ChecksBeforeASolve) {
-    const auto with = [](const char* key, const QVariant& value) {
-        QVariantMap cfg = riverConfig();
-        cfg[key] = value;
-        return cfg;
-    };
-    const std::pair<QVariantMap, const char*> cases[] = {
-        {{}, "Not ready: enter a valid board first"},
-        {with("board", QVariantList{1, 2}), "Not ready: enter a valid board first"},
-        {with("ip_range", QVariant()), "Not ready: select at least one hand in both ranges"}};
     AppController controller;
     solve(controller, riverConfig(1));
-    controller.setNodeLockProbs(0, "TT", {1.0, 0.0});
+    const QVariantMap solved = controller.solvedConfig();
+    const std::pair<QVariantMap, const char*> cases[] = {
+        {{}, "Not ready: enter a valid board first"},
+        {with(riverConfig(), "board", QVariantList{1, 2}), "Not ready: enter a valid board first"},
+        {with(riverConfig(), "ip_range", QVariant()),
+         "Not ready: select at least one hand in both ranges"}};
     for (const auto& [cfg, status] : cases) {
+        controller.setNodeLockProbs(0, "TT", {1.0, 0.0});
         controller.startSolveWithConfig(cfg);
         EXPECT_FALSE(controller.running());
         EXPECT_EQ(controller.statusText(), status);
+        EXPECT_TRUE(controller.nodeLocks(0).isEmpty());
     }
-    EXPECT_GT(controller.treeNodeCount(), 0) << "a failed check keeps the result";
-    EXPECT_TRUE(controller.nodeLocks(0).isEmpty()) << "a fresh start drops the locks";
+    EXPECT_FALSE(controller.nodeHandStrategy(0).isEmpty());
+    EXPECT_EQ(controller.solvedConfig(), solved);
 
     // What only the solve itself finds out.
-    solve(controller, with("oop_range", "AAx"));
+    solve(controller, with(riverConfig(), "oop_range", "AAx"));
     EXPECT_TRUE(controller.statusText().startsWith("Error: "));
     EXPECT_EQ(controller.resultsSummary(),
               "Solve failed: " + controller.statusText().mid(QString("Error: ").size()));
@@ -93,70 +92,111 @@ TEST(AppController, CancelClearAndStartAgain) {
     AppController controller;
     controller.cancelSolve();
     EXPECT_EQ(controller.statusText(), "Cancelling...");
-    const auto started = [&] {
-        return waitUntil([&] { return controller.statusText().startsWith("Iter"); });
+    const auto start = [](AppController& any) {
+        any.startSolveWithConfig(endlessConfig());
+        ASSERT_TRUE(waitUntil([&] { return any.statusText().startsWith("Iter"); }));
+    };
+    const auto end = [&] {
+        EXPECT_TRUE(controller.running());
+        ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+        EXPECT_FALSE(controller.cancelling());
     };
 
-    controller.startSolveWithConfig(endlessConfig());
-    ASSERT_TRUE(started());
+    solve(controller, riverConfig(1));
+    controller.startSolveWithConfig(riverConfig(1));
+    controller.cancelSolve();  // while it is only being checked: nothing was given up yet
+    EXPECT_FALSE(controller.running());
+    EXPECT_EQ(controller.statusText(), "Cancelled");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(controller.nodeHandStrategy(0).isEmpty());
+
+    start(controller);
     controller.startSolveWithConfig(riverConfig());  // no effect
     EXPECT_TRUE(controller.nodeHandCombos(0).isEmpty());
     controller.cancelSolve();
-    EXPECT_TRUE(controller.running());
-    ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+    EXPECT_TRUE(controller.cancelling());
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+    if (controller.running()) {
+        EXPECT_EQ(controller.statusText(), "Cancelling...") << "whatever is still reported";
+        end();
+    }
     EXPECT_EQ(controller.statusText(), "Cancelled");
     EXPECT_EQ(controller.resultsSummary(), "Solve failed: Cancelled");
 
-    // Cleared while it runs: the old solve's end is not told, and a start before it waits for it.
-    controller.startSolveWithConfig(endlessConfig());
-    ASSERT_TRUE(started());
-    controller.clearResults();
-    EXPECT_FALSE(controller.running());
-    EXPECT_EQ(controller.statusText(), "Ready");
-    controller.startSolveWithConfig(riverConfig());
-    ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
-    if (controller.treeNodeCount() == 0) {  // the old solve was still there
-        EXPECT_EQ(controller.statusText(), "Cancelled");
-        solve(controller, riverConfig());
+    // Cleared while it runs, it ends before anything else begins, and its end is not told.
+    for (const bool cancelled : {false, true}) {
+        start(controller);
+        if (cancelled) controller.cancelSolve();
+        controller.clearResults();
+        EXPECT_TRUE(controller.cancelling());
+        controller.startSolveWithConfig(riverConfig());  // no effect
+        end();
+        EXPECT_EQ(controller.statusText(), "Ready");
+        EXPECT_EQ(controller.resultsSummary(), "");
     }
+    // Neither is that of one that has just ended well.
+    {
+        QObject once;
+        QObject::connect(&controller, &AppController::statusTextChanged, &once, [&] {
+            if (controller.statusText().startsWith("Iter")) {
+                while (controller.nodeHandStrategy(0).isEmpty())
+                    std::this_thread::yield();
+                controller.clearResults();
+            }
+        });
+        solve(controller, riverConfig(1));
+    }
+    EXPECT_EQ(controller.statusText(), "Ready");
+    EXPECT_TRUE(controller.nodeHandStrategy(0).isEmpty());
+    solve(controller, riverConfig(1));
     EXPECT_EQ(controller.statusText(), "Done");
-    QCoreApplication::processEvents();
-    EXPECT_GT(controller.treeNodeCount(), 0);
 
     // And left while it runs.
     auto shortLived = std::make_unique<AppController>();
-    shortLived->startSolveWithConfig(endlessConfig());
-    ASSERT_TRUE(waitUntil([&] { return shortLived->statusText().startsWith("Iter"); }));
+    start(*shortLived);
     shortLived->nodeHandDistributions169(0);
     shortLived->requestSolveMemoryEstimate(endlessConfig());
     shortLived.reset();
     QCoreApplication::processEvents();
 }
 
-// The former solve has ended, but its last report waits in the queue when the next one starts.
-TEST(AppController, AReportThatComesTooLateTouchesNothing) {
+// The address sanitizer ends a process that runs out of memory.
+#ifndef __SANITIZE_ADDRESS__
+// A start and a re-solve that do not fit leave everything as it was.
+TEST(AppController, IsRefusedBeforeAnythingIsGivenUp) {
     AppController controller;
-    for (int i = 0; i < 20; ++i) {
-        ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
-        controller.startSolveWithConfig(riverConfig(1));
-        while (controller.nodeHandStrategy(0).isEmpty())
-            std::this_thread::yield();
-        controller.clearResults();
-        controller.startSolveWithConfig(endlessConfig());
-        if (controller.statusText() == "Already running") {  // a moment too early
-            ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
-            EXPECT_EQ(controller.statusText(), "Cancelled");
-            EXPECT_TRUE(controller.nodeHandStrategy(0).isEmpty());
-            continue;
-        }
-        ASSERT_TRUE(waitUntil([&] { return controller.statusText().startsWith("Iter "); }));
-        EXPECT_TRUE(controller.running());
-        controller.cancelSolve();
-    }
-    ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
     solve(controller, riverConfig(1));
-    EXPECT_FALSE(controller.nodeHandCombos(0).isEmpty());
+    const QVariantMap solved = controller.solvedConfig();
+    controller.setNodeLockProbs(0, "TT", {1.0, 0.0});
+    for (const bool underLocks : {false, true}) {
+        const tidewell_platform::AllocationLimit limit(std::uint64_t{50} << 20);
+        solve(controller, with(wideConfig(), "apply_node_locks", underLocks));
+        EXPECT_EQ(controller.statusText(),
+                  "Not enough RAM to solve (after clearing previous results)");
+        EXPECT_EQ(controller.nodeLocks(0).size(), 1);
+    }
+    EXPECT_FALSE(controller.nodeHandStrategy(0).isEmpty());
+    EXPECT_EQ(controller.solvedConfig(), solved);
 }
+
+// A solve ends without the memory for it, and the next one finds everything in order.
+TEST(AppController, RunsOutOfMemory) {
+    AppController controller;
+    std::optional<tidewell_platform::AllocationLimit> limit;
+    QObject::connect(&controller, &AppController::statusTextChanged, &controller, [&] {
+        if (controller.statusText().startsWith("Init: building game object")) {
+            limit.emplace(std::uint64_t{50} << 20);
+        }
+    });
+    solve(controller, wideConfig());
+    limit.reset();
+    EXPECT_EQ(controller.statusText(), "Error: Not enough memory");
+    EXPECT_EQ(controller.resultsSummary(), "Solve failed: Not enough memory");
+    controller.disconnect();
+    solve(controller, riverConfig(1));
+    EXPECT_EQ(controller.statusText(), "Done");
+}
+#endif
 
 TEST(AppController, LocksAndReSolve) {
     AppController controller;
@@ -165,7 +205,6 @@ TEST(AppController, LocksAndReSolve) {
     controller.setNodeLock(0, "TT", 1, 0.7);
     EXPECT_TRUE(controller.nodeLocks(0).isEmpty()) << "no tree to lock";
     solve(controller, riverConfig());
-    ASSERT_EQ(controller.nodeActions(0).size(), 2);
 
     // A mix leaves the other hands free.
     const std::pair<QVariantList, QVariantList> mixes[] = {
@@ -186,8 +225,6 @@ TEST(AppController, LocksAndReSolve) {
         controller.setNodeLockProbs(node, "TT", {1});
         EXPECT_TRUE(controller.nodeLocks(node).isEmpty()) << node;
     }
-    controller.setNodeLockProbs(0, "", {1});
-    EXPECT_EQ(controller.nodeLocks(0).size(), 1);
 
     controller.setNodeLockProbs(0, "TT", {0, 1});
     for (int i = 0; i < 2; ++i) {  // a further re-solve keeps the locks
@@ -199,7 +236,6 @@ TEST(AppController, LocksAndReSolve) {
 
     // One action locked freezes the whole node as it is.
     controller.clearNodeLocks(0);
-    controller.clearNodeLocks(0);
     controller.setNodeLock(0, "TT", 2, 1);
     EXPECT_TRUE(controller.nodeLocks(0).isEmpty()) << "no such action, nothing is frozen";
     const auto present = controller.nodeHandStrategy(0)["actionProbs"].toMap();
@@ -207,15 +243,9 @@ TEST(AppController, LocksAndReSolve) {
     EXPECT_EQ(controller.nodeLocks(0).size(), 169);
     for (const QVariant& entry : controller.nodeLocks(0)) {
         const QVariantMap lock = entry.toMap();
-        const QString hand = lock["hand"].toString();
-        const QVariantList probs = lock["actionProbs"].toList();
-        if (hand == "TT") {
-            EXPECT_EQ(probs, (QVariantList{0.75, 0.25}));
-            EXPECT_EQ(lock["actionIndex"], 1);
-            EXPECT_EQ(lock["actionProb"], 0.25);
-        } else if (present[hand].toList()[0].toDouble() > 0) {
-            EXPECT_NEAR(probs[0].toDouble(), present[hand].toList()[0].toDouble(), 1e-6);
-        }
+        const double was = present[lock["hand"].toString()].toList()[0].toDouble();
+        const double is = lock["actionProbs"].toList()[0].toDouble();
+        EXPECT_NEAR(is, lock["hand"] == "TT" ? 0.75 : was > 0 ? was : is, 1e-6);
     }
     solve(controller, riverConfig(1));
     EXPECT_TRUE(controller.nodeLocks(0).isEmpty());
@@ -227,42 +257,23 @@ TEST(AppController, AnswersAboutNodes) {
     const auto keys = [](const QVariant& map) { return map.toMap().keys().join(' '); };
     const QVariantMap strategy = controller.nodeHandStrategy(0);
     EXPECT_EQ(keys(strategy), "actionNames actionProbs actionTypeList dominantActionTypes weights");
-    EXPECT_EQ(strategy["weights"].toMap().size(), 169);
     EXPECT_EQ(strategy["dominantActionTypes"].toMap()["AA"], "");
-    EXPECT_EQ(strategy["actionTypeList"], (QVariantList{"check", "bet 50%"}));
-
     const QVariantMap combo = controller.nodeHandCombos(0).value(0).toMap();
     EXPECT_EQ(keys(combo), "actionEvs actionProbs buckets c1 c2 ev weight");
-    const auto evs = [&](const char* player, const QString& c1, const QString& c2) {
-        return controller.nodePocketActionEvs(0, player, c1, c2);
-    };
-    EXPECT_EQ(evs(" oop ", combo["c2"].toString(), combo["c1"].toString()),
-              combo["actionEvs"].toList());
-    EXPECT_TRUE(evs("ip", combo["c1"].toString(), combo["c2"].toString()).isEmpty());
-    EXPECT_TRUE(evs("OOP", "", "xx").isEmpty());
-
-    // All hands reach the root, so the mean of a label is what the strategy plays.
-    const QVariantMap reach = controller.nodeHandStrategyReach169(0, "");
-    EXPECT_EQ(keys(reach["weights"]), "87s KQo TT");
-    EXPECT_EQ(reach["weights"].toMap()["TT"], 1.0);
-    const QVariantList played = reach["actionProbs"].toMap()["87s"].toList();
-    EXPECT_NEAR(played.value(0).toDouble() + played.value(1).toDouble(), 1.0, 1e-9);
+    EXPECT_EQ(
+        controller.nodePocketActionEvs(0, " oop ", combo["c2"].toString(), combo["c1"].toString()),
+        combo["actionEvs"].toList());
     const QVariantMap house = controller.nodeHandStrategyReach169(0, "  Full HOUSE ");
     EXPECT_EQ(keys(house["weights"]), "TT");
-    EXPECT_EQ(keys(controller.nodeHandStrategyReach169(0, "top pair")["weights"]), "");
-
     EXPECT_EQ(controller.nodeHandBuckets(0).value(0).toMap()["displayName"], "full house");
     EXPECT_EQ(controller.nodeSeatHandCombos(0, "IP"), controller.nodeSeatHandCombos(0, " ip"));
-    EXPECT_NE(controller.nodeSeatHandCombos(0, "IP"), controller.nodeSeatHandCombos(0, "?"));
-    const QVariantList stats = controller.nodeActionStats(0);
-    ASSERT_EQ(stats.size(), 2);
-    EXPECT_EQ(keys(stats[0]), "actionType combos equity ev frequency name");
+    EXPECT_EQ(keys(controller.nodeActionStats(0).value(1)),
+              "actionType combos equity ev frequency name");
 
     const int terminal = controller.treeNodeCount() - 1;
     for (const int node : {-1, terminal, terminal + 1, std::numeric_limits<int>::min()}) {
         EXPECT_TRUE(controller.nodeHandStrategy(node).isEmpty());
         EXPECT_TRUE(controller.nodeHandStrategyReach169(node, "").isEmpty());
-        EXPECT_TRUE(controller.nodeHandCombos(node).isEmpty());
         EXPECT_TRUE(controller.nodeHandBuckets(node).isEmpty());
         EXPECT_TRUE(controller.nodeActionStats(node).isEmpty());
         EXPECT_TRUE(controller.nodePocketActionEvs(node, "OOP", "Th", "Ts").isEmpty());
@@ -280,21 +291,17 @@ TEST(AppController, DistributionsComeLater) {
         EXPECT_EQ(first["error"], "Computing…");
         EXPECT_EQ(controller.nodeHandDistributions169(node), first);
         EXPECT_TRUE(waitUntil([&] { return ready.count() > 0; }));
-        EXPECT_EQ(ready.count(), 1);
         return controller.nodeHandDistributions169(node);
     };
     const QVariantMap none = ask(0);
-    EXPECT_FALSE(none["ok"].toBool() || none["pending"].toBool());
     EXPECT_EQ(none["error"], "Distributions unavailable (no live solve state).");
     EXPECT_EQ(none["hands"], QVariantList());
 
     solve(controller, riverConfig());
     const QVariantMap answer = ask(0);
     EXPECT_TRUE(answer["ok"].toBool());
-    EXPECT_EQ(answer["nodeIndex"], 0);
     for (const char* const list : {"oopHands", "evOop", "equityOop"})
         EXPECT_EQ(answer[list].toList().size(), controller.nodeHandCombos(0).size());
-    EXPECT_EQ(answer["evIp"].toList().size(), answer["ipHands"].toList().size());
     EXPECT_FALSE(ask(controller.treeNodeCount())["ok"].toBool());
 
     // What belongs to a solve that is gone does not show in the next.
@@ -307,26 +314,36 @@ TEST(AppController, DistributionsComeLater) {
     EXPECT_EQ(ready.count(), 1);
 }
 
-TEST(AppController, MemoryEstimateAndRefusal) {
+// A job that waits for its turn keeps no solve alive, and one that has begun not for long.
+TEST(DistributionJobs, KeepNoOldSolveAlive) {
+    SolvedSpot spot;
+    DistributionJobs jobs(spot.session());
+    for (const int node : {0, 1, 2, 3, 4, 5, 6, 7})
+        jobs.request(node);
+    const std::weak_ptr solve = spot.session().finished();
+    jobs.clear();
+    spot.session().clearResults();
+    EXPECT_TRUE(waitUntil([&] { return solve.expired(); }));
+}
+
+TEST(AppController, TheRequirementIsThatOfTheNewestRequest) {
     AppController controller;
     QSignalSpy required(&controller, &AppController::solveRequiredMemoryChanged);
-    QVariantMap broken = riverConfig();
-    broken["oop_river_bet_sizes"] = "2x";
+    const QVariantMap broken = with(riverConfig(), "oop_river_bet_sizes", "2x");
     for (int i = 0; i < 5; ++i)
         controller.requestSolveMemoryEstimate(broken);
-    controller.requestSolveMemoryEstimate(endlessConfig());
+    controller.requestSolveMemoryEstimate(riverConfig());
     ASSERT_TRUE(waitUntil([&] { return controller.solveRequiredMemoryBytes() != 0; }));
     EXPECT_EQ(required.count(), 2) << "that it is worked out, and the newest answer alone";
     const quint64 needed = controller.solveRequiredMemoryBytes();
 
-    QVariantMap cfg = endlessConfig();
-    cfg["max_iterations"] = 1;
-    solve(controller, cfg);
-    EXPECT_EQ(controller.resultsReclaimableMemoryBytes(), needed);
-    controller.requestSolveMemoryEstimate(broken);
-    ASSERT_TRUE(waitUntil([&] { return controller.solveRequiredMemoryBytes() == 0; }));
-    solve(controller, riverConfig(1));
-    EXPECT_EQ(controller.resultsReclaimableMemoryBytes(), 0U);
+    // A start works out its own, and what is asked for meanwhile comes after it.
+    controller.startSolveWithConfig(with(endlessConfig(), "max_iterations", 1));
+    controller.requestSolveMemoryEstimate(riverConfig());
+    ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
+    EXPECT_EQ(controller.statusText(), "Done");
+    EXPECT_GT(controller.resultsReclaimableMemoryBytes(), needed);
+    EXPECT_TRUE(waitUntil([&] { return controller.solveRequiredMemoryBytes() == needed; }));
 }
 
 TEST(AppController, DeveloperModeIsDecidedByTheFirstVariable) {
@@ -354,16 +371,13 @@ TEST(Showdown, NamesTheWinner) {
         {"AhKsQdJc2d", "AsAd", "", "UNKNOWN"},
         {"AhKsQdJc1d", "AsAd", "KcKd", "UNKNOWN"},
         {"AhKsQdJc2d", "AsAä", "KcKd", "UNKNOWN"}};
-    const AppController controller;
-    for (const auto& [board, oopHand, ipHand, expected] : cases) {
-        const QVariantMap result = controller.showdownWinner(board, oopHand, ipHand);
-        const QString winner = result["winner"].toString();
-        const quint32 oop = result["oopStrength"].toUInt();
-        const quint32 ip = result["ipStrength"].toUInt();
-        EXPECT_EQ(winner, expected) << board << ' ' << oopHand << ' ' << ipHand;
-        EXPECT_EQ(winner == "OOP", oop > ip);
-        EXPECT_EQ(winner == "IP", oop < ip);
-        EXPECT_EQ(winner == "UNKNOWN", oop == 0 && ip == 0);
+    for (const auto& [board, oopHand, ipHand, winner] : cases) {
+        const QVariantMap result = showdownWinner(board, oopHand, ipHand);
+        const auto oop = result["oopStrength"].toUInt();
+        const auto ip = result["ipStrength"].toUInt();
+        EXPECT_EQ(result["winner"], winner) << board << ' ' << oopHand << ' ' << ipHand;
+        const QString order = oop > ip ? "OOP" : oop < ip ? "IP" : oop > 0 ? "TIE" : "UNKNOWN";
+        EXPECT_EQ(order, winner);
     }
 }
 

@@ -38,39 +38,20 @@ TEST(Background, EventsAreHandledMeanwhileButForTheUsers) {
         ++turns;
     });
     turning.start(0);
-    QList<double> told;
+    std::atomic<bool> told = false;
     const auto here = std::this_thread::get_id();
     runBeside(
         [&](std::atomic<double>& progress) {
             EXPECT_NE(std::this_thread::get_id(), here);
             progress = 0.5;
-            turns.wait(0);
-            while (turns < 100) {
+            while (turns < 100 || !told) {
                 std::this_thread::yield();
             }
         },
-        [&](double progress) { told.append(progress); });
+        [&](double progress) { told = told || progress == 0.5; });
     turning.stop();
-    EXPECT_GE(turns, 100);
     EXPECT_EQ(window.moves, 0);
-    EXPECT_EQ(told.count(0.5) + told.count(0.0), told.size());
     EXPECT_TRUE(waitUntil([&] { return window.moves > 0; })) << "put off, not lost";
-}
-
-TEST(Background, TellsProgressUntilTheEnd) {
-    std::atomic<bool> seen = false;
-    runBeside(
-        [&](std::atomic<double>& progress) {
-            progress = 0.75;
-            seen.wait(false);
-        },
-        [&](double progress) {
-            if (progress == 0.75) {
-                seen = true;
-                seen.notify_all();
-            }
-        });
-    EXPECT_TRUE(seen);
 }
 
 TEST(Background, EndsWithItsWorkThoughTheLoopIsToldToEndMeanwhile) {

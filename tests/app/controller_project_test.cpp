@@ -2,7 +2,6 @@
 
 #include <QTemporaryDir>
 #include <QUrl>
-#include <thread>
 #include <utility>
 
 #include "tests/app/controller_support.h"
@@ -76,20 +75,6 @@ TEST_F(ControllerProject, ALoadedSolveAnswersAsFarAsItWasSaved) {
     EXPECT_EQ(again.nodeHandStrategy(0)["actionProbs"].toMap()["TT"], (QVariantList{0.5, 0.5}));
 }
 
-// A solve that was given up has ended, but its last report waits in the queue.
-TEST_F(ControllerProject, ALateReportLeavesALoadedProjectAlone) {
-    AppController controller;
-    solve(controller, riverConfig(1));
-    ASSERT_TRUE(controller.saveProject(file("a.tidewellproj"), {}));
-    controller.startSolveWithConfig(endlessConfig());
-    controller.clearResults();
-    while (controller.loadProject(file("a.tidewellproj"))["error"] == "A solve is running")
-        std::this_thread::yield();
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(controller.nodeHandCombos(0).isEmpty());
-    EXPECT_EQ(controller.statusText(), "Loaded project (1 strategy nodes, 1 combo nodes)");
-}
-
 TEST_F(ControllerProject, WithoutResults) {
     AppController controller;
     ASSERT_TRUE(controller.saveProject(file("empty"), {}));
@@ -128,8 +113,19 @@ TEST_F(ControllerProject, WhatIsRefusedChangesNothing) {
     for (const QUrl& url : {QUrl(), QUrl("https://example.invalid/a"), file("no/such/folder")})
         EXPECT_FALSE(controller.saveProject(url, {}));
 
+    // While a solve runs no save takes results away, neither before nor after its first report.
+    ASSERT_TRUE(controller.saveProject(file("solved"), {}));
+    const QByteArray solved = readFile(folder_.filePath("solved"));
     controller.startSolveWithConfig(endlessConfig());
-    EXPECT_EQ(controller.loadProject(file("newer"))["error"], "A solve is running");
+    EXPECT_FALSE(controller.saveProject(file("new"), {}));
+    ASSERT_TRUE(waitUntil([&] { return controller.statusText().startsWith("Iter"); }));
+    EXPECT_FALSE(controller.saveProject(file("solved"), {}));
+    EXPECT_TRUE(controller.saveError().startsWith("A solve is running"));
+    EXPECT_EQ(readFile(folder_.filePath("solved")), solved);
+    EXPECT_TRUE(controller.saveProject(file("new"), {}));
+    EXPECT_TRUE(controller.saveProject(file("new"), {}));
+    EXPECT_EQ(controller.saveError(), "");
+    EXPECT_EQ(controller.loadProject(file("solved"))["error"], "A solve is running");
     controller.cancelSolve();
     ASSERT_TRUE(waitUntil([&] { return !controller.running(); }));
 }

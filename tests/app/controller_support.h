@@ -50,6 +50,15 @@ inline QVariantMap endlessConfig() {
     return cfg;
 }
 
+/// A flop spot of some hundred megabytes.
+inline QVariantMap wideConfig() {
+    QVariantMap cfg = endlessConfig();
+    cfg["starting_street"] = "flop";
+    cfg["board"] = "Td9c6h";
+    cfg["oop_range"] = cfg["ip_range"] = "22+,A2s+,K2s+,Q2s+,J2s+,A2o+,K5o+";
+    return cfg;
+}
+
 inline void solve(AppController& controller, const QVariantMap& cfg) {
     controller.startSolveWithConfig(cfg);
     ASSERT_TRUE(controller.running()) << controller.statusText().toStdString();
