@@ -116,7 +116,7 @@ Item {
         }
     }
 
-    // Only when the typing pauses: an estimate builds the whole tree.
+    // Only when the typing pauses: a large river takes seconds to count.
     Timer {
         id: estimate
 
