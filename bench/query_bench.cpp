@@ -9,6 +9,7 @@
 #include "bench/spots.h"
 #include "session/hand_distributions.h"
 #include "session/node_queries.h"
+#include "session/reach_strategy.h"
 #include "session/result_snapshot.h"
 
 namespace {
@@ -59,6 +60,10 @@ void value_walk(const FinishedSolve& solve, std::uint64_t node) {
         solve.solver->node_values(*solve.game, node, solve.game->nodes[node].seat));
 }
 
+void reach_strategy(const FinishedSolve& solve, std::uint64_t node) {
+    benchmark::DoNotOptimize(kestrel_app::reach_strategy(solve, node, ""));
+}
+
 template <auto query>
 void BM_Query(benchmark::State& state) {
     const std::uint64_t node = node_on(static_cast<Street>(state.range(0)));
@@ -79,6 +84,7 @@ void per_street(benchmark::internal::Benchmark* benchmark) {
 BENCHMARK(BM_Query<value_walk>)->Name("BM_QueryValueWalk")->Apply(per_street);
 BENCHMARK(BM_Query<kestrel_app::node_action_stats>)->Name("BM_QueryActionStats")->Apply(per_street);
 BENCHMARK(BM_Query<kestrel_app::hand_strategy>)->Name("BM_QueryHandStrategy")->Apply(per_street);
+BENCHMARK(BM_Query<reach_strategy>)->Name("BM_QueryReachStrategy")->Apply(per_street);
 BENCHMARK(BM_Query<kestrel_app::hand_combos>)->Name("BM_QueryHandCombos")->Apply(per_street);
 BENCHMARK(BM_Query<kestrel_app::hand_buckets>)->Name("BM_QueryHandBuckets")->Apply(per_street);
 BENCHMARK(BM_Query<kestrel_app::hand_distributions>)

@@ -91,7 +91,7 @@ class DocumentBuilder : public nlohmann::json_sax<json> {
         }
         Open& parent = open_.back();
         if (parent.stream != nullptr) {
-            parent.stream->element(value);
+            (*parent.stream)(value);
         } else if (parent.value.is_object()) {
             parent.value[std::move(parent.key)] = std::move(value);
         } else {
@@ -105,9 +105,6 @@ class DocumentBuilder : public nlohmann::json_sax<json> {
             return false;
         }
         const JsonStream* const stream = value.is_array() ? streamHere() : nullptr;
-        if (stream != nullptr) {
-            stream->begin();
-        }
         open_.push_back({std::move(value), {}, stream});
         return true;
     }

