@@ -12,6 +12,9 @@ constexpr std::size_t longest_line = 1000;
 /// Keeps the counter below 300 MB where few lines meet again.
 constexpr std::size_t most_known = std::size_t{1} << 21;
 
+/// From so many lines on there will be many more, and one table for all is made at once.
+constexpr std::size_t many_known = std::size_t{1} << 14;
+
 }  // namespace
 
 TreeCount& TreeCount::operator+=(const TreeCount& other) {
@@ -121,6 +124,9 @@ void TreeCounter::visit_decision(const PlanStep& step, std::size_t depth) {
     }
     const ByCards before = seen_;
     visit_children(step, depth);
+    if (known_.size() == many_known) {
+        known_.reserve(most_known);
+    }
     if (known_.size() < most_known) {
         known_[key] = static_cast<std::uint32_t>(known_counts_.size());
         for (std::size_t i = 0; i < counts; ++i) {
