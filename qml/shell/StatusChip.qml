@@ -76,7 +76,12 @@ Rectangle {
         Text {
             text: chip.text
             textFormat: Text.PlainText
-            color: chip._green ? chip.theme.success : chip.theme.textMuted
+            color: {
+                const theme = chip.theme;
+                const bar = theme.dark ? theme.bg0 : theme.bg1;
+                return theme.legible(chip._green ? theme.success : theme.textMuted,
+                                     Qt.tint(bar, chip.color));
+            }
             font.pixelSize: Fallback.type.labelMd
             font.weight: Fallback.type.weightSemibold
             Accessible.ignored: true

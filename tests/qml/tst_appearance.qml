@@ -9,6 +9,7 @@ DocumentCase {
         text: "Results"
         iconName: "chart"
     }
+    readonly property Component chips: StatusChip {}
     // What the next start of the program finds.
     readonly property Component nextStart: AppearanceStore {}
 
@@ -111,11 +112,14 @@ DocumentCase {
         for (const dark of [true, false]) {
             theme.dark = dark;
             const bar = dark ? theme.bg0 : theme.bg1;
-            const tab = properties => all(make(tabs, Object.assign({theme: theme}, properties)),
-                                          item => item instanceof Text)[0].color;
+            const inkOf = (component, properties) =>
+                all(make(component, Object.assign({theme: theme}, properties)),
+                    item => item instanceof Text)[0].color;
+            const tab = properties => inkOf(tabs, properties);
             for (const [what, color, ground] of [
                 ["tab", tab({}), bar], ["closed tab", tab({obstacle: "not yet"}), bar],
                 ["current tab", tab({current: true}), theme.mixed(bar, theme.accent, 0.12)],
+                ["ready", inkOf(chips, {canSolve: true}), theme.mixed(bar, theme.success, 0.15)],
                 ["place holder", theme.placeholder, theme.surface2],
                 // Whatever a theme may hold.
                 ["grey", theme.legible("#808080", "#777777"), "#777777"],
