@@ -42,6 +42,51 @@ void make_wager(PlanStep& child, const PlanStep& step, Action action) {
     child.node.matched += call_part;
 }
 
+void make_deal(PlanStep& child, const PlanStep& step, Card card) {
+    const bool dealing_turn = step.state.turn == NO_CARD;
+    (dealing_turn ? child.state.turn : child.state.river) = card;
+    child.state.dead_cards |= card_bit(card);
+    child.node.kind = step.node.kind == NodeKind::Chance ? NodeKind::Decision : NodeKind::Terminal;
+    child.node.runout_pending = step.node.runout_pending && dealing_turn;
+    child.node.street = dealing_turn ? Street::Turn : Street::River;
+}
+
+void make_check(PlanStep& child, const PlanStep& step) {
+    if (step.node.seat == Seat::OOP) {
+        child.node.seat = Seat::IP;
+    } else if (step.node.street == Street::River) {
+        child.node.kind = NodeKind::Terminal;
+    } else {
+        child.node.kind = NodeKind::Chance;
+        child.node.street = next_street(step.node.street);
+    }
+}
+
+void make_call(PlanStep& child, const PlanStep& step, std::int32_t amount) {
+    PlanNode& to = child.node;
+    HandState& next = child.state;
+    const std::size_t caller = index_of(step.node.seat);
+    next.stack[caller] -= amount;
+    next.pot += amount;
+    next.contributed[caller] += amount;
+    next.street_bet = 0;
+    next.raises_this_street = 0;
+    next.last_aggressor = other(step.node.seat);
+    to.matched += amount;
+    if (step.node.street == Street::River) {
+        to.kind = NodeKind::Terminal;
+        return;
+    }
+    to.street = next_street(step.node.street);
+    if (step.state.all_in || next.stack[0] < 1 || next.stack[1] < 1) {
+        next.all_in = true;
+        to.kind = NodeKind::Terminal;
+        to.runout_pending = true;
+    } else {
+        to.kind = NodeKind::Chance;
+    }
+}
+
 }  // namespace
 
 BettingRules::BettingRules(const PlanOptions& options, const Board& board,
@@ -188,68 +233,33 @@ void BettingRules::list_deal(const HandState& state, std::vector<Action>& action
 
 PlanStep BettingRules::child_of(const PlanStep& step, Action action) const {
     const PlanNode& node = step.node;
-    const HandState& state = step.state;
     const Seat me = node.seat;
-    const std::size_t mine = index_of(me);
-    PlanStep child{{}, state};
+    PlanStep child{{}, step.state};
     HandState& next = child.state;
     PlanNode& to = child.node;
     to.street = node.street;
     to.matched = node.matched;
     next.last_step = action.kind;
-    if (action.kind == ActionKind::chance) {
-        const auto card = static_cast<Card>(action.amount);
-        const bool dealing_turn = state.turn == NO_CARD;
-        (dealing_turn ? next.turn : next.river) = card;
-        next.dead_cards |= card_bit(card);
-        to.kind = node.kind == NodeKind::Chance ? NodeKind::Decision : NodeKind::Terminal;
-        to.runout_pending = node.runout_pending && dealing_turn;
-        to.street = dealing_turn ? Street::Turn : Street::River;
-    } else {
+    if (action.kind != ActionKind::chance) {
         next.last_bet_action = action.kind;
         next.last_actor = me;
         next.last_aggressor = Seat::OOP;
     }
-
-    const bool river = node.street == Street::River;
     switch (action.kind) {
         case ActionKind::none:
+            break;
         case ActionKind::chance:
+            make_deal(child, step, static_cast<Card>(action.amount));
             break;
         case ActionKind::fold:
             to.kind = NodeKind::Terminal;
             to.seat = me;
             break;
         case ActionKind::check:
-            if (me == Seat::OOP) {
-                to.seat = Seat::IP;
-            } else if (river) {
-                to.kind = NodeKind::Terminal;
-            } else {
-                to.kind = NodeKind::Chance;
-                to.street = next_street(node.street);
-            }
+            make_check(child, step);
             break;
         case ActionKind::call:
-            next.stack[mine] -= action.amount;
-            next.pot += action.amount;
-            next.contributed[mine] += action.amount;
-            next.street_bet = 0;
-            next.raises_this_street = 0;
-            next.last_aggressor = other(me);
-            to.matched += action.amount;
-            if (river) {
-                to.kind = NodeKind::Terminal;
-                break;
-            }
-            to.street = next_street(node.street);
-            if (state.all_in || next.stack[0] < 1 || next.stack[1] < 1) {
-                next.all_in = true;
-                to.kind = NodeKind::Terminal;
-                to.runout_pending = true;
-            } else {
-                to.kind = NodeKind::Chance;
-            }
+            make_call(child, step, action.amount);
             break;
         case ActionKind::bet:
         case ActionKind::raise:
