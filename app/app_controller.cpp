@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QScopeGuard>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -241,7 +242,7 @@ QString AppController::save(const QUrl& fileUrl, const QVariantMap& projectState
     data.results = results_;
     data.records = answers_.records();
     const auto solve = session_.finished();
-    kestrel_app::NodeRecord root;
+    std::optional<kestrel_app::NodeRecord> root;  // stays empty where memory ran out
     std::function<void(ProjectData&)> askTheRoot;
     if (solve && !answers_.isKept(0)) {
         // It can always be looked at again, also if no page has asked for it yet.
@@ -249,14 +250,14 @@ QString AppController::save(const QUrl& fileUrl, const QVariantMap& projectState
             root = kestrel_app::work_out(*solve, 0);
             tidewell::NodeAnswers answers(session_);
             answers.restore(std::move(project.records));
-            answers.keep(0, root);
+            answers.keep(0, *root);
             project.records = answers.records();
         };
     }
     const QString error = tidewell::saveProjectFile(
         path, std::move(data), askTheRoot, [this](double progress) { setFileProgress(progress); });
-    if (askTheRoot && solve == session_.finished()) {
-        answers_.keep(0, root);
+    if (root && solve == session_.finished()) {
+        answers_.keep(0, *root);
     }
     return error;
 }
