@@ -10,8 +10,8 @@ Item {
     id: bar
 
     property Theme theme: Fallback.theme
-    // Maps of `name`, `actionType`, `frequency` and, if known, `combos`, `equity` (0 to 1) and `ev`. The
-    // frequencies count in relation to each other.
+    // Maps of `name`, `actionType`, `frequency` and, if known, `chips`, `combos`, `equity` (0 to 1) and
+    // `ev`. The frequencies count in relation to each other.
     property var actions: []
     property bool showLabels: true
     // Segments can be pressed.
@@ -59,7 +59,7 @@ Item {
     activeFocusOnTab: interactive
     Accessible.role: interactive ? Accessible.List : Accessible.Graphic
     Accessible.focusable: interactive
-    Accessible.name: _entries.map((action, index) => qsTr("%1 %2%").arg(ActionText.named(action.name))
+    Accessible.name: _entries.map((action, index) => qsTr("%1 %2%").arg(ActionText.shown(action))
                                                          .arg(_percent(index))).join(", ")
 
     Keys.enabled: interactive

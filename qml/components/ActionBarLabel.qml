@@ -38,7 +38,7 @@ Row {
     }
     AppLabel {
         theme: label.theme
-        text: ActionText.named(label.action.name)
+        text: ActionText.shown(label.action)
         font.pixelSize: Fallback.type.labelMd
         font.weight: Fallback.type.weightSemibold
     }

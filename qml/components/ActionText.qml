@@ -13,9 +13,25 @@ QtObject {
         return _phrase(kind, size) || _fromName(name);
     }
 
-    // From the name alone, as it stands in bars and legends.
-    function named(name: string): string {
-        return name === "All-In" ? qsTranslate("TreeNode", "All-In") : _fromName(name);
+    // With its chips if they are known: "Bet 75% · 13.50", "Raise to 36". `action` has a `name`, and may
+    // have an `actionType` and `chips`.
+    function shown(action: var): string {
+        const type = action.actionType ?? "";
+        const text = label(action.name, type);
+        if (!(action.chips > 0)) {
+            return text;
+        }
+        return ActionList.kindOf(type) === "raise"
+            //: A raise, by what its player has bet on this street then, in chips
+            ? qsTr("Raise to %1").arg(chips(action.chips))
+            //: An action and what it takes, in chips: "Bet 75% · 13.50"
+            : qsTr("%1 · %2").arg(text).arg(chips(action.chips));
+    }
+
+    // With hundredths where there are some.
+    function chips(amount: real): string {
+        const isWhole = Math.round(100 * amount) % 100 === 0;
+        return amount.toLocaleString(Qt.locale(), "f", isWhole ? 0 : 2);
     }
 
     function _fromName(name: string): string {

@@ -15,6 +15,8 @@ Item {
     property string player: ""
     property string action: ""
     property string actionType: ""
+    // What the action takes; NaN if that is not known.
+    property real chips: NaN
     // Chips; not shown unless above 0.
     property real pot: 0
     // Chips; 0 is not shown.
@@ -31,6 +33,8 @@ Item {
     property bool current: false
 
     readonly property string _displayActionLabel: ActionText.label(action, actionType)
+    readonly property string _chipLabel:
+        ActionText.shown({name: action, actionType: actionType, chips: chips})
     readonly property color _actionColor: theme.actionColor(actionType)
     readonly property color _fill: {
         switch (nodeType) {
@@ -84,7 +88,7 @@ Item {
     Accessible.role: Accessible.TreeItem
     Accessible.name: {
         const figures = [potText.text, frequencyText.text, evText.text];
-        return [_title, _displayActionLabel].concat(figures).filter(text => text !== "").join(", ");
+        return [_title, _chipLabel].concat(figures).filter(text => text !== "").join(", ");
     }
     //: Place of a box in the game tree, from 1 at the root
     Accessible.description: (locked ? qsTr("Level %1, locked") : qsTr("Level %1")).arg(depth + 1)
@@ -176,7 +180,7 @@ Item {
                         id: chipText
 
                         anchors.fill: parent
-                        text: node._displayActionLabel
+                        text: node._chipLabel
                         textFormat: Text.PlainText
                         color: node.theme.inkOn(node._chipColor)
                         font.pixelSize: Fallback.type.labelMd
@@ -212,7 +216,7 @@ Item {
                 Figure {
                     id: potText
 
-                    text: node.pot > 0 ? qsTr("Pot: %1").arg(node._figure(node.pot, 0)) : ""
+                    text: node.pot > 0 ? qsTr("Pot: %1").arg(ActionText.chips(node.pot)) : ""
                 }
                 Figure {
                     id: frequencyText

@@ -72,9 +72,14 @@ DocumentCase {
     }
 
     function test_boxes(): void {
+        const figure = (value, digits) => value.toLocaleString(Qt.locale(), "f", digits);
         for (const [properties, expected] of [
             [{player: "IP", action: "Call", actionType: "call", pot: 12.6, frequency: 0.456},
-             ["Call", "IP", "Pot: 13", "Freq: 46%"]],
+             ["Call", "IP", "Pot: " + figure(12.6, 2), "Freq: 46%"]],
+            [{player: "OOP", action: "Bet 75%", actionType: "bet 75%", chips: 13.5, pot: 36},
+             ["Bet 75% · " + figure(13.5, 2), "OOP", "Pot: 36"]],
+            [{player: "IP", action: "Raise 200%", actionType: "raise 200%", chips: 36},
+             ["Raise to 36", "IP"]],
             [{player: "OOP", frequency: 1.7, ev: 1.234}, ["OOP", "Freq: 100%", "EV: +1.23"]],
             [{player: "OOP", frequency: 0, ev: -1.2}, ["OOP", "Freq: 0%", "EV: -1.20"]],
             [{nodeType: "chance", player: "Deal Turn", action: "2h"}, ["2h", "Deal Turn"]],

@@ -148,8 +148,10 @@ DocumentCase {
             const fold = stats.find(entry => entry.actionType === "fold");
             compare(every(ActionBar)[0].actions.map(entry => entry.ev),
                     stats.map(entry => entry.ev - (fold ? fold.ev : 0)));
+            const shown = {"Bet 50%": "Bet 50% · 5", Call: "Call · 5"};
             compare(texts(every(StrategyLegend)[0]),
-                    stats.filter(entry => entry.frequency > 0.05).map(entry => entry.name));
+                    stats.filter(entry => entry.frequency > 0.05)
+                        .map(entry => shown[entry.name] ?? entry.name));
         }
         for (const chosen of ["AA", "", "AA"]) {
             mouseClick(every(HandMatrix)[0], 5, 5);
@@ -158,6 +160,17 @@ DocumentCase {
         page.selectedBucket = "flush";
         choose([0]);
         compare([page.selectedHandClass, page.selectedBucket], ["", ""], "of another node");
+    }
+
+    // Chips count from the beginning of the street.
+    function test_chips(): void {
+        solve(Spots.turn);
+        choose([1, 1]);
+        page.openChancePicker(2, page.currentNodeIndex);
+        page.chooseChanceCard(page.chancePickerAvailableCardIndices[0], "");
+        page.selectActionAtLevel(3, 1);
+        compare(boxes().map(box => box._chipLabel).slice(3),
+                ["Bet 50% · 10", "Fold", "Call · 10", "Raise to 34"]);
     }
 
     function test_bucketAndLocks(): void {

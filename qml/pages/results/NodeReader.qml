@@ -1,4 +1,5 @@
 import QtQuick
+import "../../logic/action_label.mjs" as ActionLabel
 import "../../logic/action_list.mjs" as ActionList
 
 // What the controller tells about nodes, each asked for once. Bindings that read here are evaluated
@@ -11,12 +12,15 @@ QtObject {
     property var locksByNode: ({})
 
     property var _answers: ({})
+    // By node index the decision that leads there, of those whose actions were asked for.
+    property var _parents: ({})
     // The last strategy that was asked for; the controller keeps the others.
     property var _strategy: null
 
     // The result is another one.
     function forget(): void {
         _answers = {};
+        _parents = {};
         _strategy = null;
     }
 
@@ -30,17 +34,19 @@ QtObject {
         return nodeCount() > 0 ? _once("meta" + node, () => controller.nodeMeta(node)) : {};
     }
 
-    // Array of maps of `name`, `actionType`, `frequency`, `childIndex`.
+    // Array of maps of `name`, `actionType`, `frequency`, `childIndex`, and `chips` as chipsOf() tells them.
     function actions(node: int): var {
-        return nodeCount() > 0
-            ? _once("actions" + node, () => ActionList.toArray(controller.nodeActions(node))) : [];
+        return nodeCount() > 0 ? _once("actions" + node, () => _actionsWithChips(node)) : [];
     }
 
-    // Array of maps of `name`, `actionType`, `frequency`, `combos`, `equity`, `ev`. Dear to the controller
-    // near the root of a large tree.
+    // Array of maps of `name`, `actionType`, `frequency`, `combos`, `equity`, `ev`, `chips`. Dear to the
+    // controller near the root of a large tree.
     function actionStats(node: int): var {
-        return nodeCount() > 0
-            ? _once("stats" + node, () => ActionList.toArray(controller.nodeActionStats(node))) : [];
+        return nodeCount() > 0 ? _once("stats" + node, () => {
+            const plain = actions(node);
+            return ActionList.toArray(controller.nodeActionStats(node)).map((entry, index) =>
+                Object.assign({}, entry, {chips: plain[index]?.chips ?? NaN}));
+        }) : [];
     }
 
     // The actions with as much as is known of them.
@@ -69,6 +75,30 @@ QtObject {
             return true;
         }
         return nodeCount() > 0 && controller.nodeLocks(node).length > 0;
+    }
+
+    function _actionsWithChips(node: int): var {
+        const list = ActionList.toArray(controller.nodeActions(node));
+        const here = meta(node);
+        if (here.nodeType !== "decision") {
+            return list;
+        }
+        const evenAt = _evenAt(node);
+        return list.map(action => {
+            _parents[action.childIndex] = node;
+            const chips = ActionLabel.chipsOf(action.actionType, here, meta(action.childIndex), evenAt);
+            return Object.assign({}, action, {chips: chips});
+        });
+    }
+
+    // The meta of the last node on the way to this one at which both players had paid alike; empty if
+    // nobody came here by that way.
+    function _evenAt(node: int): var {
+        let at = node;
+        while (at !== undefined && !ActionLabel.isEven(meta(at))) {
+            at = _parents[at];
+        }
+        return at === undefined ? {} : meta(at);
     }
 
     function _once(question: string, ask: var): var {

@@ -44,7 +44,7 @@ Flow {
             }
             AppLabel {
                 theme: legend.theme
-                text: ActionText.named(entry.modelData.name)
+                text: ActionText.shown(entry.modelData)
                 font.pixelSize: Fallback.type.labelMd
             }
         }

@@ -52,6 +52,7 @@ Column {
             player: meta.player,
             name: action.name,
             actionType: action.actionType,
+            chips: action.chips ?? NaN,
             frequency: action.frequency ?? -1,  // not known
             pot: child.pot ?? meta.pot,
             hasChildren: child.hasChildren ?? false,
@@ -110,6 +111,7 @@ Column {
             player: modelData.player
             action: modelData.name
             actionType: modelData.actionType
+            chips: modelData.chips
             frequency: modelData.frequency
             pot: modelData.pot
             hasChildren: modelData.hasChildren
