@@ -258,6 +258,7 @@ FocusScope {
             barActions: page.actionFrequenciesActions
             rakePercent: page.rakePercent
             rakeCap: page.rakeCap
+            uiScale: page.uiScale
             selectedHand: page.selectedHandClass
             playMode: page.playMode
             playBoardText: page.playBoardText

@@ -17,15 +17,26 @@ Rectangle {
     required property real rakePercent
     // 0 for none.
     required property real rakeCap
+    // Two entries to a line; otherwise each has a line of its own.
+    property bool wide: true
 
+    // Of either form, whichever is shown.
+    readonly property real wideHeight: _heightOf(3)
+    readonly property real narrowHeight: _heightOf(6)
+    readonly property real leastWideWidth: 310
     readonly property var _money: Money.nodeMoney(meta, rakePercent, rakeCap)
 
     function _figure(value: real, digits: int): string {
         return Number.isFinite(value) ? value.toLocaleString(Qt.locale(), "f", digits) : qsTr("—");
     }
 
+    function _heightOf(lines: int): real {
+        return lines * Math.ceil(line.implicitHeight) + (lines - 1) * grid.rowSpacing
+            + 2 * theme.spaceMd;
+    }
+
     implicitWidth: Math.ceil(grid.implicitWidth) + 2 * theme.spaceMd
-    implicitHeight: Math.ceil(grid.implicitHeight) + 2 * theme.spaceMd
+    implicitHeight: wide ? wideHeight : narrowHeight
     radius: theme.radiusSm
     color: theme.surface2
     border.width: 1
@@ -39,11 +50,13 @@ Rectangle {
 
         anchors.fill: parent
         anchors.margins: box.theme.spaceMd
-        columns: 2
+        columns: box.wide ? 2 : 1
         columnSpacing: box.theme.spaceXl
         rowSpacing: 6
 
         Entry {
+            id: line
+
             label: qsTr("Pot")
             value: box._figure(box._money.pot, 2)
         }

@@ -14,11 +14,16 @@ Card {
     required property var barActions
     required property real rakePercent
     required property real rakeCap
+    required property real uiScale
     required property string selectedHand
     // Hands are being played: the head alone is left.
     required property bool playMode
     required property string playBoardText
     property bool setupChanged: false
+
+    // At the right of the node's money, and below it.
+    property alias nodeButtons: view.nodeButtons
+    property alias nodeTools: view.nodeTools
 
     signal handClicked(hand: string)
 
@@ -55,6 +60,7 @@ Card {
             barActions: panel.barActions
             rakePercent: panel.rakePercent
             rakeCap: panel.rakeCap
+            uiScale: panel.uiScale
             selectedHand: panel.selectedHand
             visible: !panel.playMode
             onHandClicked: hand => panel.handClicked(hand)

@@ -3,11 +3,10 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
+import "../../logic/strategy_layout.mjs" as StrategyLayout
 
-// What the current node's player does: how often over the whole range, and hand by hand. Bar, matrix and
-// legend stand on one screen: the matrix is as large as the height allows, and the room at its right
-// stays free. Where the height is short, first the money goes there, then the bar and the cells shrink;
-// only then the view scrolls.
+// What the current node's player does: how often over the whole range, hand by hand, class by class, and
+// the money there. The first screen holds all but, where the height is short, the money.
 AppScrollView {
     id: view
 
@@ -20,33 +19,39 @@ AppScrollView {
     required property var barActions
     required property real rakePercent
     required property real rakeCap
+    required property real uiScale
     property string selectedHand: ""
 
+    // At the right of the money, and below it.
+    property alias nodeButtons: nodeButtons.data
+    property alias nodeTools: nodeTools.data
+    // At the right of the matrix.
+    property alias lists: lists.data
+
     readonly property var _meta: nodes.meta(nodeIndex)
-    readonly property bool _empty: Object.keys(strategy.weights).length === 0
-    readonly property real _smallestMatrix: _sideOf(matrix.minCellSize)
-    // Beside the matrix.
-    readonly property real _freeWidth: 320
-    // The bar with segments of a good height, and with as low ones as its labels leave.
-    readonly property real _highBar: Math.max(60, bar.implicitHeight + 20)
-    readonly property real _lowBar: Math.max(60, bar.implicitHeight)
-    readonly property bool _moneyBeside: !_isRoomy(_highBar, true)
-        && _contentWidth >= _smallestMatrix + theme.spaceLg + _freeWidth
-    readonly property bool _moneyBelow: !_moneyBeside && _isRoomy(_lowBar, true)
-    readonly property real _barHeight: _isRoomy(_highBar, _moneyBelow) ? _highBar : _lowBar
-    // Whole cells, so that what stands below is as wide.
-    readonly property real _matrixWidth: {
-        const widest = Math.max(_smallestMatrix, _contentWidth - theme.spaceLg - _freeWidth);
-        const side = Math.min(_heightLeft(_barHeight, _moneyBelow), widest);
-        return _sideOf(Math.max(matrix.minCellSize, Math.floor((side - _sideOf(0)) / 13)));
-    }
+    readonly property var _sizes: StrategyLayout.shareOut({
+        width: _contentWidth, height: availableHeight, scale: uiScale,
+        gap: theme.spaceMd, line: theme.spaceSm,
+        barTitle: barTitle.implicitHeight,
+        highBar: Math.max(60, bar.implicitHeight + 20), lowBar: Math.max(60, bar.implicitHeight),
+        matrixTitle: matrixPanel.titleHeight,
+        legendWidth: matrixPanel.legend.lineWidth, legendLine: matrixPanel.legend.lineHeight,
+        smallestCell: matrixPanel.matrix.minCellSize, cellGap: matrixPanel.matrix.cellSpacing,
+        money: {
+            wide: Math.max(money.wideHeight, nodeButtons.implicitHeight),
+            narrow: Math.max(money.narrowHeight, nodeButtons.implicitHeight),
+            least: money.leastWideWidth
+                + (nodeButtons.implicitWidth > 0 ? nodeButtons.implicitWidth + theme.spaceSm : 0),
+        },
+        tools: nodeTools.implicitHeight > 0 ? nodeTools.implicitHeight + theme.spaceSm : 0,
+    })
     // Beside the scroll bar, whether it is there or not: otherwise it would come and go with the width.
     readonly property real _contentWidth: availableWidth - theme.spaceMd
 
     signal handClicked(hand: string)
 
     function copyMatrix(): void {
-        matrix.copy();
+        matrixPanel.matrix.copy();
     }
 
     // By a part of the height.
@@ -57,40 +62,12 @@ AppScrollView {
         flickable.contentY = Math.max(0, Math.min(y, most));
     }
 
-    // Of the matrix.
-    function _sideOf(cellSize: real): real {
-        return 13 * cellSize + 12 * matrix.cellSpacing;
-    }
-
-    // What the view leaves for the matrix.
-    function _heightLeft(barHeight: real, moneyBelow: bool): real {
-        const lines = Math.ceil(legend.lineWidth / _sideOf(28));
-        const around = barTitle.implicitHeight + barHeight + matrixTitle.implicitHeight
-            + lines * legend.lineHeight + (moneyBelow ? money.implicitHeight + theme.spaceSm : 0);
-        return availableHeight - around - theme.spaceMd - 3 * theme.spaceSm;
-    }
-
-    // Whether cells are of a good size then.
-    function _isRoomy(barHeight: real, moneyBelow: bool): bool {
-        return _heightLeft(barHeight, moneyBelow) >= _sideOf(28);
-    }
-
     // Scrolls as far as a cell of the matrix asks for it.
     function _reveal(cell: rect): void {
         const flickable = contentItem as Flickable;
-        const top = matrix.mapToItem(column, 0, cell.y).y - theme.spaceSm;
+        const top = matrixPanel.matrix.mapToItem(column, 0, cell.y).y - theme.spaceSm;
         const least = top + cell.height + 2 * theme.spaceSm - flickable.height;
         flickable.contentY = Math.max(0, Math.min(Math.max(flickable.contentY, least), top));
-    }
-
-    function _hint(): string {
-        if (_meta.nodeType === "chance") {
-            return _meta.chanceDeal === "river"
-                ? qsTr("Click “Deal River” in the game tree to choose the card.")
-                : qsTr("Click “Deal Turn” in the game tree to choose the card.");
-        }
-        return nodes.nodeCount() > 0 ? qsTr("Nothing is known of the hands at this node.")
-                                     : qsTr("There are no results yet.");
     }
 
     // It takes what it is given: sizes that follow from its content would go round in a circle.
@@ -115,6 +92,7 @@ AppScrollView {
                 spacing: view.theme.spaceSm
 
                 PanelTitle {
+                    theme: view.theme
                     text: qsTr("Action Frequencies")
                 }
                 AppLabel {
@@ -132,99 +110,94 @@ AppScrollView {
                 theme: view.theme
                 actions: view.barActions
                 Layout.fillWidth: true
-                Layout.preferredHeight: view._barHeight
+                Layout.preferredHeight: view._sizes.barHeight
             }
         }
+        // Matrix and money at the left, the lists at the right; the money below both where it is not
+        // below the matrix alone, and the lists below all of it in a narrow view.
         GridLayout {
-            columnSpacing: view.theme.spaceLg
+            columnSpacing: view.theme.spaceMd
             rowSpacing: view.theme.spaceSm
 
-            ColumnLayout {
-                spacing: view.theme.spaceSm
+            MatrixPanel {
+                id: matrixPanel
+
+                theme: view.theme
+                nodes: view.nodes
+                strategy: view.strategy
+                nodeIndex: view.nodeIndex
+                actions: view.actions
+                selectedHand: view.selectedHand
+                onHandClicked: hand => view.handClicked(hand)
                 Layout.row: 0
                 Layout.column: 0
-                Layout.preferredWidth: view._matrixWidth
-                Layout.maximumWidth: view._matrixWidth
+                Layout.preferredWidth: view._sizes.matrixWidth
+                Layout.maximumWidth: view._sizes.matrixWidth
                 Layout.alignment: Qt.AlignTop
 
-                PanelTitle {
-                    id: matrixTitle
+                Connections {
+                    target: matrixPanel.matrix
 
-                    text: qsTr("Strategy by Hand")
-                }
-                HandMatrix {
-                    id: matrix
-
-                    theme: view.theme
-                    weights: view.strategy.weights
-                    colors: view.strategy.colors
-                    actionTypes: view.strategy.actionTypes
-                    actionProbs: view.strategy.actionProbs
-                    weightDisplayMode: "verticalFill"
-                    cellSize: 34
-                    autoFitToWidth: true
-                    minCellSize: 20
-                    showLabels: true
-                    selectable: true
-                    selectedHand: view.selectedHand
-                    onHandClicked: hand => view.handClicked(hand)
-                    onMarkedCellChanged: if (markedCell.height > 0) view._reveal(markedCell)
-                    Layout.fillWidth: true
-
-                    // Over the grid, which keeps its size whatever there is to say.
-                    Rectangle {
-                        anchors.centerIn: parent
-                        width: Math.min(Math.ceil(hint.implicitWidth), parent.width)
-                        height: Math.ceil(hint.implicitHeight)
-                        radius: view.theme.radiusSm
-                        color: view.theme.surface2
-                        border.width: 1
-                        border.color: view.theme.stroke
-                        visible: view._empty
-
-                        AppLabel {
-                            id: hint
-
-                            width: parent.width
-                            theme: view.theme
-                            text: view._hint()
-                            font.pixelSize: Fallback.type.bodySm
-                            wrapMode: Text.Wrap
-                            horizontalAlignment: Text.AlignHCenter
-                            padding: view.theme.spaceMd
+                    function onMarkedCellChanged(): void {
+                        const cell = matrixPanel.matrix.markedCell;
+                        if (cell.height > 0) {
+                            view._reveal(cell);
                         }
                     }
                 }
-                StrategyLegend {
-                    id: legend
+            }
+            ColumnLayout {
+                spacing: view.theme.spaceSm
+                Layout.row: 1
+                Layout.column: 0
+                Layout.columnSpan: view._sizes.moneyBelow ? 1 : 2
+                Layout.preferredWidth: view._sizes.moneyBelow ? view._sizes.matrixWidth
+                                                              : view._contentWidth
+                Layout.maximumWidth: Layout.preferredWidth
+                Layout.alignment: Qt.AlignTop
 
-                    theme: view.theme
-                    actions: view.actions
-                    Layout.fillWidth: true
+                RowLayout {
+                    spacing: view.theme.spaceSm
+
+                    NodeInfoBox {
+                        id: money
+
+                        theme: view.theme
+                        meta: view._meta
+                        player: view.player
+                        rakePercent: view.rakePercent
+                        rakeCap: view.rakeCap
+                        wide: view._sizes.moneyWide
+                        Layout.fillWidth: true
+                        Layout.alignment: Qt.AlignTop
+                    }
+                    ColumnLayout {
+                        id: nodeButtons
+
+                        spacing: view.theme.spaceSm
+                        visible: implicitWidth > 0
+                        Layout.alignment: Qt.AlignTop
+                    }
+                }
+                ColumnLayout {
+                    id: nodeTools
+
+                    spacing: view.theme.spaceSm
+                    visible: implicitHeight > 0
                 }
             }
-            NodeInfoBox {
-                id: money
+            RowLayout {
+                id: lists
 
-                theme: view.theme
-                meta: view._meta
-                player: view.player
-                rakePercent: view.rakePercent
-                rakeCap: view.rakeCap
-                Layout.row: view._moneyBeside ? 0 : 1
-                Layout.column: view._moneyBeside ? 1 : 0
-                Layout.preferredWidth: view._moneyBeside ? view._freeWidth : view._matrixWidth
-                // Level with the matrix.
-                Layout.topMargin: view._moneyBeside ? matrixTitle.height + view.theme.spaceSm : 0
+                spacing: view.theme.spaceMd
+                Layout.row: view._sizes.beside ? 0 : 2
+                Layout.column: view._sizes.beside ? 1 : 0
+                Layout.rowSpan: view._sizes.beside && view._sizes.moneyBelow ? 2 : 1
+                Layout.columnSpan: view._sizes.beside ? 1 : 2
+                Layout.fillWidth: true
+                Layout.preferredHeight: view._sizes.listsHeight
                 Layout.alignment: Qt.AlignTop
             }
         }
-    }
-
-    component PanelTitle: AppLabel {
-        theme: view.theme
-        font.pixelSize: Fallback.type.bodyLg
-        font.weight: Fallback.type.weightSemibold
-        Accessible.role: Accessible.Heading
     }
 }

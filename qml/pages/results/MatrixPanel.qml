@@ -1,0 +1,94 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+
+// The strategy hand by hand, with its legend. As wide as it is told, and as high as that makes it.
+ColumnLayout {
+    id: panel
+
+    required property Theme theme
+    required property NodeReader nodes
+    required property StrategyData strategy
+    required property int nodeIndex
+    // Of the node, for the legend.
+    required property var actions
+    property string selectedHand: ""
+
+    readonly property alias matrix: matrix
+    readonly property alias legend: legend
+    readonly property real titleHeight: title.implicitHeight
+    readonly property var _meta: nodes.meta(nodeIndex)
+    readonly property bool _empty: Object.keys(strategy.weights).length === 0
+
+    signal handClicked(hand: string)
+
+    function _hint(): string {
+        if (_meta.nodeType === "chance") {
+            return _meta.chanceDeal === "river"
+                ? qsTr("Click “Deal River” in the game tree to choose the card.")
+                : qsTr("Click “Deal Turn” in the game tree to choose the card.");
+        }
+        return nodes.nodeCount() > 0 ? qsTr("Nothing is known of the hands at this node.")
+                                     : qsTr("There are no results yet.");
+    }
+
+    spacing: theme.spaceSm
+
+    PanelTitle {
+        id: title
+
+        theme: panel.theme
+        text: qsTr("Strategy by Hand")
+    }
+    HandMatrix {
+        id: matrix
+
+        theme: panel.theme
+        weights: panel.strategy.weights
+        colors: panel.strategy.colors
+        actionTypes: panel.strategy.actionTypes
+        actionProbs: panel.strategy.actionProbs
+        weightDisplayMode: "verticalFill"
+        cellSize: 34
+        autoFitToWidth: true
+        minCellSize: 20
+        showLabels: true
+        selectable: true
+        selectedHand: panel.selectedHand
+        onHandClicked: hand => panel.handClicked(hand)
+        Layout.fillWidth: true
+
+        // Over the grid, which keeps its size whatever there is to say.
+        Rectangle {
+            anchors.centerIn: parent
+            width: Math.min(Math.ceil(hint.implicitWidth), parent.width)
+            height: Math.ceil(hint.implicitHeight)
+            radius: panel.theme.radiusSm
+            color: panel.theme.surface2
+            border.width: 1
+            border.color: panel.theme.stroke
+            visible: panel._empty
+
+            AppLabel {
+                id: hint
+
+                width: parent.width
+                theme: panel.theme
+                text: panel._hint()
+                font.pixelSize: Fallback.type.bodySm
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                padding: panel.theme.spaceMd
+            }
+        }
+    }
+    StrategyLegend {
+        id: legend
+
+        theme: panel.theme
+        actions: panel.actions
+        Layout.fillWidth: true
+    }
+}
