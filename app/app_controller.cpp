@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QScopeGuard>
+#include <cmath>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -51,12 +52,14 @@ void AppController::startSolveWithConfig(const QVariantMap& cfg) {
     attempt([&] {
         setStatusText(tr("Starting..."));
         tidewell::logStart(cfg);
+        run_.begin(cfg);
         const kestrel_app::ConfigMap map = tidewell::configMapOf(cfg);
         if (const auto reason = kestrel_app::not_ready_reason(map)) {
             if (!isUnderLocks(cfg)) {
                 locks_.clear();  // whoever starts anew has done with them
             }
             setStatusText(tr(reason->c_str()));
+            run_.end({});
             return;
         }
         checkSolve(cfg, kestrel_app::config_from_map(map));
@@ -75,6 +78,7 @@ void AppController::checkSolve(const QVariantMap& cfg, kestrel_app::SolveConfig 
                 return;
             }
             setStatusText(tr("Not enough RAM to solve (after clearing previous results)"));
+            run_.end({});
             take(RunEvent::End);
         });
     });
@@ -91,14 +95,16 @@ void AppController::beginSolve(const QVariantMap& cfg, const kestrel_app::SolveC
     memory_.beginSolve();
     Q_EMIT resultsChanged();
     Q_EMIT systemMemoryChanged();
-    solveStart_ = std::chrono::steady_clock::now();
+    run_.start();
     const auto post = [this](const SolveProgress& report) {
+        const auto at = tidewell::SolveRun::Clock::now();
         QMetaObject::invokeMethod(
-            this, [this, report] { handleProgress(report); }, Qt::QueuedConnection);
+            this, [this, report, at] { handleProgress(report, at); }, Qt::QueuedConnection);
     };
     try {
         if (!session_.start(config, post)) {
             setStatusText(tr("Already running"));
+            run_.end({});
             take(RunEvent::End);
         }
     } catch (const std::system_error& error) {  // no thread to be had
@@ -106,7 +112,8 @@ void AppController::beginSolve(const QVariantMap& cfg, const kestrel_app::SolveC
     }
 }
 
-void AppController::handleProgress(const SolveProgress& report) {
+void AppController::handleProgress(const SolveProgress& report,
+                                   tidewell::SolveRun::Clock::time_point at) {
     if (report.result) {
         attempt([&] {
             tidewell::logProgress(report);
@@ -117,6 +124,7 @@ void AppController::handleProgress(const SolveProgress& report) {
     answer([&] {
         tidewell::logProgress(report);
         if (state_.now() == Activity::Solving) {
+            run_.follow(report, at);
             setProgress(report.fraction);
             setStatusText(tidewell::statusOf(report));
         }
@@ -128,6 +136,7 @@ void AppController::endSolve(const SolveProgress& report) {
     dropResult();
     if (state_.now() == Activity::Discarding) {
         session_.clearResults();
+        run_.end({});
         setStatusText(tr("Ready"));
     } else {
         setProgress(report.fraction);
@@ -139,10 +148,10 @@ void AppController::endSolve(const SolveProgress& report) {
 
 void AppController::showResult(const SolveResult& result) {
     results_ = tidewell::resultsOf(result);
+    run_.end(results_);
     if (result.ok) {
-        const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
-            std::chrono::steady_clock::now() - solveStart_);
-        statistics_.recordSolve(results_.iterations, results_.exploitability, elapsed.count());
+        statistics_.recordSolve(results_.iterations, results_.exploitability,
+                                std::llround(1000 * run_.seconds()));
         Q_EMIT solveStatsChanged();
         memory_.keepResult();
     }
@@ -158,6 +167,7 @@ void AppController::giveUpSolve() {
         const SolveProgress report = tidewell::reportOf(std::bad_alloc());
         if (state_.now() == Activity::Idle || state_.now() == Activity::Checking) {
             setStatusText(tidewell::statusOf(report));  // the former result stands
+            run_.end({});
         } else {
             session_.clearResults();
             endSolve(report);
@@ -186,6 +196,7 @@ void AppController::cancelSolve() {
     if (state_.now() == Activity::Checking) {
         memory_.stopEstimate();
         setStatusText(QStringLiteral("Cancelled"));
+        run_.end({});
     } else {
         session_.cancel();
         setStatusText(tr("Cancelling..."));
@@ -196,6 +207,7 @@ void AppController::cancelSolve() {
 void AppController::clearResults() {
     if (state_.now() == Activity::Checking) {
         memory_.stopEstimate();
+        run_.end({});
     }
     session_.cancel();
     session_.clearResults();
@@ -204,6 +216,7 @@ void AppController::clearResults() {
     lastSolveCfg_.clear();
     memory_.clearResult();
     take(RunEvent::Discard);
+    run_.forget();
     setProgress(0);
     setStatusText(running() ? tr("Cancelling...") : tr("Ready"));
     Q_EMIT resultsChanged();
@@ -215,6 +228,11 @@ bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectS
     answer([&] { error = save(fileUrl, projectState); });
     set(saveError_, error, &AppController::saveErrorChanged);
     return error.isEmpty();
+}
+
+bool AppController::saveLosesResult(const QUrl& fileUrl) const {
+    return !results_.any() && fileUrl.isLocalFile() &&
+           tidewell::holdsResults(fileUrl.toLocalFile());
 }
 
 /// Why it was not saved, or nothing.
@@ -287,6 +305,7 @@ void AppController::showProject(ProjectData data) {
     session_.clearResults();
     dropResult();
     results_ = std::move(data.results);
+    run_.forget();
     setProgress(0);
     using kestrel_app::NodeRecord;
     setStatusText(tr("Loaded project (%1 strategy nodes, %2 combo nodes)")

@@ -8,7 +8,6 @@
 #include <QUrl>
 #include <QVariantList>
 #include <QVariantMap>
-#include <chrono>
 #include <new>
 
 #include "app/files/project_file.h"
@@ -18,6 +17,7 @@
 #include "app/results/node_answers.h"
 #include "app/results/node_lock_store.h"
 #include "app/results/solve_results.h"
+#include "app/results/solve_run.h"
 #include "app/run_state.h"
 #include "app/showdown.h"
 #include "app/statistics.h"
@@ -65,6 +65,8 @@ class AppController : public QObject {
     Q_PROPERTY(QVariantMap solvedConfig READ solvedConfig NOTIFY resultsChanged)
     Q_PROPERTY(quint64 resultsReclaimableMemoryBytes READ resultsReclaimableMemoryBytes NOTIFY
                    resultsChanged)
+    /// How the solve that runs, or the last one, has gone.
+    Q_PROPERTY(tidewell::SolveRun* run READ run CONSTANT)
     Q_PROPERTY(bool developerMode READ developerMode CONSTANT)
     /// Of a save or a load that takes a while, 0 to 1; -1 while there is none.
     Q_PROPERTY(double fileProgress READ fileProgress NOTIFY fileProgressChanged)
@@ -103,6 +105,7 @@ class AppController : public QObject {
     double resultEvIp() const { return results_.evIp; }
     QVariantList rootActions() const { return results_.rootActions; }
     quint64 resultsReclaimableMemoryBytes() const { return memory_.reclaimableBytes(); }
+    tidewell::SolveRun* run() { return &run_; }
     bool developerMode() const { return developerMode_; }
     double fileProgress() const { return fileProgress_; }
     bool cancelling() const { return state_.stopping(); }
@@ -151,6 +154,8 @@ class AppController : public QObject {
     }
     Q_INVOKABLE bool saveProject(const QUrl& fileUrl, const QVariantMap& projectState);
     Q_INVOKABLE QVariantMap loadProject(const QUrl& fileUrl);
+    /// Whether a save to this file, now, would replace a result by none.
+    Q_INVOKABLE bool saveLosesResult(const QUrl& fileUrl) const;
     Q_INVOKABLE QVariantMap saveTextFile(const QUrl& fileUrl, const QString& text) {
         return answer([&] { return tidewell::saveTextFile(fileUrl, text); });
     }
@@ -222,7 +227,8 @@ class AppController : public QObject {
     bool take(tidewell::RunEvent event);
     void checkSolve(const QVariantMap& cfg, kestrel_app::SolveConfig config);
     void beginSolve(const QVariantMap& cfg, const kestrel_app::SolveConfig& config);
-    void handleProgress(const kestrel_app::SolveProgress& report);
+    void handleProgress(const kestrel_app::SolveProgress& report,
+                        tidewell::SolveRun::Clock::time_point at);
     void endSolve(const kestrel_app::SolveProgress& report);
     void showResult(const kestrel_app::SolveResult& result);
     QString save(const QUrl& fileUrl, const QVariantMap& projectState);
@@ -272,6 +278,7 @@ class AppController : public QObject {
     tidewell::NodeLockStore locks_;
     tidewell::MemoryBudget memory_;
     tidewell::Statistics statistics_;
+    tidewell::SolveRun run_;
     tidewell::RunState state_;
     QVariantMap lastSolveCfg_;  // of the result; without one, of the last solve that began
     double progress_ = 0;
@@ -279,6 +286,5 @@ class AppController : public QObject {
     bool developerMode_ = false;
     double fileProgress_ = -1;
     QString saveError_;
-    std::chrono::steady_clock::time_point solveStart_;
     kestrel_app::Releaser releaser_;
 };

@@ -74,7 +74,8 @@ ProjectState {
     function startSolve(): void {
         if (_mayStart && !running) {
             navIndex = 2;
-            controller.startSolveWithConfig(solveConfig());
+            const config = solveConfig();
+            guard.confirmSolve(() => controller.startSolveWithConfig(config), false);
         }
     }
 
@@ -179,6 +180,7 @@ ProjectState {
             theme: shell.theme
             type: shell.type
             hasProject: shell.hasProject
+            confirmSolve: (proceed, underLocks) => guard.confirmSolve(proceed, underLocks)
             onNewProject: shell.newProject()
             onQuickSolve: shell.quickSolve()
             onProjectLoaded: (projectState, hasResults) =>

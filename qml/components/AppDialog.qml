@@ -76,6 +76,7 @@ T.Dialog {
         }
     }
     T.Overlay.modal: Rectangle {
+        objectName: "dimmer"  // see ShellShortcuts
         color: Qt.rgba(0, 0, 0, dialog.theme.dark ? 0.6 : 0.35)
 
         Behavior on opacity { NumberAnimation { duration: dialog.theme.durationFast } }

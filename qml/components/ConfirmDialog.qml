@@ -8,8 +8,12 @@ AppDialog {
     property string text: ""
     property string confirmText: qsTr("OK")
     property string cancelText: qsTr("Cancel")
+    // A way out between the two; none where it is empty.
+    property string otherText: ""
     // The yes deletes something.
     property bool danger: false
+
+    signal otherChosen
 
     contentWidth: 400
 
@@ -19,6 +23,15 @@ AppDialog {
             text: dialog.cancelText
             focus: true
             onClicked: dialog.reject()
+        },
+        SecondaryButton {
+            theme: dialog.theme
+            text: dialog.otherText
+            visible: text !== ""
+            onClicked: {
+                dialog.close();
+                dialog.otherChosen();
+            }
         },
         SecondaryButton {
             theme: dialog.theme

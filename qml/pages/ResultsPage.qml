@@ -22,6 +22,9 @@ FocusScope {
 
     // The spot on the Setup page is another one by now.
     property bool setupChanged: false
+    // Called with a solve that is to begin, and whether it keeps the locks; calls it when nothing is
+    // lost by it, or may be.
+    property var confirmSolve: (proceed, underLocks) => proceed()
 
     property alias treeLevels: treeWalk.levels
     property alias currentNodeIndex: treeWalk.currentNodeIndex

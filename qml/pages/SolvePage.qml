@@ -16,6 +16,8 @@ Item {
     required property SolveProgress solveProgress
     required property SpotCheck spotCheck
     property bool canSolve: false
+    // Called with a solve that is to begin; calls it when nothing is lost by it, or may be.
+    property var confirmSolve: (proceed, underLocks) => proceed()
 
     property string boardText: ""
     property string oopRangeText: ""
@@ -86,9 +88,12 @@ Item {
             return;
         }
         const config = SolveConfig.solveConfig(page);
-        runHistory.begin(_runSummary());
-        controller.startSolveWithConfig(config);
-        runHistory.follow();
+        const confirm = confirmSolve;
+        confirm(() => {
+            runHistory.begin(_runSummary());
+            controller.startSolveWithConfig(config);
+            runHistory.follow();
+        }, false);
     }
 
     function cancelSolve(): void {

@@ -20,6 +20,8 @@ StackLayout {
     required property Theme theme
     required property Typography type
     required property bool hasProject
+    // See LossGuard.
+    required property var confirmSolve
 
     // null until they are visited.
     readonly property HomePage homePage: homePlace.item as HomePage
@@ -135,6 +137,7 @@ StackLayout {
             canSolve: pages.project.canSolve
             solveProgress: pages.progress
             spotCheck: pages.spotCheck
+            confirmSolve: pages.confirmSolve
             onGoToResults: pages.navigate(3)
         }
     }
@@ -149,6 +152,7 @@ StackLayout {
             boardText: pages._solved.board ?? pages.project.boardText
             rakePercent: pages._solved.rake_percent ?? pages.project.rakePercent
             rakeCap: pages._solved.rake_cap ?? pages.project.rakeCap
+            confirmSolve: pages.confirmSolve
             setupChanged: !SolveConfig.isSameSpot(pages.project.solveConfig(), pages._solved)
             onGoToSolve: pages.navigate(2)
         }

@@ -79,8 +79,9 @@ Item {
     function saveAgain(then: var): void {
         if (String(currentFile) === "") {
             chooseToSave(then);
-        } else if (save(currentFile) && then) {
-            then();
+        } else {
+            _afterSave = then ?? null;
+            _saveKeepingResults(currentFile);
         }
     }
 
@@ -129,10 +130,21 @@ Item {
     // Asks before the content of another file than the project's own is lost.
     function _saveAs(file: url): void {
         if (String(file) === String(currentFile) || !recent.exists(file)) {
-            _saveChosen(file);
+            _saveKeepingResults(file);
             return;
         }
         const question = overwriteDialog.get() as ConfirmDialog;
+        question.file = file;
+        question.open();
+    }
+
+    // Asks before a result on the disk is replaced by none.
+    function _saveKeepingResults(file: url): void {
+        if (busy || controller?.running || !(controller?.saveLosesResult(file) ?? false)) {
+            _saveChosen(file);
+            return;
+        }
+        const question = resultDialog.get() as ConfirmDialog;
         question.file = file;
         question.open();
     }
@@ -193,6 +205,24 @@ Item {
             confirmText: qsTr("Replace")
             danger: true
             onAccepted: files._saveChosen(file)
+            onRejected: files._afterSave = null
+        }
+    }
+    OnDemand {
+        id: resultDialog
+
+        ConfirmDialog {
+            property url file
+
+            theme: files.theme
+            title: qsTr("Replace the result?")
+            text: qsTr("%1 holds the result of a solve, and there is none now. Saving to it would "
+                       + "lose that result.").arg(files.nameOf(file))
+            otherText: qsTr("Save As…")
+            confirmText: qsTr("Replace")
+            danger: true
+            onAccepted: files._saveChosen(file)
+            onOtherChosen: files.chooseToSave(files._afterSave)
             onRejected: files._afterSave = null
         }
     }

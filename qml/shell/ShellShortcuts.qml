@@ -1,12 +1,17 @@
 import QtQuick
+import QtQuick.Templates as T
 
-// The keys that work on every page.
+// The keys that work on every page, and not while a dialog waits for an answer.
 Item {
     id: shortcuts
 
     // The shell's.
     required property bool running
     required property bool canSave
+
+    // What darkens the window behind a dialog stands among the popups as long as it is open.
+    readonly property bool _asked: Array.from(T.Overlay.overlay?.children ?? [])
+        .some(child => child.objectName === "dimmer")
 
     signal navigate(int index)
     signal solveRequested
@@ -25,26 +30,32 @@ Item {
     }
 
     Shortcut {
+        enabled: !shortcuts._asked
         sequence: "Ctrl+1"
         onActivated: shortcuts.navigate(0)
     }
     Shortcut {
+        enabled: !shortcuts._asked
         sequence: "Ctrl+2"
         onActivated: shortcuts.navigate(1)
     }
     Shortcut {
+        enabled: !shortcuts._asked
         sequence: "Ctrl+3"
         onActivated: shortcuts.navigate(2)
     }
     Shortcut {
+        enabled: !shortcuts._asked
         sequence: "Ctrl+4"
         onActivated: shortcuts.navigate(3)
     }
     Shortcut {
+        enabled: !shortcuts._asked
         sequence: "Ctrl+,"
         onActivated: shortcuts.navigate(4)
     }
     Shortcut {
+        enabled: !shortcuts._asked
         sequence: "F5"
         autoRepeat: false
         onActivated: {
@@ -54,7 +65,7 @@ Item {
     }
     Shortcut {
         // Otherwise the key is for popups.
-        enabled: shortcuts.running
+        enabled: shortcuts.running && !shortcuts._asked
         sequence: "Escape"
         autoRepeat: false
         onActivated: shortcuts.cancelRequested()
@@ -62,6 +73,7 @@ Item {
     // The linter does not know StandardKey.
     // qmllint disable unqualified
     Shortcut {
+        enabled: !shortcuts._asked
         sequences: [StandardKey.New]
         autoRepeat: false
         onActivated: {
@@ -70,6 +82,7 @@ Item {
         }
     }
     Shortcut {
+        enabled: !shortcuts._asked
         sequences: [StandardKey.Open]
         autoRepeat: false
         onActivated: {
@@ -78,7 +91,7 @@ Item {
         }
     }
     Shortcut {
-        enabled: shortcuts.canSave
+        enabled: shortcuts.canSave && !shortcuts._asked
         sequences: [StandardKey.Save]
         autoRepeat: false
         onActivated: {

@@ -1,34 +1,39 @@
 import QtQuick
 import Tidewell
 
-// Asks what is to become of changes that are in no file before the project leaves the screen.
+// Asks what is to become of work that is in no file before it goes.
 AppDialog {
     id: dialog
 
-    // A solve would be cancelled, too.
-    property bool solveRuns: false
-    // Of the project's file, "" when it has none.
-    property string fileName: ""
+    property string text: ""
+    property string discardText: ""
+    property string saveText: ""
     property var _proceed: null
 
-    // `then` is called when the changes are saved.
+    // `then` is called when the work is saved.
     signal saveRequested(var then)
 
-    function ask(proceed: var): void {
+    // `question` has the four texts. A question that still stands is no longer asked: nothing has
+    // been lost by it.
+    function ask(question: var, proceed: var): void {
+        title = question.title;
+        text = question.text;
+        discardText = question.discardText;
+        saveText = question.saveText;
         _proceed = proceed;
         open();
     }
 
-    function _text(): string {
-        const changes = fileName === ""
-            ? qsTr("This project has changes that are not saved.")
-            : qsTr("%1 has changes that are not saved.").arg(fileName);
-        return solveRuns ? changes + "\n\n" + qsTr("The solve that is running will be cancelled.")
-                         : changes;
+    // The answer is taken once, however often the button is pressed.
+    function _take(): var {
+        const proceed = _proceed;
+        _proceed = null;
+        close();
+        return proceed ?? (() => {});
     }
 
-    title: qsTr("Unsaved changes")
-    contentWidth: 400
+    contentWidth: 420
+    onRejected: _proceed = null
 
     buttons: [
         SecondaryButton {
@@ -38,28 +43,24 @@ AppDialog {
         },
         SecondaryButton {
             theme: dialog.theme
-            text: qsTr("Don't Save")
+            text: dialog.discardText
             danger: true
             onClicked: {
-                dialog.close();
-                const goOn = dialog._proceed;
+                const goOn = dialog._take();
                 goOn();
             }
         },
         PrimaryButton {
             theme: dialog.theme
-            text: qsTr("Save")
+            text: dialog.saveText
             focus: true
-            onClicked: {
-                dialog.close();
-                dialog.saveRequested(dialog._proceed);
-            }
+            onClicked: dialog.saveRequested(dialog._take())
         }
     ]
 
     Text {
         width: parent.width
-        text: dialog._text()
+        text: dialog.text
         textFormat: Text.PlainText
         color: dialog.theme.text
         font.pixelSize: Fallback.type.bodyMd

@@ -227,6 +227,53 @@ DocumentCase {
         compare(shell.rakeCap, 6);
     }
 
+    // No key and no button that starts a solve loses a result; one that is back in a moment is not
+    // asked about.
+    function test_resultsAreKept(): void {
+        const guard = Finding.inTree(shell, item => item instanceof LossGuard);
+        const kept = () => controller.resultIterations === 40 && !shell.running;
+        const replaced = () => Finding.inTree(shell, item => item instanceof ConfirmDialog
+                                                             && item.title === "Replace the result?");
+        solveRiver();
+        keyClick(Qt.Key_F5);
+        verify(!dialog()?.visible);
+        tryVerify(kept, 60000);
+        guard.worthKeepingSeconds = 0;
+        for (const begin of [() => keyClick(Qt.Key_F5),
+                             () => mouseClick(findChild(shell.solvePage, "start"))]) {
+            begin();
+            tryVerify(() => dialog()?.opened);
+            verify(/^Keep the result of 0\.\d+ s of solving\?/.test(dialog().text), dialog().text);
+            keyClick(Qt.Key_F5);
+            keyClick(Qt.Key_N, Qt.ControlModifier);
+            keyClick(Qt.Key_1, Qt.ControlModifier);
+            compare([shell.navIndex, dialog().title], [2, "Keep the result?"]);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => !dialog().visible);
+            verify(kept());
+        }
+        shell.files.currentFile = projectFile;
+        shell.applyProjectState({boardText: "Td9c6h6c", maxIterations: 1000000});
+        tryVerify(() => shell.canSolve, 60000);
+        keyClick(Qt.Key_F5);
+        answer("Save");
+        compare(messages().text, "Saved tst_shell.tidewellproj");
+        tryVerify(() => shell.solvePage.currentIteration > 0, 60000);
+        tryVerify(() => !dialog().visible);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !shell.running, 60000);
+
+        // Nothing is there now but what is on the disk.
+        keyClick(Qt.Key_S, Qt.ControlModifier);
+        tryVerify(() => replaced()?.opened);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !replaced().visible);
+        shell.resetToStartupBlank();
+        shell.openDropped([projectFile]);
+        verify(kept());
+        guard.worthKeepingSeconds = 2;
+    }
+
     function test_close(): void {
         shell.homePage.quickSolve();
         shell.projectPage.rakeCap = 5;
@@ -236,7 +283,8 @@ DocumentCase {
         tryVerify(() => !dialog().visible);
         compare(closed, 0);
         verify(!shell.requestClose(() => ++closed));
-        answer("Don't Save");
+        compare(dialog().title, "Quit Tidewell?");
+        answer("Quit Without Saving");
         compare(closed, 1);
         verify(shell.requestClose(() => ++closed));
     }
