@@ -113,6 +113,7 @@ int runApplication(int& argc, char** argv, const QUrl& document) {
     context->setContextProperty(QStringLiteral("appController"), &appController);
     UpdateManager updates;
     context->setContextProperty(QStringLiteral("updates"), &updates);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &updates, &UpdateManager::programEnds);
 
     reportFailures(engine);
     load(engine, document);

@@ -3,7 +3,7 @@
 # Asks only the local package database when nothing is missing.
 
 packages_for() {
-    local run=(g++ cmake ninja-build nlohmann-json3-dev
+    local run=(g++ cmake ninja-build pkg-config nlohmann-json3-dev libsodium-dev
         qt6-base-dev qt6-declarative-dev libgl1-mesa-dev libqt6svg6
         qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
         qml6-module-qtquick

@@ -8,9 +8,12 @@
 
 namespace tidewell {
 
+bool makeExecutable(const QString& path) {
+    return QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 bool startInstaller(const QString& path, const QStringList& arguments) {
-    return QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner) &&
-           QProcess::startDetached(path, arguments);
+    return QProcess::startDetached(path, arguments);
 }
 
 QStringList installerArguments() {

@@ -1,6 +1,7 @@
 #include "app/update/update_manager.h"
 
 #include <QCoreApplication>
+#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -11,14 +12,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/files/write_all.h"
-#include "app/update/update_manifest.h"
+#include "app/update/web_request.h"
 
 namespace {
 
 const char* const manifestUrlKey = "updates/manifestUrl";
 const char* const cachedManifestKey = "updates/cachedManifestJson";
 const char* const cachedAtKey = "updates/cachedAt";
+const char* const cachedFromKey = "updates/cachedFrom";
 
 constexpr qint32 installPolls = 600;
 
@@ -43,13 +44,6 @@ QString downloadFolder() {
     }
     QDir().mkpath(folder);
     return folder;
-}
-
-QNetworkRequest webRequest(const QUrl& url) {
-    QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    return request;
 }
 
 int httpStatus(const QNetworkReply& reply) {
@@ -77,8 +71,7 @@ UpdateManager::UpdateManager(tidewell::UpdateHost host, QObject* parent)
 }
 
 UpdateManager::~UpdateManager() {
-    drop(checkReply_);
-    dropDownload();
+    tidewell::dropReply(checkReply_, this);
 }
 
 QString UpdateManager::currentVersion() const {
@@ -94,7 +87,26 @@ void UpdateManager::setManifestUrl(const QString& address) {
 }
 
 bool UpdateManager::downloaded() const {
-    return download_.stored && !download_.path.trimmed().isEmpty();
+    return download_ && download_->stored() && !download_->path().trimmed().isEmpty();
+}
+
+double UpdateManager::downloadProgress() const {
+    const qint64 total = downloadBytesTotal();
+    if (total < 1) return 0.0;
+    return std::clamp(static_cast<double>(downloadBytesReceived()) / static_cast<double>(total),
+                      0.0, 1.0);
+}
+
+qint64 UpdateManager::downloadBytesTotal() const {
+    if (!download_) return 0;
+    return download_->announced() >= 0 ? download_->announced() : download_->wanted().size;
+}
+
+QString UpdateManager::downloadChecks() const {
+    if (!downloaded()) return {};
+    if (!host_.releaseKey.isEmpty()) return tr("Checked: length, checksum and signature.");
+    if (download_->checkedDigest()) return tr("Checked: length and checksum.");
+    return tr("Checked: length. The release names no checksum.");
 }
 
 void UpdateManager::checkNow() {
@@ -104,10 +116,10 @@ void UpdateManager::checkNow() {
     const QString address = tidewell::normalizedAddress(manifestUrl_);
     if (address.isEmpty()) return setError(tr("Update URL is not configured."));
 
-    drop(checkReply_);
+    tidewell::dropReply(checkReply_, this);
     setBusy(true);
     setError({});
-    QNetworkRequest request = webRequest(QUrl(address));
+    QNetworkRequest request = tidewell::webRequest(QUrl(address));
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/json");
     request.setRawHeader("Accept", "application/json");
     QNetworkReply* const reply = network_.get(request);
@@ -121,7 +133,7 @@ void UpdateManager::checkNow() {
 
 void UpdateManager::openDownloadUrl() {
     // Any other kind of address might start whatever the desktop has registered for it.
-    if (!tidewell::isWebAddress(downloadUrl_) || !host_.openAddress(downloadUrl_)) {
+    if (!tidewell::isWebAddress(downloadUrl()) || !host_.openAddress(downloadUrl())) {
         setError(tr("No download URL available."));
     }
 }
@@ -138,61 +150,63 @@ void UpdateManager::updateNow() {
 
 void UpdateManager::downloadNow() {
     if (isOccupied()) return;
-    if (!tidewell::isWebAddress(downloadUrl_)) return setError(tr("No download URL available."));
+    if (!tidewell::isWebAddress(downloadUrl())) return setError(tr("No download URL available."));
+    if (refusal_ != tidewell::UpdateRefusal::None) return setError(refusalText());
 
     dropDownload();
     lastError_.clear();
-    download_.busy = true;
-    emit stateChanged();
-
-    const QString name = tidewell::installerFileName(downloadUrl_, latestVersion_);
-    download_.path = QDir(downloadFolder()).filePath(name);
-    // The folder may be open to others: whoever puts a link there does not choose what is written.
-    if (QFileInfo(download_.path).isSymLink()) {
-        QFile::remove(download_.path);
-    }
-    downloadFile_ = std::make_unique<QSaveFile>(download_.path);
-    if (QFileInfo(download_.path).isSymLink() || !tidewell::openForAll(*downloadFile_)) {
-        dropDownload();
+    auto download =
+        std::make_unique<tidewell::InstallerDownload>(wantedInstaller(), host_.download);
+    if (!download->start(network_, downloadFolder())) {
         return setError(tr("Failed to create download file."));
     }
-
-    QNetworkRequest request = webRequest(downloadUrl_);
-    request.setRawHeader("Accept", "*/*");
-    QNetworkReply* const reply = network_.get(request);
-    downloadReply_ = reply;
-    abortAfter(host_.downloadLimit, reply);
-    connect(reply, &QNetworkReply::downloadProgress, this, &UpdateManager::receiveProgress);
-    connect(reply, &QNetworkReply::readyRead, this, &UpdateManager::storeReceived);
-    connect(reply, &QNetworkReply::finished, this, &UpdateManager::finishDownload);
+    download_ = std::move(download);
+    connect(download_.get(), &tidewell::InstallerDownload::progressed, this,
+            &UpdateManager::stateChanged);
+    connect(download_.get(), &tidewell::InstallerDownload::finished, this,
+            &UpdateManager::finishDownload);
+    emit stateChanged();
 }
 
 void UpdateManager::installNow() {
     if (isOccupied()) return;
     if (!downloaded()) return setError(tr("No downloaded update is ready to install."));
-    if (!QFileInfo::exists(download_.path)) {
-        download_ = {};  // so that the next update fetches it again
+    if (!QFileInfo::exists(download_->path())) {
+        dropDownload();  // so that the next update fetches it again
         return setError(tr("Downloaded installer file is missing."));
     }
-    if (!host_.startInstaller(download_.path, tidewell::installerArguments())) {
+    if (!tidewell::makeExecutable(download_->path())) {
         return setError(tr("Failed to launch installer."));
     }
+    installsAtEnd_ = true;
+    emit stateChanged();
     host_.quit();
+}
+
+void UpdateManager::programEnds() {
+    if (!installsAtEnd_ || !downloaded()) return;
+    installsAtEnd_ = false;
+    if (host_.startInstaller(download_->path(), tidewell::installerArguments())) {
+        download_->keep();
+    } else {
+        setError(tr("Failed to launch installer."));
+        qWarning().noquote() << "[updates]" << lastError_ << download_->path();
+    }
 }
 
 void UpdateManager::clearState() {
     stopPolling();
     dropDownload();
     updateAvailable_ = false;
-    latestVersion_.clear();
-    downloadUrl_.clear();
-    releaseNotes_.clear();
+    manifest_ = {};
+    refusal_ = tidewell::UpdateRefusal::None;
     lastError_.clear();
     lastCheckedAt_ = {};
     lastSuccessAt_ = {};
     QSettings settings;
     settings.remove(cachedManifestKey);
     settings.remove(cachedAtKey);
+    settings.remove(cachedFromKey);
     emit stateChanged();
 }
 
@@ -211,18 +225,45 @@ void UpdateManager::restore() {
     const QString json = settings.value(cachedManifestKey).toString().trimmed();
     if (const auto object = tidewell::parseManifest(json.toUtf8())) {
         lastSuccessAt_ = settings.value(cachedAtKey).toDateTime();
-        apply(*object);
+        apply(*object, QUrl(settings.value(cachedFromKey).toString()));
     }
 }
 
-void UpdateManager::apply(const QJsonObject& object) {
-    const tidewell::UpdateManifest manifest = tidewell::readManifest(object);
-    latestVersion_ = manifest.version;
-    releaseNotes_ = manifest.notes;
-    downloadUrl_ = manifest.downloadUrl;
-    updateAvailable_ =
-        tidewell::isNewerVersion(currentVersion(), latestVersion_) && downloadUrl_.isValid();
+void UpdateManager::apply(const QJsonObject& object, const QUrl& source) {
+    manifest_ = tidewell::readManifest(object);
+    refusal_ = tidewell::refusalOf(manifest_, source, host_.releaseKey);
+    const bool newer = tidewell::isNewerVersion(currentVersion(), manifest_.version) &&
+                       manifest_.downloadUrl.isValid();
+    updateAvailable_ = newer && refusal_ == tidewell::UpdateRefusal::None;
+    // What this manifest names in its place, if anything, has to be fetched anew.
+    if (download_ && download_->wanted() != wantedInstaller()) {
+        dropDownload();
+    }
+    if (newer && refusal_ != tidewell::UpdateRefusal::None) {
+        lastError_ = refusalText();
+    }
     emit stateChanged();
+}
+
+QString UpdateManager::refusalText() const {
+    switch (refusal_) {
+        case tidewell::UpdateRefusal::Malformed:
+            return tr(
+                "The update service names a size, checksum or signature that cannot be read.");
+        case tidewell::UpdateRefusal::Insecure:
+            return tr("The update is offered at an address that is not secure.");
+        case tidewell::UpdateRefusal::Unsigned:
+            return tr("The update is not signed by its publisher.");
+        case tidewell::UpdateRefusal::None:
+            break;
+    }
+    return {};
+}
+
+tidewell::InstallerDownload::Wanted UpdateManager::wantedInstaller() const {
+    return {manifest_.downloadUrl, manifest_.version,
+            tidewell::installerFileName(manifest_.downloadUrl, manifest_.version), manifest_.size,
+            manifest_.sha256};
 }
 
 // Also called for a reply that still runs, once it holds more than a manifest may.
@@ -232,63 +273,42 @@ void UpdateManager::finishCheck() {
     const bool failed = reply.error() != QNetworkReply::NoError;
     const QString networkError = reply.errorString();
     const QByteArray body = failed ? QByteArray() : reply.readAll();
-    drop(checkReply_);
+    const QUrl source =
+        reply.request().url().scheme() == "https" ? reply.request().url() : reply.url();
+    tidewell::dropReply(checkReply_, this);
     setBusy(false);
 
     if (failed) return setError(tr("Update check failed: %1").arg(networkError));
     const auto object = tidewell::parseManifest(body);
     if (!object) return setError(tr("Invalid update response (HTTP %1).").arg(status));
     lastSuccessAt_ = QDateTime::currentDateTimeUtc();
-    apply(*object);
+    apply(*object, source);
     QSettings settings;
     settings.setValue(cachedManifestKey,
                       QString::fromUtf8(QJsonDocument(*object).toJson(QJsonDocument::Compact)));
     settings.setValue(cachedAtKey, lastSuccessAt_);
-}
-
-void UpdateManager::receiveProgress(qint64 received, qint64 total) {
-    download_.received = received;
-    download_.total = total;
-    download_.progress =
-        total < 1
-            ? 0.0
-            : std::clamp(static_cast<double>(received) / static_cast<double>(total), 0.0, 1.0);
-    emit stateChanged();
-}
-
-// A failed write shows when the file is committed.
-void UpdateManager::storeReceived() {
-    tidewell::writeAll(*downloadFile_, downloadReply_->readAll());
+    settings.setValue(cachedFromKey, source.toString());
 }
 
 void UpdateManager::finishDownload() {
-    const int status = httpStatus(*downloadReply_);
-    if (downloadReply_->error() != QNetworkReply::NoError) {
-        lastError_ = tr("Download failed: %1").arg(downloadReply_->errorString());
-    } else {
-        storeReceived();
-        download_.stored = downloadFile_->commit();
-        if (!download_.stored) {
-            lastError_ = tr("Failed to finalize download file (HTTP %1).").arg(status);
-        }
+    if (download_->finalizeFailed()) {
+        lastError_ = tr("Failed to finalize download file (HTTP %1).").arg(download_->httpStatus());
+    } else if (!download_->stored()) {
+        lastError_ = tr("Download failed: %1").arg(download_->error());
     }
-    downloadFile_.reset();  // uncommitted, it takes what it wrote with it
-    drop(downloadReply_);
-    download_.busy = false;
     emit stateChanged();
 }
 
 void UpdateManager::dropDownload() {
-    drop(downloadReply_);
-    downloadFile_.reset();
-    download_ = {};
+    installsAtEnd_ = false;
+    download_.reset();
 }
 
 void UpdateManager::pollInstall() {
     if (!installAfterDownload_) return;
     if (installPollsLeft_ <= 0) return stopPolling();
     --installPollsLeft_;
-    if (download_.busy) return installPollTimer_.start(host_.installPoll);
+    if (downloadBusy()) return installPollTimer_.start(host_.installPoll);
     stopPolling();
     if (downloaded()) installNow();
 }
@@ -296,14 +316,4 @@ void UpdateManager::pollInstall() {
 void UpdateManager::stopPolling() {
     installAfterDownload_ = false;
     installPollTimer_.stop();
-}
-
-// Ends a request without a word of it reaching this object any more.
-void UpdateManager::drop(QPointer<QNetworkReply>& pending) {
-    QNetworkReply* const reply = pending;
-    pending.clear();
-    if (reply == nullptr) return;
-    disconnect(reply, nullptr, this, nullptr);
-    if (reply->isRunning()) reply->abort();
-    reply->deleteLater();
 }

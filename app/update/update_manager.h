@@ -5,13 +5,14 @@
 #include <QNetworkAccessManager>
 #include <QObject>
 #include <QPointer>
-#include <QSaveFile>
 #include <QString>
 #include <QTimer>
 #include <QUrl>
 #include <memory>
 
+#include "app/update/installer_download.h"
 #include "app/update/update_host.h"
+#include "app/update/update_manifest.h"
 
 class QNetworkReply;
 
@@ -37,6 +38,8 @@ class UpdateManager : public QObject {
     Q_PROPERTY(QString downloadedFilePath READ downloadedFilePath NOTIFY stateChanged)
     Q_PROPERTY(bool downloaded READ downloaded NOTIFY stateChanged)
     Q_PROPERTY(bool canInstall READ canInstall NOTIFY stateChanged)
+    Q_PROPERTY(QString downloadChecks READ downloadChecks NOTIFY stateChanged)
+    Q_PROPERTY(bool installsAtEnd READ installsAtEnd NOTIFY stateChanged)
 
   public:
     /// Reads the settings store, restores the last known manifest; needs no network.
@@ -53,16 +56,20 @@ class UpdateManager : public QObject {
     QDateTime lastCheckedAt() const { return lastCheckedAt_; }  ///< UTC; of an attempt
     QDateTime lastSuccessAt() const { return lastSuccessAt_; }  ///< UTC; of a valid manifest
     bool updateAvailable() const { return updateAvailable_; }
-    QString latestVersion() const { return latestVersion_; }
-    QUrl downloadUrl() const { return downloadUrl_; }
-    QString releaseNotes() const { return releaseNotes_; }
-    bool downloadBusy() const { return download_.busy; }
-    double downloadProgress() const { return download_.progress; }  ///< 0 to 1
-    qint64 downloadBytesReceived() const { return download_.received; }
-    qint64 downloadBytesTotal() const { return download_.total; }  ///< -1 while not known
-    QString downloadedFilePath() const { return download_.path; }
+    QString latestVersion() const { return manifest_.version; }
+    QUrl downloadUrl() const { return manifest_.downloadUrl; }
+    QString releaseNotes() const { return manifest_.notes; }
+    bool downloadBusy() const { return download_ && download_->running(); }
+    double downloadProgress() const;  ///< 0 to 1
+    qint64 downloadBytesReceived() const { return download_ ? download_->received() : 0; }
+    qint64 downloadBytesTotal() const;  ///< -1 while not known
+    QString downloadedFilePath() const { return download_ ? download_->path() : QString(); }
     bool downloaded() const;  ///< an installer is stored completely
     bool canInstall() const { return downloaded(); }
+    /// For people: what the stored installer was compared with; "" without one.
+    QString downloadChecks() const;
+    /// The installer starts when the program ends.
+    bool installsAtEnd() const { return installsAtEnd_; }
 
     /// Fetches the manifest. While anything runs it only takes the time of the attempt.
     Q_INVOKABLE void checkNow();
@@ -70,8 +77,11 @@ class UpdateManager : public QObject {
     /// Downloads the installer, unless that is done, and starts it.
     Q_INVOKABLE void updateNow();
     Q_INVOKABLE void downloadNow();
-    /// Starts the downloaded installer and quits the program.
+    /// Asks the program to end, and has the downloaded installer start when it does: never beside a
+    /// program that still holds work and stays after all.
     Q_INVOKABLE void installNow();
+    /// The program ends now, and nothing can stop it any more.
+    void programEnds();
     /// Forgets manifest, times and download, a running one included.
     Q_INVOKABLE void clearState();
 
@@ -81,28 +91,18 @@ class UpdateManager : public QObject {
     void stateChanged();
 
   private:
-    struct Download {
-        bool busy = false;
-        double progress = 0.0;
-        qint64 received = 0;
-        qint64 total = 0;
-        QString path;
-        bool stored = false;  ///< whole and at its path
-    };
-
-    bool isOccupied() const { return busy_ || download_.busy; }
+    bool isOccupied() const { return busy_ || downloadBusy(); }
     void setError(const QString& error);
     void setBusy(bool busy);
     void restore();
-    void apply(const QJsonObject& object);
+    void apply(const QJsonObject& object, const QUrl& source);
+    QString refusalText() const;
+    tidewell::InstallerDownload::Wanted wantedInstaller() const;
     void finishCheck();
-    void receiveProgress(qint64 received, qint64 total);
-    void storeReceived();
     void finishDownload();
     void dropDownload();
     void pollInstall();
     void stopPolling();
-    void drop(QPointer<QNetworkReply>& pending);
 
     tidewell::UpdateHost host_;
     QString manifestUrl_;
@@ -111,15 +111,14 @@ class UpdateManager : public QObject {
     QDateTime lastCheckedAt_;
     QDateTime lastSuccessAt_;
     bool updateAvailable_ = false;
-    QString latestVersion_;
-    QUrl downloadUrl_;
-    QString releaseNotes_;
-    Download download_;
+    tidewell::UpdateManifest manifest_;
+    tidewell::UpdateRefusal refusal_ = tidewell::UpdateRefusal::None;
     bool installAfterDownload_ = false;
     qint32 installPollsLeft_ = 0;
     QTimer installPollTimer_;
-    std::unique_ptr<QSaveFile> downloadFile_;  ///< set as long as a download runs
+    bool installsAtEnd_ = false;
     QNetworkAccessManager network_;
     QPointer<QNetworkReply> checkReply_;
-    QPointer<QNetworkReply> downloadReply_;
+    std::unique_ptr<tidewell::InstallerDownload>
+        download_;  ///< the last one; must go before the network
 };

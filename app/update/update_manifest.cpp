@@ -4,6 +4,8 @@
 #include <QStringView>
 #include <algorithm>
 
+#include "app/update/release_signature.h"
+
 namespace tidewell {
 namespace {
 
@@ -43,7 +45,36 @@ UpdateManifest readManifest(const QJsonObject& object) {
     if (address.isEmpty()) {
         address = object["url"].toString().trimmed();
     }
-    return {object["version"].toString().trimmed(), object["notes"].toString(), QUrl(address)};
+    UpdateManifest manifest;
+    manifest.version = object["version"].toString().trimmed();
+    manifest.notes = object["notes"].toString();
+    manifest.downloadUrl = QUrl(address);
+    if (object.contains("size")) {
+        manifest.size = object["size"].toInteger(-1);
+        manifest.malformed = manifest.size <= 0;
+    }
+    if (object.contains("sha256")) {
+        manifest.sha256 = bytesFromHex(object["sha256"].toString(), sha256Size);
+        manifest.malformed = manifest.malformed || manifest.sha256.isEmpty();
+    }
+    if (object.contains("signature")) {
+        manifest.signature = bytesFromBase64(object["signature"].toString(), signatureSize);
+        manifest.malformed = manifest.malformed || manifest.signature.isEmpty();
+    }
+    return manifest;
+}
+
+UpdateRefusal refusalOf(const UpdateManifest& manifest, const QUrl& source,
+                        const QByteArray& releaseKey) {
+    if (manifest.malformed) return UpdateRefusal::Malformed;
+    if (source.scheme() == "https" && manifest.downloadUrl.scheme() != "https") {
+        return UpdateRefusal::Insecure;
+    }
+    if (!releaseKey.isEmpty() &&
+        !isSignedRelease(releaseKey, manifest.version, manifest.sha256, manifest.signature)) {
+        return UpdateRefusal::Unsigned;
+    }
+    return UpdateRefusal::None;
 }
 
 QVersionNumber parseVersion(const QString& text) {

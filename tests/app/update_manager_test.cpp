@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QNetworkProxyFactory>
+#include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <functional>
@@ -14,6 +18,7 @@
 #include <tuple>
 #include <utility>
 
+#include "app/update/release_signature.h"
 #include "app/update/update_manifest.h"
 #include "tests/app/files.h"
 #include "tests/app/http_server.h"
@@ -32,8 +37,16 @@ bool waitUntil(const std::function<bool()>& holds) {
     return holds();
 }
 
-QByteArray manifestFor(const QString& url) {
-    return R"({"version": "9.0", "url": ")" + url.toUtf8() + "\"}";
+QByteArray manifestFor(const QString& url, const QByteArray& more = {}) {
+    return R"({"version": "9.0", "url": ")" + url.toUtf8() + "\"" + more + "}";
+}
+
+QByteArray sha256(const QByteArray& bytes) {
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
+}
+
+QByteArray namedDigest(const QByteArray& bytes) {
+    return R"(, "sha256": ")" + sha256(bytes).toHex() + '"';
 }
 
 /// Managers against a server, with a folder of their own to download to.
@@ -73,9 +86,10 @@ class UpdateManagerTest : public testing::Test {
 
     /// A manager that knows of an update at a path of the server, and what the server says there.
     std::unique_ptr<UpdateManager> makeManagerFor(const QString& path, const QByteArray& answer,
-                                                  After after = After::Close) {
+                                                  After after = After::Close,
+                                                  const QByteArray& more = {}) {
         server.answer(path.toUtf8(), answer, after);
-        return makeManager(manifestFor(server.address(path)));
+        return makeManager(manifestFor(server.address(path), more));
     }
 
     void check(UpdateManager& manager, const QString& address) {
@@ -94,9 +108,16 @@ class UpdateManagerTest : public testing::Test {
         waitUntil([&] { return end.hasExpired(); });
     }
 
+    /// Names of all files and folders, at any depth.
     QStringList storedFiles() const {
-        return QDir(folder.path())
-            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        QStringList names;
+        QDirIterator all(folder.path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+        while (all.hasNext()) {
+            all.next();
+            names.append(all.fileName());
+        }
+        return names;
     }
 
     const QByteArray formerTemp = qgetenv("TMPDIR");
@@ -226,13 +247,79 @@ TEST_F(UpdateManagerTest, AFailedCheckTellsWhyAndKeepsTheLastManifest) {
     }
 }
 
-TEST_F(UpdateManagerTest, StoresADownloadAndWritesNothingOutsideTheFolder) {
-    const QString inside = folder.filePath("inside");
-    ASSERT_TRUE(QDir().mkpath(inside));
-    writeFile(folder.filePath("kept"), "kept");
-    ASSERT_TRUE(QFile::link(folder.filePath("kept"), inside + "/kept"));
-    qputenv("TMPDIR", inside.toUtf8());
-    const QByteArray installer(300'000, 'x');
+TEST(UpdateManifest, ReleasesAreRefusedUnlessTheirProofHolds) {
+    using tidewell::UpdateRefusal;
+    const tidewell::ReleaseKeys keys = tidewell::makeReleaseKeys();
+    const tidewell::ReleaseKeys others = tidewell::makeReleaseKeys();
+    const QByteArray digest = sha256("installer");
+    const auto signedBy = [&](const tidewell::ReleaseKeys& who, const QString& version,
+                              const QByteArray& what) {
+        return namedDigest("installer") + R"(, "signature": ")" +
+               tidewell::signRelease(who.secretKey, version, what).toBase64() + '"';
+    };
+    const QString secure = "https://host.invalid/s";
+    const QString plain = "http://host.invalid/s";
+    const std::tuple<QString, QString, QByteArray, bool, UpdateRefusal> cases[] = {
+        {secure, secure, "", false, UpdateRefusal::None},
+        {plain, plain, "", false, UpdateRefusal::None},
+        {secure, plain, "", false, UpdateRefusal::Insecure},
+        {"", plain, R"(, "sha256": "12")", false, UpdateRefusal::Malformed},
+        {"", plain, R"(, "sha256": ")" + QByteArray(64, 'g') + '"', false,
+         UpdateRefusal::Malformed},
+        {"", plain, R"(, "size": 1.5)", false, UpdateRefusal::Malformed},
+        {"", plain, R"(, "signature": "!")", false, UpdateRefusal::Malformed},
+        {"", plain, namedDigest("installer"), true, UpdateRefusal::Unsigned},
+        {"", plain, signedBy(keys, "9.0", digest), true, UpdateRefusal::None},
+        {"", plain, signedBy(keys, "8.0", digest), true, UpdateRefusal::Unsigned},
+        {"", plain, signedBy(keys, "9.0", sha256("other")), true, UpdateRefusal::Unsigned},
+        {"", plain, signedBy(others, "9.0", digest), true, UpdateRefusal::Unsigned}};
+    for (const auto& [source, address, more, needsKey, refusal] : cases) {
+        const auto object = tidewell::parseManifest(manifestFor(address, more));
+        ASSERT_TRUE(object);
+        EXPECT_EQ(tidewell::refusalOf(tidewell::readManifest(*object), QUrl(source),
+                                      needsKey ? keys.publicKey : QByteArray()),
+                  refusal)
+            << qPrintable(source) << " " << more.constData();
+    }
+}
+
+TEST(UpdateManifest, TheReleaseToolWritesOneThatHolds) {
+    const QTemporaryDir folder;
+    const auto run = [](const QStringList& arguments) {
+        QProcess tool;
+        tool.start(MANIFEST_PATH, arguments);
+        EXPECT_TRUE(tool.waitForFinished());
+        return std::pair(tool.exitCode(), tool.readAllStandardOutput());
+    };
+    const QString key = folder.filePath("key");
+    const auto [made, publicKey] = run({"--new-key", key});
+    EXPECT_EQ(made, 0);
+    EXPECT_EQ(run({"--new-key", key}).first, 1);  // never over one that is in use
+    writeFile(folder.filePath("s"), "installer");
+    const auto [written, json] = run({"--release", "9.0", "--url", "https://host.invalid/s",
+                                      "--key", key, folder.filePath("s")});
+    EXPECT_EQ(written, 0);
+    const auto object = tidewell::parseManifest(json);
+    ASSERT_TRUE(object);
+    const tidewell::UpdateManifest manifest = tidewell::readManifest(*object);
+    EXPECT_EQ(manifest.size, 9);
+    EXPECT_EQ(manifest.sha256, sha256("installer"));
+    EXPECT_EQ(tidewell::refusalOf(manifest, QUrl("https://host.invalid/m"),
+                                  QByteArray::fromBase64(publicKey.trimmed())),
+              tidewell::UpdateRefusal::None);
+}
+
+TEST_F(UpdateManagerTest, AnUnsignedUpdateIsNeitherOfferedNorFetched) {
+    host.releaseKey = tidewell::makeReleaseKeys().publicKey;
+    const auto manager = makeManagerFor("/s.exe", httpAnswer(200, "#!/bin/sh\n"));
+    EXPECT_FALSE(manager->updateAvailable());
+    manager->downloadNow();
+    EXPECT_EQ(manager->lastError(), "The update is not signed by its publisher.");
+    EXPECT_TRUE(server.requests().isEmpty());
+}
+
+TEST_F(UpdateManagerTest, StoresADownloadWhereNobodyElseCanTouchIt) {
+    const QByteArray installer = "#!/bin/sh\n" + QByteArray(300'000, 'x');
     const auto manager =
         makeManagerFor("/a/..%2F..%5Ckept", httpRedirect(server.address("/s.exe")));
     server.answer("/s.exe", httpAnswer(200, installer));
@@ -240,34 +327,62 @@ TEST_F(UpdateManagerTest, StoresADownloadAndWritesNothingOutsideTheFolder) {
     finishDownload(*manager);
     EXPECT_EQ(manager->lastError(), "");
     EXPECT_TRUE(manager->downloaded() && manager->canInstall());
-    EXPECT_EQ(readFile(manager->downloadedFilePath()), installer);
-    EXPECT_EQ(readFile(folder.filePath("kept")), "kept");
-    EXPECT_EQ(QDir(inside).entryList(QDir::Files | QDir::Hidden), QStringList("kept"));
-    EXPECT_EQ(storedFiles(), QStringList({"inside", "kept"}));
-    EXPECT_TRUE(started.isEmpty());
+    const QFileInfo stored(manager->downloadedFilePath());
+    EXPECT_EQ(stored.fileName(), "kept");
+    EXPECT_EQ(readFile(stored.filePath()), installer);
+    const auto beyondOwner = QFile::Permissions(0x0077);
+    EXPECT_EQ(stored.permissions() & beyondOwner, QFile::Permissions());
+    EXPECT_EQ(QFileInfo(stored.path()).permissions() & beyondOwner, QFile::Permissions());
+    EXPECT_EQ(storedFiles().size(), 2);
+    EXPECT_TRUE(manager->downloadChecks().contains("no checksum"));
+
+    // One that a later check has outdated is given up.
+    server.answer("/m.json", httpAnswer(200, R"({"version": "9.1", "url": "http://a.invalid/s"})"));
+    check(*manager, server.address("/m.json"));
+    EXPECT_FALSE(manager->downloaded());
+    EXPECT_EQ(storedFiles(), QStringList());
 }
 
 TEST_F(UpdateManagerTest, AFailedDownloadLeavesNoFile) {
-    const QByteArray half(100'000, 'x');
+    const QByteArray half = "#!/bin/sh\n" + QByteArray(100'000, 'x');
+    const QByteArray page = "<html>Not here today</html>";
     const QByteArray chunk = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n400\r\nxxx";
-    const std::tuple<const char*, QByteArray, After> cases[] = {
-        {"/404.exe", httpAnswer(404, half), After::Close},
-        {"/half.exe", httpAnswer(200, half, 200'000), After::Close},
-        {"/chunk.exe", chunk, After::Close},
-        {"/slow.exe", httpAnswer(200, half, 200'000), After::Hold},
-        {"/local.exe", httpRedirect("file:///etc/hostname"), After::Close}};
-    for (const auto& [path, answer, after] : cases) {
-        host.downloadLimit = after == After::Hold ? 300ms : tidewell::UpdateHost().downloadLimit;
-        const auto manager = makeManagerFor(path, answer, after);
+    const QByteArray endless = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n";
+    const QByteArray huge(3 << 20, 'x');
+    host.download.bytes = 2 << 20;
+    const std::tuple<const char*, QByteArray, QByteArray, const char*, After> cases[] = {
+        {"/404.exe", httpAnswer(404, half), "", "", After::Close},
+        {"/empty.exe", httpAnswer(200, ""), "", "the file is empty", After::Close},
+        {"/page.exe", httpAnswer(200, page), "", "what has arrived is no installer", After::Close},
+        {"/html.exe", httpAnswer(200, half, -1, "Content-Type: text/html\r\n"), "", "a web page",
+         After::Close},
+        {"/half.exe", httpAnswer(200, half, 200'000), "", "", After::Close},
+        {"/chunk.exe", chunk, namedDigest(half), "", After::Close},
+        {"/length.exe", endless + half, "", "does not tell how long", After::Close},
+        {"/short.exe", endless + half, R"(, "size": 100011)", "ended after 100010 of 100011 bytes",
+         After::Close},
+        {"/long.exe", endless + half, R"(, "size": 100009)", "more has arrived", After::Close},
+        {"/size.exe", httpAnswer(200, half), R"(, "size": 100011)", "another size", After::Close},
+        {"/digest.exe", httpAnswer(200, half), namedDigest("other"), "the checksum", After::Close},
+        {"/announced.exe", httpAnswer(200, half, 1LL << 40), "", "larger than", After::Hold},
+        {"/endless.exe", endless + huge, namedDigest(half), "larger than", After::Hold},
+        {"/slow.exe", httpAnswer(200, half, 200'000), "", "nothing has arrived", After::Hold},
+        {"/local.exe", httpRedirect("file:///etc/hostname"), "", "", After::Close}};
+    for (const auto& [path, answer, more, reason, after] : cases) {
+        host.download.idle = QString(path) == "/slow.exe" ? 300ms : 30s;
+        const auto manager = makeManagerFor(path, answer, after, more);
         manager->updateNow();
         finishDownload(*manager);
         EXPECT_EQ(manager->lastError().left(17), "Download failed: ") << path;
+        EXPECT_TRUE(manager->lastError().contains(reason))
+            << path << ": " << qPrintable(manager->lastError());
         EXPECT_FALSE(manager->downloaded() || manager->canInstall()) << path;
         EXPECT_EQ(storedFiles(), QStringList()) << path;
         EXPECT_TRUE(manager->updateAvailable()) << path;
         passAPoll();
+        EXPECT_FALSE(manager->installsAtEnd()) << path;
     }
-    EXPECT_TRUE(started.isEmpty());
+    EXPECT_EQ(quits, 0);
 }
 
 TEST_F(UpdateManagerTest, TouchesOnlyWebAddresses) {
@@ -291,26 +406,30 @@ TEST_F(UpdateManagerTest, UpdateNowDownloadsOnceAndStartsTheInstaller) {
     manager->installNow();
     EXPECT_EQ(manager->lastError(), "No downloaded update is ready to install.");
 
-    const QString path = folder.filePath("s.run");
     const QString trace = folder.filePath("trace");
     const QByteArray script = "#!/bin/sh\nprintf 'ran%s' \"$*\" > '" + trace.toUtf8() + "'\n";
     host.startInstaller = tidewell::startInstaller;
     manager = makeManagerFor("/s.run", httpAnswer(200, "#!/no/such/interpreter\n"));
     manager->updateNow();
-    EXPECT_TRUE(waitUntil([&] { return !manager->lastError().isEmpty(); }));
+    EXPECT_TRUE(waitUntil([&] { return manager->installsAtEnd(); }));
+    EXPECT_EQ(quits, 1);
+    manager->programEnds();
     EXPECT_EQ(manager->lastError(), "Failed to launch installer.");
-    EXPECT_EQ(quits, 0);
 
-    ASSERT_TRUE(QFile::remove(path));
+    ASSERT_TRUE(QFile::remove(manager->downloadedFilePath()));
     manager->installNow();
     EXPECT_EQ(manager->lastError(), "Downloaded installer file is missing.");
     server.answer("/s.run", httpAnswer(200, script));
     manager->updateNow();
+    EXPECT_TRUE(waitUntil([&] { return manager->installsAtEnd(); }));
+    EXPECT_EQ(quits, 2);
+    EXPECT_EQ(manager->lastError(), "");
+    EXPECT_FALSE(QFile::exists(trace));  // the program may stay after all
+    manager->programEnds();
+    manager.reset();
     EXPECT_TRUE(waitUntil([&] {
         return readFile(trace) == "ran" + tidewell::installerArguments().join(' ').toUtf8();
     }));
-    EXPECT_EQ(quits, 1);
-    EXPECT_EQ(manager->lastError(), "");
     EXPECT_EQ(server.requests().size(), 2);
 }
 
