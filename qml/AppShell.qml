@@ -10,6 +10,8 @@ ProjectState {
     property int navIndex: 0
     // A project was started or opened, so its page can be visited.
     property bool hasProject: false
+    // The program's UpdateManager; null for none.
+    property var updater: null
     // What the widest page would like to have, in pixels.
     property alias projectRecommendedWidth: pages.projectRecommendedWidth
 
@@ -174,6 +176,7 @@ ProjectState {
 
             currentIndex: shell.navIndex
             project: shell
+            updater: shell.updater
             files: files
             progress: progress
             spotCheck: spotCheck

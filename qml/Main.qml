@@ -49,6 +49,7 @@ ApplicationWindow {
         // The program makes it known to the documents.
         // qmllint disable unqualified
         controller: appController
+        updater: updates
         // qmllint enable unqualified
     }
 }

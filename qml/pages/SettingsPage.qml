@@ -9,6 +9,9 @@ Item {
     property Theme theme: Fallback.theme
     property Typography type: Fallback.type
     property bool darkMode: true
+    // The program's AppController and UpdateManager; null for none.
+    property var controller: null
+    property var updater: null
 
     // The settings were written to the store.
     signal stored
@@ -55,6 +58,17 @@ Item {
                 darkMode: page.darkMode
                 onDarkModeToggled: on => page.darkMode = on
                 onAccentChosen: accent => page.applyAccentHex(accent)
+                Layout.fillWidth: true
+            }
+            LicensesCard {
+                theme: page.theme
+                onFolderRequested: page.controller.openLicensesFolder()
+                onNoticesRequested: page.controller.openThirdPartyNotices()
+                Layout.fillWidth: true
+            }
+            UpdatesCard {
+                theme: page.theme
+                updater: page.updater
                 Layout.fillWidth: true
             }
             RowLayout {

@@ -29,6 +29,8 @@ StackLayout {
     readonly property SolvePage solvePage: solvePlace.item as SolvePage
     readonly property ResultsPage resultsPage: resultsPlace.item as ResultsPage
     readonly property SettingsPage settingsPage: settingsPlace.item as SettingsPage
+    // The program's UpdateManager; null for none.
+    property var updater: null
     // What the Setup page would like to have, in pixels.
     property int projectRecommendedWidth: 1540
 
@@ -165,6 +167,8 @@ StackLayout {
             theme: pages.theme
             type: pages.type
             darkMode: pages.theme.dark
+            controller: pages.project.controller
+            updater: pages.updater
             onDarkModeChanged: pages.theme.dark = darkMode
             onStored: pages.settingsStored()
         }

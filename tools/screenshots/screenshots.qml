@@ -19,6 +19,7 @@ Item {
         // The program makes it known to the documents.
         // qmllint disable unqualified
         controller: appController
+        updater: updates
         // qmllint enable unqualified
     }
     TestCase {
