@@ -152,7 +152,7 @@ DocumentCase {
 
     name: "Appearance"
     width: 1000
-    height: 600
+    height: 1100
 
     Theme {
         id: theme
