@@ -6,11 +6,11 @@
 #include <exception>
 #include <string>
 
+#include "app/board_cards.h"
 #include "app/solver_texts.h"
 #include "engine/poker/cards.h"
 #include "engine/poker/range.h"
 #include "engine/poker/text.h"
-#include "session/config_map.h"
 #include "session/solve_config.h"
 
 namespace tidewell {
@@ -61,15 +61,6 @@ QString parseRange(const QString& text, Range& range) {
     return isPercentage ? reasonInWords(text, message) : itemMistake(text);
 }
 
-kestrel::CardMask cardsOf(const QString& board) {
-    const std::string cards = kestrel_app::normalize_board_text(board.toStdString());
-    kestrel::CardMask mask = 0;
-    for (std::size_t place = 0; place < cards.size(); place += 2) {
-        mask |= kestrel::card_bit(kestrel::parse_card(cards.substr(place, 2)));
-    }
-    return mask;
-}
-
 bool isDealt(float weight) {
     return weight > 0;
 }
@@ -96,7 +87,7 @@ QString TextChecks::checkRange(const QString& text, const QString& board) {
     if (std::ranges::none_of(range, isDealt)) {
         return QCoreApplication::translate("SolverTexts", "no hand has a weight above 0");
     }
-    const kestrel::CardMask dead = cardsOf(board);
+    const kestrel::CardMask dead = boardCards(board);
     for (std::size_t number = 0; number < range.size(); ++number) {
         const kestrel::CardMask hand = kestrel::pocket_mask(kestrel::pocket_from_index(number));
         if (isDealt(range[number]) && (hand & dead) == 0) {

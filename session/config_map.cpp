@@ -115,13 +115,26 @@ double clamped_hundredths(double chips, double not_finite) {
     return std::clamp(std::isfinite(chips) ? chips : not_finite, 0.0, max_chips) * 100.0;
 }
 
+/// Two ranks side by side or a combo such as "AhKh", or a percentage.
 bool has_hand(std::string_view range) {
     range = trimmed(range);
     if (is_percent_range(range)) {
         return true;
     }
-    return std::ranges::adjacent_find(
-               range, [](char a, char b) { return is_rank(a) && is_rank(b); }) != range.end();
+    const std::string hands = kestrel::without_white_space(range);
+    const auto is_rank_at = [&](std::size_t place) {
+        return place < hands.size() && is_rank(hands[place]);
+    };
+    const auto is_suit_at = [&](std::size_t place) {
+        return kestrel::suit_characters.find(to_lower(hands[place])) != std::string_view::npos;
+    };
+    for (std::size_t i = 0; i < hands.size(); ++i) {
+        const bool combo = is_rank_at(i + 2) && is_suit_at(i + 1);
+        if (is_rank_at(i) && (is_rank_at(i + 1) || combo)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 /// Reads keys of a map with defaults for those that are missing.

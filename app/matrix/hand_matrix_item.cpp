@@ -20,6 +20,10 @@ namespace tidewell {
 namespace {
 
 constexpr int raiseMs = 80;
+constexpr double weightStep = 0.05;    // of the wheel and the keys
+constexpr double pixelsPerStep = 6.0;  // of a drag that changes weights
+constexpr double degreesPerStep = 120.0;
+constexpr int wheelPauseMs = 600;  // after which another turn of the wheel is another change
 
 // Up to three decimals, without zeros at the end.
 QString plainNumber(double value) {
@@ -91,6 +95,14 @@ void HandMatrixItem::setWeights(const QVariantMap& weights) {
     emit contentChanged();
 }
 
+void HandMatrixItem::setParts(const QVariantMap& parts) {
+    parts_ = parts;
+    for (int cell = 0; cell < handCount; ++cell) {
+        picture_.cells[static_cast<std::size_t>(cell)].divided = parts.contains(handLabel(cell));
+    }
+    emit contentChanged();
+}
+
 void HandMatrixItem::setColors(const QVariantMap& colors) {
     colors_ = colors;
     for (int cell = 0; cell < handCount; ++cell) {
@@ -134,8 +146,11 @@ void HandMatrixItem::setSelectable(bool selectable) {
 
 void HandMatrixItem::updateMode() {
     endGesture();
+    endWheel();
     const bool operable = editable_ || selectable_;
-    setAcceptedMouseButtons(operable ? Qt::LeftButton : Qt::NoButton);
+    Qt::MouseButtons buttons = operable ? Qt::LeftButton : Qt::NoButton;
+    buttons.setFlag(Qt::RightButton, editable_);
+    setAcceptedMouseButtons(buttons);
     setActiveFocusOnTab(operable);
     emit modeChanged();
 }
@@ -257,9 +272,17 @@ void HandMatrixItem::mousePressEvent(QMouseEvent* event) {
     }
     setCurrent(cell);
     gesturePoint_ = event->position();
-    if (editable_) {
+    endWheel();
+    if (event->button() == Qt::RightButton) {
+        setKeepMouseGrab(false);
+        emit handOpened(handLabel(cell));
+        return;
+    }
+    if (editable_ && event->modifiers().testFlag(Qt::AltModifier)) {
+        gesture_ = Gesture::Weigh;
+    } else if (editable_) {
         gesture_ = Gesture::Paint;
-        desiredOn_ = !isOn(cell);
+        desiredOn_ = !isPainted(cell);
     } else {
         gesture_ = dragSelectable_ ? Gesture::Drag : Gesture::Press;
     }
@@ -274,6 +297,10 @@ void HandMatrixItem::mouseMoveEvent(QMouseEvent* event) {
     const QPointF point = event->position();
     const int cell = grid().indexAt(point);
     setHovered(cell);
+    if (gesture_ == Gesture::Weigh) {
+        weighByDrag(point);
+        return;
+    }
     if (!isStroking()) {
         return;
     }
@@ -295,9 +322,80 @@ void HandMatrixItem::applyGesture(int cell) {
     const double weight = weightAt(cell);
     if (gesture_ == Gesture::Drag) {
         emit handDragged(handLabel(cell), weight);
-    } else if (gesture_ == Gesture::Paint && isOn(cell) != desiredOn_) {
+    } else if (gesture_ == Gesture::Paint && (desiredOn_ ? !isPainted(cell) : isOn(cell))) {
         emit handPainted(handLabel(cell), desiredOn_, weight);
     }
+}
+
+bool HandMatrixItem::isPainted(int cell) const {
+    if (brush_ < 0.0) {
+        return isOn(cell);
+    }
+    constexpr double indistinct = 5e-4;
+    return isOn(cell) && !picture_.cells[static_cast<std::size_t>(cell)].divided &&
+           std::abs(weightAt(cell) - brush_) < indistinct;
+}
+
+// Of the hand that the drag began on, whatever it has come to since.
+void HandMatrixItem::weighByDrag(QPointF point) {
+    const double drawn = std::trunc((gesturePoint_.y() - point.y()) / pixelsPerStep);
+    if (drawn != 0.0) {
+        gesturePoint_.ry() -= drawn * pixelsPerStep;
+        emit handWeighed(handLabel(gestureCell_), drawn * weightStep);
+    }
+}
+
+// Without the keyboard the wheel is the page's: whoever scrolls past changes nothing.
+void HandMatrixItem::wheelEvent(QWheelEvent* event) {
+    const bool alt = event->modifiers().testFlag(Qt::AltModifier);
+    const int cell = grid().indexAt(event->position());
+    const bool other = event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+    if (!editable_ || cell < 0 || other || !(alt || hasActiveFocus()) ||
+        gesture_ != Gesture::None) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (wheelEnd_.isActive() && cell != current_) {
+        endWheel();
+    }
+    setCurrent(cell);
+    // With Alt a wheel turns sideways.
+    const QPoint angle = event->angleDelta();
+    turned_ += (angle.y() != 0 ? angle.y() : angle.x()) / degreesPerStep;
+    const double whole = std::trunc(turned_);
+    if (whole == 0.0) {
+        return;
+    }
+    turned_ -= whole;
+    if (!wheelEnd_.isActive()) {
+        emit strokeStarted();
+    }
+    wheelEnd_.start(wheelPauseMs, this);
+    emit handWeighed(handLabel(cell), whole * weightStep);
+}
+
+void HandMatrixItem::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == wheelEnd_.timerId()) {
+        endWheel();
+    } else {
+        QQuickItem::timerEvent(event);
+    }
+}
+
+void HandMatrixItem::endWheel() {
+    turned_ = 0.0;
+    if (wheelEnd_.isActive()) {
+        wheelEnd_.stop();
+        emit strokeEnded();
+    }
+}
+
+void HandMatrixItem::weighOnce(double difference) {
+    endWheel();
+    emit strokeStarted();
+    emit handWeighed(handLabel(current_), difference);
+    emit strokeEnded();
 }
 
 void HandMatrixItem::mouseReleaseEvent(QMouseEvent* event) {
@@ -329,8 +427,9 @@ void HandMatrixItem::click(int cell) {
 
 void HandMatrixItem::activateCurrent() {
     if (editable_) {
+        endWheel();
         emit strokeStarted();
-        emit handPainted(handLabel(current_), !isOn(current_), weightAt(current_));
+        emit handPainted(handLabel(current_), !isPainted(current_), weightAt(current_));
         emit strokeEnded();
     } else if (selectable_) {
         click(current_);
@@ -377,6 +476,14 @@ void HandMatrixItem::keyPressEvent(QKeyEvent* event) {
         }
     } else if (moveCurrent(key)) {
         setFocusVisible(true);
+    } else if (editable_ && (key == Qt::Key_Plus || key == Qt::Key_Minus)) {
+        setFocusVisible(true);
+        weighOnce(key == Qt::Key_Plus ? weightStep : -weightStep);
+    } else if (editable_ && (key == Qt::Key_Menu ||
+                             (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))) {
+        setFocusVisible(true);
+        endWheel();
+        emit handOpened(handLabel(current_));
     } else {
         event->ignore();
     }
@@ -410,7 +517,8 @@ void HandMatrixItem::updatePicture() {
                         .border = borderColor_,
                         .focus = focusColor_,
                         .selection = selectionColor_,
-                        .accent = accentColor_};
+                        .accent = accentColor_,
+                        .mark = markColor_};
     picture_.fillFromBottom = fillFromBottom_;
     picture_.showEmptyLabels = showLabels_;
     picture_.hovered = hovered_;

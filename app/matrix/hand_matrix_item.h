@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QPointF>
 #include <QQuickItem>
 #include <QString>
@@ -26,6 +27,8 @@ class HandMatrixItem : public QQuickItem {
     Q_PROPERTY(QVariantMap weights READ weights WRITE setWeights NOTIFY contentChanged)
     /// Label to the colour of its fill; the accent for the others.
     Q_PROPERTY(QVariantMap colors READ colors WRITE setColors NOTIFY contentChanged)
+    /// Label to how many of the combos are in, for hands whose combos differ.
+    Q_PROPERTY(QVariantMap parts READ parts WRITE setParts NOTIFY contentChanged)
     /// Names of the actions, for the text of the matrix.
     Q_PROPERTY(QStringList actionTypes MEMBER actionTypes_ NOTIFY contentChanged)
     Q_PROPERTY(
@@ -37,6 +40,11 @@ class HandMatrixItem : public QQuickItem {
     Q_PROPERTY(bool editable READ isEditable WRITE setEditable NOTIFY modeChanged)
     Q_PROPERTY(bool selectable READ isSelectable WRITE setSelectable NOTIFY modeChanged)
     Q_PROPERTY(bool dragSelectable MEMBER dragSelectable_ NOTIFY modeChanged)
+
+    /// The weight that an editable matrix is painted with: a stroke that begins on a hand of this
+    /// weight clears, any other one paints all hands of another weight. Below 0 a hand is on or off
+    /// and its weight of no concern.
+    Q_PROPERTY(qreal brush MEMBER brush_ NOTIFY modeChanged)
 
     Q_PROPERTY(bool fillFromBottom MEMBER fillFromBottom_ NOTIFY contentChanged)
     Q_PROPERTY(bool showLabels MEMBER showLabels_ NOTIFY contentChanged)
@@ -53,6 +61,8 @@ class HandMatrixItem : public QQuickItem {
     Q_PROPERTY(QColor labelColor MEMBER labelColor_ NOTIFY lookChanged)
     /// A faint line around the glyphs of the labels.
     Q_PROPERTY(QColor haloColor MEMBER haloColor_ NOTIFY lookChanged)
+    /// In the corner of a hand whose combos differ.
+    Q_PROPERTY(QColor markColor MEMBER markColor_ NOTIFY lookChanged)
     /// Label of the hand framed as chosen, empty for none.
     Q_PROPERTY(QString selectedHand MEMBER selectedHand_ NOTIFY contentChanged)
 
@@ -72,6 +82,8 @@ class HandMatrixItem : public QQuickItem {
 
     const QVariantMap& weights() const { return weights_; }
     void setWeights(const QVariantMap& weights);
+    const QVariantMap& parts() const { return parts_; }
+    void setParts(const QVariantMap& parts);
     const QVariantMap& colors() const { return colors_; }
     void setColors(const QVariantMap& colors);
     const QVariantList& actionColors() const { return actionColors_; }
@@ -114,6 +126,11 @@ class HandMatrixItem : public QQuickItem {
     void strokeEnded();
     /// A stroke over an editable matrix wants this hand on or off.
     void handPainted(const QString& hand, bool desiredOn, double currentWeight);
+    /// The weight of a hand of an editable matrix is to change by so much: by the wheel, by a drag
+    /// with Alt held, up for more, or by the keys plus and minus.
+    void handWeighed(const QString& hand, double difference);
+    /// The combos of a hand of an editable matrix are wanted, by the right button or the menu key.
+    void handOpened(const QString& hand);
     /// A drag over a selectable matrix entered a hand; the hand it began on counts.
     void handDragged(const QString& hand, double currentWeight);
     /// The pointer came to a hand; an empty label and 0 where it left the last one.
@@ -129,25 +146,31 @@ class HandMatrixItem : public QQuickItem {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseUngrabEvent() override;
+    void wheelEvent(QWheelEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    enum class Gesture { None, Press, Paint, Drag };
+    enum class Gesture { None, Press, Paint, Drag, Weigh };
 
     HandGrid grid() const { return {cellSize_, cellSpacing_}; }
     double weightAt(int cell) const {
         return picture_.cells[static_cast<std::size_t>(cell)].weight;
     }
     bool isOn(int cell) const { return weightAt(cell) > 0.0; }
-    bool isStroking() const { return gesture_ == Gesture::Paint || gesture_ == Gesture::Drag; }
+    bool isPainted(int cell) const;
+    bool isStroking() const { return gesture_ != Gesture::None && gesture_ != Gesture::Press; }
     void updateMode();
     void setHovered(int cell);
     void setCurrent(int cell);
     void setFocusVisible(bool visible);
     void applyGesture(int cell);
     void endGesture();
+    void weighByDrag(QPointF point);
+    void endWheel();
+    void weighOnce(double difference);
     void click(int cell);
     bool moveCurrent(int key);
     bool advanceLift(int passedMs);
@@ -156,6 +179,7 @@ class HandMatrixItem : public QQuickItem {
     QString cellText(int cell) const;
 
     QVariantMap weights_;
+    QVariantMap parts_;
     QVariantMap colors_;
     QStringList actionTypes_;
     QVariantList actionColors_;
@@ -163,6 +187,7 @@ class HandMatrixItem : public QQuickItem {
     bool editable_ = false;
     bool selectable_ = false;
     bool dragSelectable_ = false;
+    double brush_ = -1.0;
     bool fillFromBottom_ = false;
     bool showLabels_ = true;
     double cellSize_ = 32.0;
@@ -177,6 +202,7 @@ class HandMatrixItem : public QQuickItem {
     QColor accentColor_;
     QColor labelColor_;
     QColor haloColor_;
+    QColor markColor_;
     QString selectedHand_;
 
     int hovered_ = -1;
@@ -186,6 +212,8 @@ class HandMatrixItem : public QQuickItem {
     int gestureCell_ = -1;   // The last one that the gesture was applied to.
     QPointF gesturePoint_;   // Where the pointer was then, or later.
     bool desiredOn_ = true;  // What a stroke turns its hands into.
+    QBasicTimer wheelEnd_;   // Runs while turns of the wheel belong together.
+    double turned_ = 0.0;    // Of the wheel, in steps that are not done yet.
 
     HandMatrixPicture picture_;
     LabelSheet sheet_;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double restingBorder = 1.0;
 constexpr double frameWidth = 2.0;   // of the hovered, selected or current cell
+constexpr double markShare = 0.14;   // of a cell's side, for the mark of a divided one
 constexpr double raisedScale = 1.1;  // of a cell with lift 1
 constexpr float accentAlpha = 0.8F;
 constexpr float shareOpacity = 0.85F;
@@ -189,6 +190,12 @@ void HandMatrixPicture::addCell(std::vector<ColorRect>& rects, int hand) const {
             rects.push_back(
                 {mask, cell.color.isValid() ? cell.color : withAlpha(palette.accent, accentAlpha)});
         }
+    }
+    if (cell.divided) {
+        const double side = std::max(3.0, std::round(area.width() * markShare));
+        const double inset = restingBorder + 1.0;
+        rects.push_back(
+            {{area.right() - inset - side, area.top() + inset, side, side}, palette.mark});
     }
     if (hand == hovered) {
         addFrame(rects, area, frameWidth, palette.focus);

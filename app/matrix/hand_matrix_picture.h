@@ -42,6 +42,7 @@ struct HandCell {
     double weight = 0.0;         ///< As it was given; drawn within [0, 1], NaN as 0.
     QColor color;                ///< Of the fill without shares; invalid for the palette's accent.
     std::vector<double> shares;  ///< Probability of each action; empty without a strategy.
+    bool divided = false;        ///< Its combos differ, so that the weight is their mean.
 };
 
 struct HandMatrixPalette {
@@ -52,6 +53,7 @@ struct HandMatrixPalette {
     QColor focus;      ///< Around the hovered and the current cell.
     QColor selection;  ///< Around the selected cell.
     QColor accent;
+    QColor mark{};  ///< In the corner of a divided cell.
 };
 
 struct ColorRect {

@@ -12,6 +12,10 @@ Basic.TextField {
     // Help, shown while the pointer rests on the field.
     property string tip: ""
     property bool mono: false
+    // A SetupHistory whose steps the keys of undoing take instead of the field's own, unless what
+    // stands in the field is typed and not taken over.
+    property var history: null
+    property bool pending: false
 
     implicitWidth: 160
     implicitHeight: Math.max(34, Math.ceil(contentHeight) + topPadding + bottomPadding)
@@ -32,6 +36,17 @@ Basic.TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
     Accessible.description: error !== "" ? error : tip
+
+    Keys.onPressed: event => {
+        // The linter does not know StandardKey.
+        // qmllint disable unqualified
+        const undo = event.matches(StandardKey.Undo);
+        if (field.history && !field.pending && (undo || event.matches(StandardKey.Redo))) {
+            event.accepted = true;
+            undo ? field.history.undo() : field.history.redo();
+        }
+        // qmllint enable unqualified
+    }
 
     background: FieldFrame {
         theme: field.theme

@@ -1,6 +1,6 @@
 import QtQuick
 import Tidewell
-import "../logic/range_text.mjs" as Hands
+import "../logic/hand_labels.mjs" as Hands
 
 // The 13 by 13 grid of starting hands, for painting a range and for showing a strategy. It changes no
 // weights by itself: a signal tells what the user wants, the owner sets `weights` anew.
@@ -15,6 +15,8 @@ FocusScope {
     // probabilities, and to a list of probabilities in the order of actionTypes, which are what
     // Theme.actionColor takes.
     property var weights: ({})
+    // From the labels of hands whose combos differ to how many of these are in.
+    property var parts: ({})
     property var colors: ({})
     property var actionTypes: []
     property var actionProbs: ({})
@@ -22,6 +24,8 @@ FocusScope {
     property string weightDisplayMode: "horizontalSpan"
 
     property bool editable: false
+    // The weight that hands are painted with; below 0 they are just on or off.
+    property real brush: -1
     property bool selectable: false
     property bool dragSelectable: false
     // Whether hands of weight 0 carry their label too.
@@ -47,19 +51,17 @@ FocusScope {
     readonly property alias currentHand: grid.currentHand
     readonly property alias hoveredHand: grid.hoveredHand
     // Where the hand that the keyboard stands on is marked; empty where it is not.
-    readonly property rect markedCell: {
-        if (!grid.focusVisible) {
-            return Qt.rect(0, 0, 0, 0);
-        }
-        const cell = Hands.allHands().indexOf(grid.currentHand);
-        const step = effectiveCellSize + cellSpacing;
-        return Qt.rect(cell % 13 * step, Math.floor(cell / 13) * step,
-                       effectiveCellSize, effectiveCellSize);
-    }
+    readonly property rect markedCell:
+        grid.focusVisible ? cellOf(grid.currentHand) : Qt.rect(0, 0, 0, 0)
 
     readonly property string _currentText: {
-        //: A starting hand of a range and how often it is held: "AKs, 50%"
-        const text = qsTr("%1, %2%").arg(grid.currentHand).arg(_percent(grid.currentWeight));
+        const part = parts[grid.currentHand];
+        const text = part === undefined
+            //: A starting hand of a range and how often it is held: "AKs, 50%"
+            ? qsTr("%1, %2%").arg(grid.currentHand).arg(_percent(grid.currentWeight))
+            //: A starting hand of which a range has a part: "AKs, 2 of 4 combos"
+            : qsTr("%1, %2 of %3 combos").arg(grid.currentHand).arg(part)
+                                         .arg(HandRanges.sizeOf(grid.currentHand));
         const shares = grid.currentShares;
         const actions = [];
         // On the way from one node to the next the types may be there before the shares.
@@ -76,8 +78,20 @@ FocusScope {
     signal strokeStarted
     signal strokeEnded
     signal handPainted(hand: string, desiredOn: bool, currentWeight: real)
+    // The weight of a hand is to change by so much.
+    signal handWeighed(hand: string, difference: real)
+    // The single combos of a hand are wanted.
+    signal handOpened(hand: string)
     signal handDragged(hand: string, currentWeight: real)
     signal handHovered(hand: string, weight: real)
+
+    // Where a hand stands.
+    function cellOf(hand: string): rect {
+        const cell = Hands.allHands().indexOf(hand);
+        const step = effectiveCellSize + cellSpacing;
+        return Qt.rect(cell % 13 * step, Math.floor(cell / 13) * step,
+                       effectiveCellSize, effectiveCellSize);
+    }
 
     // Puts the whole grid on the clipboard, as lines with tabs.
     function copy() {
@@ -107,12 +121,14 @@ FocusScope {
         height: matrix.effectiveMatrixSize
         focus: true
         weights: matrix.weights
+        parts: matrix.parts
         colors: matrix.colors
         actionTypes: matrix.actionTypes
         actionColors: matrix._actionColors(matrix.actionTypes)
         actionProbs: matrix.actionProbs
         fillFromBottom: matrix.weightDisplayMode === "verticalFill"
         editable: matrix.editable
+        brush: matrix.brush
         selectable: matrix.selectable
         dragSelectable: matrix.dragSelectable
         showLabels: matrix.showLabels
@@ -130,6 +146,7 @@ FocusScope {
         accentColor: matrix.theme.accent
         labelColor: matrix.theme.text
         haloColor: matrix.theme.surface
+        markColor: matrix.theme.text
         Accessible.role: Accessible.Table
         //: What a grid of hands is of, and the hand that the keyboard stands on
         Accessible.name: qsTr("%1: %2").arg(matrix.title).arg(matrix._currentText)
@@ -140,6 +157,8 @@ FocusScope {
         onStrokeStarted: matrix.strokeStarted()
         onStrokeEnded: matrix.strokeEnded()
         onHandPainted: (hand, on, weight) => matrix.handPainted(hand, on, weight)
+        onHandWeighed: (hand, difference) => matrix.handWeighed(hand, difference)
+        onHandOpened: hand => matrix.handOpened(hand)
         onHandDragged: (hand, weight) => matrix.handDragged(hand, weight)
         onHandHovered: (hand, weight) => matrix.handHovered(hand, weight)
     }

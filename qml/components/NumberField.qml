@@ -57,6 +57,7 @@ AppTextField {
 
     implicitWidth: 96
     mono: true
+    pending: _touched
     inputMethodHints: Qt.ImhFormattedNumbersOnly
     error: _touched && text !== "" && isNaN(_read(text))
         //: Bounds of a number field

@@ -4,8 +4,6 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 
-import "../logic/range_editor.mjs" as RangeEditorText
-
 // A range as a grid and as text. It leaves rangeText to its owner: rangeChanged tells the text that
 // the user wants.
 ColumnLayout {
@@ -16,8 +14,8 @@ ColumnLayout {
     property string label: ""
 
     readonly property string _name: label !== "" ? label : qsTr("Range")
-    readonly property var _weights: RangeEditorText.parseWeights(rangeText)
-    readonly property int _hands: RangeEditorText.countHands(_weights)
+    readonly property var _weights: HandRanges.weightsOf(rangeText)
+    readonly property int _hands: Object.keys(_weights).length
 
     signal rangeChanged(newRange: string)
     // Around the changes of one stroke over the grid: one step to undo.
@@ -75,7 +73,7 @@ ColumnLayout {
         onStrokeStarted: editor.strokeStarted()
         onStrokeEnded: editor.strokeEnded()
         onHandPainted: (hand, on) =>
-            editor.rangeChanged(RangeEditorText.paintedText(editor.rangeText, hand, on))
+            editor.rangeChanged(HandRanges.painted(editor.rangeText, hand, on ? 1 : 0))
     }
     RowLayout {
         spacing: editor.theme.spaceSm

@@ -4,9 +4,11 @@
 import { isComplete as isBoardComplete } from "./board_text.mjs";
 import { SIZING_KEYS } from "./presets.mjs";
 
-// A pair of ranks or a percentage of all hands.
+// A pair of ranks, a single combo or a percentage of all hands.
 export function hasAnyHand(text) {
-    return /[AKQJT98765432]{2}/i.test(text) || /^\s*\d+(\.\d+)?\s*%\s*$/.test(text);
+    const hands = text.replace(/\s/g, "");
+    return /[AKQJT98765432]{2}|[AKQJT98765432][shdc][AKQJT98765432]/i.test(hands)
+        || /^\s*\d+(\.\d+)?\s*%\s*$/.test(text);
 }
 
 // No field may be empty, not even one of a street that is not played any more.

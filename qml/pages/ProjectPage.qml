@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 import "../logic/board_text.mjs" as Board
-import "../logic/range_text.mjs" as RangeText
+import "../logic/presets.mjs" as Presets
 import "../logic/settings_profiles.mjs" as Profiles
 
 // Where a spot is described: board, game settings, the sizing and the range of each seat. Its
@@ -73,6 +73,12 @@ Item {
     readonly property real gameSettingsInputColumnWidth: Math.max(52, Math.round(60 * uiScale))
     // Layouts measure nothing while they are hidden, so it stays as the page was last seen.
     property int recommendedWindowWidth: 1540
+    // What can be undone here.
+    readonly property SetupHistory history: SetupHistory {
+        spot: page
+        keys: Presets.PROJECT_KEYS.filter(key => key !== "threadCount")
+        typedKeys: ["oopRangeText", "ipRangeText", "oopAddAllInIfJamLtPct", "ipAddAllInIfJamLtPct"]
+    }
     readonly property var usedBoardCards: Board.cardsOf(boardText)
 
     readonly property real _margin: 24
@@ -80,6 +86,12 @@ Item {
     readonly property real _boardWidth: Math.max(boardPanel.display.implicitWidth + 27, 240)
     readonly property real _row1Width: 2 * _margin + _boardWidth + _gap + gameSettings.implicitWidth
         + _gap + oopSizing.implicitWidth + _gap + ipSizing.implicitWidth
+    // As large as the window allows without scrolling.
+    readonly property real _mostCellSize: {
+        const room = height - ranges.y - 2 * _margin
+            - Math.max(oopRange.surroundings, ipRange.surroundings);
+        return Math.min(Math.round(36 * uiScale), Math.floor((room + 2) / 13) - 2);
+    }
     readonly property real _rangesWidth: 2 * _margin + oopRange.implicitWidth + _gap
         + ipRange.implicitWidth
 
@@ -111,15 +123,16 @@ Item {
     }
 
     function parseRangeWeights(text: string): var {
-        return RangeText.parseRangeWeights(text);
+        return HandRanges.weightsOf(text);
     }
 
-    function expandHand(hand: string): var {
-        return RangeText.expandHand(hand);
+    // The labels of the hands that an item of a range has combos of.
+    function expandHand(item: string): var {
+        return Object.keys(parseRangeWeights(item));
     }
 
     function toggleHand(text: string, hand: string, currentWeight: real, addWeight: real): string {
-        return RangeText.toggleHand(text, hand, currentWeight, addWeight);
+        return HandRanges.painted(text, hand, currentWeight > 0 ? 0 : addWeight);
     }
 
     function copyOopSizingToIp(): void {
@@ -130,6 +143,10 @@ Item {
         }
         ipAddAllInIfJamLtEnabled = oopAddAllInIfJamLtEnabled;
         ipAddAllInIfJamLtPct = oopAddAllInIfJamLtPct;
+    }
+
+    function swapRanges(): void {
+        [oopRangeText, ipRangeText] = [ipRangeText, oopRangeText];
     }
 
     function currentSettingsSnapshot(): var {
@@ -155,11 +172,27 @@ Item {
     on_RangesWidthChanged: _measure()
     onVisibleChanged: _measure()
     onBoardTextChanged: startingStreet = inferStreetFromBoardText(boardText)
-    Component.onCompleted: settingsPanel.load()
+    Component.onCompleted: {
+        settingsPanel.load();
+        history.watch();
+    }
 
     TypingEnd {
         page: page
     }
+    // The linter does not know StandardKey.
+    // qmllint disable unqualified
+    Shortcut {
+        enabled: page.visible
+        sequences: [StandardKey.Undo]
+        onActivated: page.history.undo()
+    }
+    Shortcut {
+        enabled: page.visible
+        sequences: [StandardKey.Redo]
+        onActivated: page.history.redo()
+    }
+    // qmllint enable unqualified
     WidePane {
         anchors.fill: parent
         theme: page.theme
@@ -217,6 +250,7 @@ Item {
                     id: gameSettings
 
                     theme: page.theme
+                    history: page.history
                     inputColumnWidth: page.gameSettingsInputColumnWidth
                     Layout.fillWidth: true
                     Layout.fillHeight: true
@@ -226,6 +260,7 @@ Item {
 
                     objectName: "oopSizing"
                     theme: page.theme
+                    history: page.history
                     title: qsTr("OOP Sizing")
                     outOfPosition: true
                     streetColumnWidth: page.sizingStreetColumnWidth
@@ -237,6 +272,7 @@ Item {
 
                     objectName: "ipSizing"
                     theme: page.theme
+                    history: page.history
                     title: qsTr("IP Sizing")
                     outOfPosition: false
                     streetColumnWidth: page.sizingStreetColumnWidth
@@ -246,6 +282,8 @@ Item {
                 }
             }
             RowLayout {
+                id: ranges
+
                 spacing: page._gap
                 Layout.fillWidth: true
 
@@ -256,8 +294,14 @@ Item {
                     theme: page.theme
                     title: qsTr("OOP Range")
                     boardText: page.boardText
+                    otherSeat: qsTr("IP")
+                    hasOther: page.ipRangeText !== ""
+                    history: page.history
+                    onCopyRequested: page.oopRangeText = page.ipRangeText
+                    onSwapRequested: page.swapRanges()
                     markColor: page.theme.actionBet
                     uiScale: page.uiScale
+                    mostCellSize: page._mostCellSize
                     Layout.fillWidth: true
                 }
                 RangePanel {
@@ -267,8 +311,14 @@ Item {
                     theme: page.theme
                     title: qsTr("IP Range")
                     boardText: page.boardText
+                    otherSeat: qsTr("OOP")
+                    hasOther: page.oopRangeText !== ""
+                    history: page.history
+                    onCopyRequested: page.ipRangeText = page.oopRangeText
+                    onSwapRequested: page.swapRanges()
                     markColor: page.theme.info
                     uiScale: page.uiScale
+                    mostCellSize: page._mostCellSize
                     Layout.fillWidth: true
                 }
             }

@@ -56,6 +56,7 @@ StackLayout {
                 _bind(page);
             }
         }
+        projectPage?.history.forget();
     }
 
     function visit(index: int): void {

@@ -1,8 +1,7 @@
 import QtQuick
 import Tidewell
 
-import "../../qml/logic/range_editor.mjs" as RangeEditorText
-import "../../qml/logic/range_text.mjs" as RangeText
+import "../../qml/logic/hand_labels.mjs" as Labels
 
 // The grid of hands, and the editor made of one.
 DocumentCase {
@@ -18,6 +17,8 @@ DocumentCase {
             test.events.push("painted " + hand + (on ? " on " : " off ") + weight);
             matrix.weights = Object.assign({}, matrix.weights, {[hand]: on ? 1 : 0});
         }
+        onHandWeighed: (hand, by) => test.events.push(`${hand} by ${by.toFixed(2)}`)
+        onHandOpened: hand => test.events.push("opened " + hand)
         onStrokeStarted: () => test.events.push("(")
         onStrokeEnded: () => test.events.push(")")
     }
@@ -44,7 +45,7 @@ DocumentCase {
 
     // The middle of a hand's cell, or with a ">" behind the label, of the gap to its right.
     function place(matrix: HandMatrix, hand: string): point {
-        const index = RangeText.allHands().indexOf(hand.replace(">", ""));
+        const index = Labels.allHands().indexOf(hand.replace(">", ""));
         const step = matrix.effectiveCellSize + matrix.cellSpacing;
         const half = matrix.effectiveCellSize / 2;
         const x = index % 13 * step + (hand.endsWith(">") ? 2 * half + 1 : half);
@@ -90,6 +91,12 @@ DocumentCase {
              path: ["AA", "AKs", "AQs", "KQs"], events: "(,AA on 0,AQs on 0,KQs on 0,)"},
             {tag: "clearing", properties: painting, path: ["AKs", "AQs", "AJs"],
              events: "(,AKs off 0.5,AJs off 1,)"},
+            {tag: "at a weight", properties: Object.assign({brush: 0.5}, painting),
+             path: ["AA", "AKs", "AQs", "AJs"], events: "(,AA on 0,AQs on 0,AJs on 1,)"},
+            {tag: "clearing what has the weight", path: ["AKs", "AQs", "AJs"],
+             properties: Object.assign({brush: 0.5}, painting), events: "(,AKs off 0.5,AJs off 1,)"},
+            {tag: "a hand in part", path: ["AJs"], events: "(,AJs on 1,)",
+             properties: Object.assign({brush: 1, parts: {AJs: 2}}, painting)},
             {tag: "leaping", properties: painting, path: ["AA", "ATs", "QTs", "ATs"],
              events: "(,AA on 0,AQs on 0,ATs on 0,KTs on 0,QTs on 0,)"},
             {tag: "painting over a gap", properties: painting, path: ["AA", "AA>", "AA", "AA>"],
@@ -113,6 +120,25 @@ DocumentCase {
         compare(heard(), row.events);
         move(matrix, "22");
         compare(heard(), row.events, "nothing is left of the gesture");
+    }
+
+    // By the wheel only where the keyboard is, by a drag with Alt, and by keys.
+    function test_weighing(): void {
+        const matrix = shown({editable: true, brush: 1});
+        const {x, y} = place(matrix, "AKs");
+        const turn = (degrees, keys) => mouseWheel(matrix, x, y, 0, degrees, Qt.NoButton, keys);
+        turn(120, Qt.NoModifier);
+        compare(events, []);
+        matrix.forceActiveFocus();
+        [60, 60, -240].forEach(degrees => turn(degrees, Qt.NoModifier));
+        tryCompare(test, "events", ["(", "AKs by 0.05", "AKs by -0.10", ")"]);
+        events = [];
+        mousePress(matrix, x, y, Qt.LeftButton, Qt.AltModifier);
+        mouseMove(matrix, x, y - 13, -1, Qt.LeftButton);
+        mouseMove(matrix, x, y + 6, -1, Qt.LeftButton);
+        mouseRelease(matrix, x, y);
+        keys([Qt.Key_Minus, Qt.Key_Menu]);
+        compare(events.join(), "(,AKs by 0.10,AKs by -0.15,),(,AKs by -0.05,),opened AKs");
     }
 
     // What can no longer be painted on ends the stroke.
@@ -144,7 +170,8 @@ DocumentCase {
         waitForRendering(matrix);
         const path = ["AA", "AKo", "AQo", "AJo", "ATo", "A9o", "A8o"];
         stroke(matrix, path, Qt.RightButton);
-        compare(events, []);
+        compare(events, ["opened AA"]);
+        events = [];
         stroke(matrix, path, Qt.LeftButton);
         compare([events.length, flickable.contentY], [path.length + 2, 0]);
     }
@@ -191,6 +218,7 @@ DocumentCase {
         for (const [properties, name] of [
             [{weights: {AA: 0.255}}, "Starting hands: AA, 26%"],
             [{title: "OOP Range"}, "OOP Range: AA, 0%"],
+            [{weights: {AA: 0.5}, parts: {AA: 3}}, "Starting hands: AA, 3 of 6 combos"],
             [{weights: {AA: 1}, actionTypes: ["check", "bet 33%", "none"],
               actionProbs: {AA: [0.25, 0.75, 0]}},
              "Starting hands: AA, 100%, Check: 25%, Bet 33%: 75%, none: 0%"]]) {
@@ -217,19 +245,6 @@ DocumentCase {
         }
     }
 
-    function test_editorText(): void {
-        for (const [text, weights] of [
-            ["AA, aks QJO,72", {AA: 1, AKs: 1, QJo: 1, "72s": 1, "72o": 1}],
-            ["qq+", {AA: 1, KK: 1, QQ: 1}], [" ", {}],
-            ["AA:0.5 KK:2, QQ:-1, JJ:x", {AA: 0.5, KK: 2, QQ: -1, JJ: NaN}],
-            ["AK:0.5, AKs", {AKs: 1, AKo: 0.5}],
-            // Forms that it does not know.
-            ["A8s+, 99-22, A, AhKh", {}]]) {
-            compare(RangeEditorText.parseWeights(text), weights, text);
-        }
-        compare(RangeEditorText.paintedText("QQ+:0.5, AK, 22:0", "KK", false), "AA, AKs, AKo, QQ");
-    }
-
     function test_editorsPartsFollowEachOther(): void {
         const editor = make(editorComponent);
         const matrix = all(editor, item => item instanceof HandMatrix)[0];
@@ -242,10 +257,10 @@ DocumentCase {
         editor.rangeText = "KK";
         verify(label("1 hand"));
         stroke(matrix, ["AA", "AQs"], Qt.LeftButton);
-        compare([field.text, events], ["AA, AKs, AQs, KK", ["(", "AA, AKs, AQs, KK)"]]);
+        compare([field.text, events], ["KK+, AQs+", ["(", "KK+, AQs+)"]]);
         mouseClick(field);
         keys([Qt.Key_End, Qt.Key_Comma, Qt.Key_Q, Qt.Key_Q]);
-        compare(matrix.weights, {AA: 1, AKs: 1, AQs: 1, KK: 1, QQ: 1});
+        compare(Object.keys(matrix.weights).sort(), ["AA", "AKs", "AQs", "KK", "QQ"]);
     }
 
     name: "HandMatrix"

@@ -127,20 +127,91 @@ DocumentCase {
                 ["66", "12", true, true]);
     }
 
-    // A click takes the whole token of a hand away, so it can be taken back, step by step; the
-    // keyboard stays where something can be done.
+    // The place of a hand in the matrix, the one in row and column.
+    function pressCell(path: string, row: int, column: int, button: int): void {
+        const step = find(path).effectiveCellSize + 2;
+        mouseClick(find(path), (column + 0.5) * step, (row + 0.5) * step, button);
+    }
+
+    // A cell shows what the solver reads, and painting changes no more than its combos.
+    function test_painting(): void {
+        page.oopRangeText = "A5s-A2s:0.5, AhKh, AsKs, Z9";
+        const matrix = find("oopRange/matrix");
+        compare([matrix.weights.AKs, matrix.parts.AKs, matrix.weights.A3s], [0.5, 2, 0.5]);
+        page.boardText = "AhKd2c";
+        compare(find("oopRange/rangeSize").text,
+                "10 combos · 0.8% of hands · 3.5 on the board");
+        pressCell("oopRange/matrix", 0, 11, Qt.LeftButton);
+        compare(page.oopRangeText, "A5s-A4s:0.5, A3s, A2s:0.5, AsKs, AhKh, Z9");
+        pressCell("oopRange/matrix", 0, 11, Qt.LeftButton);
+        compare(page.oopRangeText, "A5s-A4s:0.5, A2s:0.5, AsKs, AhKh, Z9");
+        mouseClick(find("oopRange/brush25"));
+        pressCell("oopRange/matrix", 0, 1, Qt.LeftButton);
+        compare(page.oopRangeText, "AKs:0.25, A5s-A4s:0.5, A2s:0.5, Z9");
+
+        // Combo by combo.
+        pressCell("oopRange/matrix", 0, 0, Qt.RightButton);
+        tryVerify(() => find("comboAsAh").activeFocus);
+        waitForRendering(find("comboAsAh"));
+        verify(find("comboAhAd").blocked && !find("comboAsAd").blocked);
+        mouseClick(find("comboAsAd"));
+        keyClick(Qt.Key_Plus);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !find("comboAsAd").visible);
+        compare(page.oopRangeText, "AKs:0.25, A5s-A4s:0.5, A2s:0.5, AsAd:0.3, Z9");
+
+        page.ipRangeText = "50%";
+        mouseClick(find("oopRange/swapRanges"));
+        compare([page.oopRangeText, page.ipRangeText.slice(-2)], ["50%", "Z9"]);
+        mouseClick(find("ipRange/copyRange"));
+        page.oopRangeText = "22+, A2+:0.25";
+        mouseClick(find("oopRange/invertRange"));
+        compare([page.ipRangeText, HandRanges.read(page.oopRangeText, "").weights.A9o,
+                 HandRanges.read(page.oopRangeText, "").weights.AA], ["50%", 0.75, undefined]);
+    }
+
+    // One history of all that is done, whatever has the keyboard.
     function test_undo(): void {
-        const undo = find("oopRange/undoChange");
-        page.oopRangeText = "JJ+, AKs";
+        page.oopClickWeightPct = 100;
+        page.history.forget();
+        const undo = () => keyClick(Qt.Key_Z, Qt.ControlModifier);
+        const redo = () => keyClick(Qt.Key_Z, Qt.ControlModifier | Qt.ShiftModifier);
+        const state = () => [page.oopRangeText, page.ipRangeText, page.startingPot, page.boardText];
+        const states = [state()];
+        const done = () => {
+            wait(0);
+            states.push(state());
+        };
         mouseClick(find("oopRange/matrix"), 10, 10);
-        compare(page.oopRangeText, "AKs");
-        mouseClick(find("oopRange/clearRange"));
-        verify(page.oopRangeText === "" && undo.activeFocus);
-        keyClick(Qt.Key_Space);
-        compare(page.oopRangeText, "AKs");
-        mouseClick(undo);
-        compare([page.oopRangeText, undo.visible], ["JJ+, AKs", false]);
-        verify(find("oopRange/matrix").activeFocus);
+        done();
+        enter(find("startingPot"), "40");
+        done();
+        type(find("ipRange/rangeText"), "QQ+");
+        done();
+        setBoard("AdJd8s");
+        done();
+        mouseClick(find("ipRange/clearRange"));
+        done();
+        compare(states[states.length - 1], ["AA", "", 40, "AdJd8s"]);
+        find("ipRange/rangeText").forceActiveFocus();
+        for (const before of states.slice(0, -1).reverse()) {
+            undo();
+            compare(state(), before);
+        }
+        undo();
+        states.slice(1).forEach(after => {
+            redo();
+            compare(state(), after);
+        });
+        redo();
+        // What is typed and not taken over is the field's.
+        type(find("oopSizing/flopBetSizes"), "66");
+        undo();
+        compare([find("oopSizing/flopBetSizes").text === "66", state()], [false, states[5]]);
+    }
+
+    function setBoard(text: string): void {
+        page.boardText = text;
     }
 
     function saveProfile(name: string): void {
@@ -196,7 +267,7 @@ DocumentCase {
             [{ipRangeText: "", oopTurnBetSizesText: ""}, "Setup Required", general],
             [{boardText: "AdJd"}, "Setup Required", "Choose three, four or five cards"],
             [{boardText: "AdJdAd"}, "Check Board", "The board has Ad twice"],
-            [{ipRangeText: "AhKh"}, "Setup Required", "Choose at least one hand such as AA"],
+            [{ipRangeText: "AdKh"}, "Check IP Range", "IP range: every hand holds a card of"],
             [{ipRangeText: "AA, ZZ"}, "Check IP Range", "IP range: “ZZ”: not a hand"],
             [{oopRangeText: "AA:0"}, "Check OOP Range", "OOP range: no hand has a weight above 0"],
             [{ipRiverRaiseSizesText: " "}, "Setup Required", "IP raise sizes on the river are empty"],

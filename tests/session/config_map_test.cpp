@@ -140,9 +140,12 @@ TEST(ConfigMap, NotReady) {
     const std::string range = "Not ready: select at least one hand in both ranges";
     const std::string sizing = "Not ready: fill out both OOP and IP sizing";
     const std::tuple<std::string, const char*, std::vector<const char*>> cases[] = {
-        {board, "board", {"AdJd", "AdJd8s2c3c4c"}},    {"", "board", {"AdJd8s2c", "AdAdAd"}},
-        {range, "ip_range", {" ", "A K", "%50%"}},     {"", "oop_range", {"xxt9x", " 50% "}},
-        {sizing, "ip_river_raise_sizes", {"", " \t"}}, {"", "oop_flop_bet_sizes", {"x"}}};
+        {board, "board", {"AdJd", "AdJd8s2c3c4c"}},
+        {"", "board", {"AdJd8s2c", "AdAdAd"}},
+        {range, "ip_range", {" ", "A s", "%50%"}},
+        {"", "oop_range", {"xxt9x", " 50% ", "A K", "AhKh"}},
+        {sizing, "ip_river_raise_sizes", {"", " \t"}},
+        {"", "oop_flop_bet_sizes", {"x"}}};
     for (const auto& [reason, key, texts] : cases) {
         for (const char* text : texts) {
             ConfigMap map = quick_solve_preset();

@@ -9,6 +9,7 @@ Card {
     id: panel
 
     property real inputColumnWidth: 60
+    property SetupHistory history: null
 
     // Chips.
     property real startingPot: 0
@@ -133,6 +134,7 @@ Card {
     }
     component Field: NumberField {
         theme: panel.theme
+        history: panel.history
         leftPadding: 6
         rightPadding: 6
         Layout.preferredWidth: panel.inputColumnWidth

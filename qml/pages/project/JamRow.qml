@@ -11,6 +11,7 @@ RowLayout {
     property bool active: false
     // Of the pot.
     property real percent: 0
+    property SetupHistory history: null
 
     signal switched(active: bool)
     signal committed(percent: real)
@@ -38,6 +39,7 @@ RowLayout {
     NumberField {
         objectName: "jamPercent"
         theme: row.theme
+        history: row.history
         placeholderText: qsTr("e.g. 30")
         enabled: row.active
         value: row.percent

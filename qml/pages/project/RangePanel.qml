@@ -1,7 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
-import "../../logic/range_text.mjs" as RangeText
 
 // The range of one seat, as a matrix to paint and as text.
 Card {
@@ -10,70 +11,70 @@ Card {
     required property string title
     property color markColor: theme.accent
     property real uiScale: 1
+    // Of a cell of the matrix, in pixels.
+    property real mostCellSize: Math.round(36 * uiScale)
 
     // Range grammar, or a percentage of all hands.
     property string rangeText: ""
     property string boardText: ""
+    // Whose range can be taken over, in a word.
+    property string otherSeat: ""
+    property bool hasOther: false
     // What a painted hand gets.
     property real clickWeightPct: 100
+    property SetupHistory history: null
 
     // Stands at the right of the matrix.
     property Component browser: null
 
-    // The text before each change by the matrix or the button, oldest first: a click on a hand takes
-    // the whole token away that it stands in.
-    property var _former: []
-    property bool _isChanging: false
+    // What stands around the matrix, in pixels.
+    readonly property real surroundings: heading.implicitHeight + summary.implicitHeight
+        + brush.implicitHeight + field.implicitHeight + 4 * theme.spaceSm + 2 * padding
+    readonly property alias field: field
 
-    function _paint(hand: string, weight: real): void {
-        _set(RangeText.toggleHand(rangeText, hand, weight, clickWeightPct / 100));
-    }
+    readonly property var _range: HandRanges.read(rangeText, boardText)
 
-    // Clear goes off and Undo goes away by their own doing: the keyboard goes on to what is next.
-    function _clear(): void {
-        _keep();
-        _set("");
-        undoButton.forceActiveFocus(clearButton.focusReason);
-    }
-
-    function _keep(): void {
-        _former = [..._former, rangeText];
-    }
-
-    // A stroke that has painted nothing leaves nothing to undo.
-    function _endStroke(): void {
-        if (_former[_former.length - 1] === rangeText) {
-            _former = _former.slice(0, -1);
-        }
-    }
-
-    function _undo(): void {
-        const text = _former[_former.length - 1];
-        const reason = undoButton.focusReason;
-        _former = _former.slice(0, -1);
-        _set(text);
-        if (_former.length === 0) {
-            matrix.forceActiveFocus(reason);
-        }
-    }
+    signal copyRequested
+    signal swapRequested
 
     function _set(text: string): void {
-        _isChanging = true;
         rangeText = text;
-        _isChanging = false;
+    }
+
+    function _paint(hand: string, on: bool): void {
+        _set(HandRanges.painted(rangeText, hand, on ? clickWeightPct / 100 : 0));
+    }
+
+    // One step of the history.
+    function _do(text: string): void {
+        history?.begin();
+        _set(text);
+        history?.end();
+    }
+
+    // Clear goes off by its own doing: the keyboard goes on to what is next.
+    function _clear(): void {
+        _do("");
+        matrix.forceActiveFocus(clearButton.focusReason);
+    }
+
+    function _openCombos(hand: string): void {
+        const cell = matrix.cellOf(hand);
+        const dialog = combos.get() as ComboDialog;
+        dialog.openAt(hand, matrix.mapToItem(dialog.parent, cell.right + 6, cell.y));
     }
 
     padding: theme.spaceMd
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 
-    onRangeTextChanged: if (!_isChanging) _former = []
-
     ColumnLayout {
         anchors.fill: parent
         spacing: panel.theme.spaceSm
 
         RowLayout {
+            id: heading
+
             spacing: panel.theme.spaceSm
             Layout.fillWidth: true
 
@@ -86,25 +87,36 @@ Card {
             CardHeading {
                 theme: panel.theme
                 title: panel.title
+                spacing: panel.theme.spaceXs
                 Layout.fillWidth: true
 
-                SecondaryButton {
-                    id: undoButton
-
-                    objectName: "undoChange"
-                    theme: panel.theme
-                    compact: true
-                    text: qsTr("Undo")
-                    tip: qsTr("Take the last change of the matrix back")
-                    visible: panel._former.length > 0
-                    onClicked: panel._undo()
+                Tool {
+                    objectName: "copyRange"
+                    //: On a button that takes over the range of a seat: "Copy IP"
+                    text: qsTr("Copy %1").arg(panel.otherSeat)
+                    tip: qsTr("Take over the range of %1").arg(panel.otherSeat)
+                    visible: panel.otherSeat !== ""
+                    enabled: panel.hasOther
+                    onClicked: panel.copyRequested()
                 }
-                SecondaryButton {
+                Tool {
+                    objectName: "swapRanges"
+                    text: qsTr("Swap")
+                    tip: qsTr("Exchange the ranges of the seats")
+                    visible: panel.otherSeat !== ""
+                    enabled: panel.hasOther || panel.rangeText !== ""
+                    onClicked: panel.swapRequested()
+                }
+                Tool {
+                    objectName: "invertRange"
+                    text: qsTr("Invert")
+                    tip: qsTr("Give each combo the weight that it lacks")
+                    onClicked: panel._do(HandRanges.inverted(panel.rangeText))
+                }
+                Tool {
                     id: clearButton
 
                     objectName: "clearRange"
-                    theme: panel.theme
-                    compact: true
                     text: qsTr("Clear")
                     enabled: panel.rangeText !== ""
                     onClicked: panel._clear()
@@ -116,7 +128,7 @@ Card {
             Layout.fillWidth: true
 
             ColumnLayout {
-                spacing: panel.theme.spaceMd
+                spacing: panel.theme.spaceSm
                 Layout.fillWidth: panel.browser === null
                 Layout.maximumWidth: matrix.implicitWidth
                 Layout.alignment: Qt.AlignTop | Qt.AlignHCenter
@@ -127,61 +139,51 @@ Card {
                     objectName: "matrix"
                     title: panel.title
                     theme: panel.theme
-                    weights: RangeText.parseRangeWeights(panel.rangeText)
+                    weights: panel._range.weights
+                    parts: panel._range.parts
                     editable: true
+                    brush: panel.clickWeightPct / 100
                     autoFitToWidth: true
-                    cellSize: Math.max(28, Math.round(36 * panel.uiScale))
-                    onStrokeStarted: panel._keep()
-                    onStrokeEnded: panel._endStroke()
-                    onHandPainted: (hand, desiredOn, weight) => {
-                        if (desiredOn !== (weight > 0)) {
-                            panel._paint(hand, weight);
-                        }
-                    }
+                    cellSize: Math.max(28, panel.mostCellSize)
+                    onStrokeStarted: panel.history?.begin()
+                    onStrokeEnded: panel.history?.end()
+                    onHandPainted: (hand, on) => panel._paint(hand, on)
+                    onHandWeighed: (hand, difference) =>
+                        panel._set(HandRanges.shifted(panel.rangeText, hand, difference))
+                    onHandOpened: hand => panel._openCombos(hand)
                     Layout.fillWidth: true
                     Layout.maximumWidth: implicitWidth
                 }
-                RowLayout {
-                    spacing: panel.theme.spaceSm
+                RangeSummary {
+                    id: summary
+
+                    theme: panel.theme
+                    range: panel._range
+                    hand: matrix.hoveredHand || (matrix.activeFocus ? matrix.currentHand : "")
                     Layout.preferredWidth: matrix.implicitWidth
                     Layout.maximumWidth: matrix.implicitWidth
+                }
+                BrushRow {
+                    id: brush
 
-                    AppLabel {
-                        id: weightLabel
+                    theme: panel.theme
+                    percent: panel.clickWeightPct
+                    onChosen: percent => panel.clickWeightPct = percent
+                    Layout.preferredWidth: matrix.implicitWidth
+                    Layout.maximumWidth: matrix.implicitWidth
+                }
+                RangeField {
+                    id: field
 
-                        theme: panel.theme
-                        text: qsTr("Weight")
-                        font.pixelSize: Fallback.type.labelMd
-                        Accessible.ignored: true
-                    }
-                    NumberField {
-                        objectName: "clickWeight"
-                        theme: panel.theme
-                        placeholderText: "100"
-                        value: panel.clickWeightPct
-                        from: 0
-                        to: 100
-                        decimals: 3
-                        Accessible.name: qsTr("Weight of painted hands in percent")
-                        onEdited: number => panel.clickWeightPct = number
-                        onCommitted: number => panel.clickWeightPct = number
-                        Layout.preferredWidth: 64
-                    }
-                    AppLabel {
-                        theme: panel.theme
-                        //: Stands behind a field for a percentage
-                        text: qsTr("%")
-                        muted: true
-                    }
-                    RangeField {
-                        objectName: "rangeText"
-                        theme: panel.theme
-                        rangeText: panel.rangeText
-                        boardText: panel.boardText
-                        Accessible.name: panel.title
-                        onEdited: text => panel.rangeText = text
-                        Layout.fillWidth: true
-                    }
+                    objectName: "rangeText"
+                    theme: panel.theme
+                    history: panel.history
+                    rangeText: panel.rangeText
+                    boardText: panel.boardText
+                    Accessible.name: panel.title
+                    onEdited: text => panel._set(text)
+                    Layout.preferredWidth: matrix.implicitWidth
+                    Layout.maximumWidth: matrix.implicitWidth
                 }
             }
             Loader {
@@ -193,5 +195,22 @@ Card {
                 Layout.minimumWidth: Math.max(150, Math.round(180 * panel.uiScale))
             }
         }
+    }
+    OnDemand {
+        id: combos
+
+        ComboDialog {
+            theme: panel.theme
+            rangeText: panel.rangeText
+            boardText: panel.boardText
+            brush: panel.clickWeightPct > 0 ? panel.clickWeightPct / 100 : 1
+            onChanged: text => panel._do(text)
+        }
+    }
+
+    component Tool: SecondaryButton {
+        theme: panel.theme
+        compact: true
+        horizontalPadding: panel.theme.spaceSm
     }
 }

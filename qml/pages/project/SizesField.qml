@@ -22,6 +22,7 @@ AppTextField {
     rightPadding: 6
     mono: true
     // Nothing is marked before it is finished; what is marked is so until it is mended.
+    pending: text !== value
     error: _check(value) === "" ? "" : _check(text)
     inputMethodHints: Qt.ImhNoPredictiveText
     Accessible.name: label

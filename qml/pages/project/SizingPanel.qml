@@ -29,6 +29,7 @@ Card {
     property bool jamEnabled: false
     // Percent of the pot.
     property real jamPercent: 0
+    property SetupHistory history: null
 
     signal copyRequested
 
@@ -164,6 +165,7 @@ Card {
         }
         JamRow {
             theme: panel.theme
+            history: panel.history
             active: panel.jamEnabled
             percent: panel.jamPercent
             onSwitched: active => panel.jamEnabled = active
@@ -194,6 +196,7 @@ Card {
     }
     component BetSizes: SizesField {
         theme: panel.theme
+        history: panel.history
         placeholderText: "33, 75, 125"
         tip: qsTr("Percent of the pot, such as 33, 75. Also 500c for 5 chips, 2e for all chips in "
                   + "over 2 streets, a for all-in, - for none.")
