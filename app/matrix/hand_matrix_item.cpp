@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <utility>
 
 #include "app/matrix/hand_matrix_node.h"
@@ -519,6 +520,8 @@ void HandMatrixItem::updatePicture() {
                         .selection = selectionColor_,
                         .accent = accentColor_,
                         .mark = markColor_};
+    picture_.actionMarks.clear();
+    std::ranges::transform(actionTypes_, std::back_inserter(picture_.actionMarks), actionMark);
     picture_.fillFromBottom = fillFromBottom_;
     picture_.showEmptyLabels = showLabels_;
     picture_.hovered = hovered_;

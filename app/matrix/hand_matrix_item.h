@@ -29,7 +29,8 @@ class HandMatrixItem : public QQuickItem {
     Q_PROPERTY(QVariantMap colors READ colors WRITE setColors NOTIFY contentChanged)
     /// Label to how many of the combos are in, for hands whose combos differ.
     Q_PROPERTY(QVariantMap parts READ parts WRITE setParts NOTIFY contentChanged)
-    /// Names of the actions, for the text of the matrix.
+    /// Type words of the actions, for the text of the matrix and for the marks of all-ins and
+    /// sizes.
     Q_PROPERTY(QStringList actionTypes MEMBER actionTypes_ NOTIFY contentChanged)
     Q_PROPERTY(
         QVariantList actionColors READ actionColors WRITE setActionColors NOTIFY contentChanged)

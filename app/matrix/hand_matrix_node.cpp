@@ -38,7 +38,7 @@ void setCorners(const Set& set) {
     set(true, true);
 }
 
-// One rectangle after the other, later ones over earlier ones.
+// One rectangle or stripe after the other, later ones over earlier ones.
 class RectsNode : public QSGGeometryNode {
   public:
     RectsNode() : geometry_(QSGGeometry::defaultAttributes_ColoredPoint2D(), 0) {
@@ -49,22 +49,45 @@ class RectsNode : public QSGGeometryNode {
     }
 
     void show(const std::vector<ColorRect>& rects) {
-        auto* corner = resize<QSGGeometry::ColoredPoint2D>(geometry_, rects.size());
+        stripes_.clear();
+        ends_.clear();
         for (const ColorRect& rect : rects) {
-            const QRectF& area = rect.area;
+            if (rect.hatched) {
+                addHatch(stripes_, rect.area);
+                ends_.push_back(stripes_.size());
+            }
+        }
+        const std::size_t quads = rects.size() - ends_.size() + stripes_.size();
+        auto* corner = resize<QSGGeometry::ColoredPoint2D>(geometry_, quads);
+        auto end = ends_.cbegin();
+        std::size_t stripe = 0;
+        for (const ColorRect& rect : rects) {
             const QRgb color = qPremultiply(rect.color.rgba());
             const auto part = [](int value) { return static_cast<uchar>(value); };
-            setCorners([&](bool right, bool bottom) {
-                corner++->set(static_cast<float>(right ? area.right() : area.left()),
-                              static_cast<float>(bottom ? area.bottom() : area.top()),
-                              part(qRed(color)), part(qGreen(color)), part(qBlue(color)),
-                              part(qAlpha(color)));
-            });
+            const auto add = [&](double x, double y) {
+                corner++->set(static_cast<float>(x), static_cast<float>(y), part(qRed(color)),
+                              part(qGreen(color)), part(qBlue(color)), part(qAlpha(color)));
+            };
+            if (!rect.hatched) {
+                const QRectF& area = rect.area;
+                setCorners([&](bool right, bool bottom) {
+                    add(right ? area.right() : area.left(), bottom ? area.bottom() : area.top());
+                });
+                continue;
+            }
+            for (; stripe < *end; ++stripe) {
+                for (const std::size_t i : {0U, 1U, 2U, 0U, 2U, 3U}) {
+                    add(stripes_[stripe][i].x(), stripes_[stripe][i].y());
+                }
+            }
+            ++end;
         }
         markDirty(DirtyGeometry);
     }
 
   private:
+    std::vector<Quad> stripes_;      // of all hatched areas, one after the other,
+    std::vector<std::size_t> ends_;  // and where those of each end.
     QSGGeometry geometry_;
     QSGVertexColorMaterial material_;
 };
@@ -170,8 +193,19 @@ class ImageMatrixNode : public HandMatrixNode {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.scale(sheet.scale, sheet.scale);
         painter.translate(-area.topLeft());
+        std::vector<Quad> stripes;
         for (const ColorRect& rect : picture.rects()) {
-            painter.fillRect(rect.area, rect.color);
+            if (!rect.hatched) {
+                painter.fillRect(rect.area, rect.color);
+                continue;
+            }
+            stripes.clear();
+            addHatch(stripes, rect.area);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(rect.color);
+            for (const Quad& stripe : stripes) {
+                painter.drawConvexPolygon(stripe.data(), static_cast<int>(stripe.size()));
+            }
         }
         for (const LabelPlace& label : picture.labels()) {
             painter.setOpacity(label.dimmed ? dimmedLabel : 1.0);

@@ -20,6 +20,10 @@ constexpr double raisedScale = 1.1;  // of a cell with lift 1
 constexpr float accentAlpha = 0.8F;
 constexpr float shareOpacity = 0.85F;
 constexpr float haloOpacity = 0.85F;
+constexpr float hatchOpacity = 0.4F;
+constexpr double hatchPeriod = 7.0;  // pixels, along an edge
+constexpr double hatchWidth = 2.5;   // pixels, along an edge
+constexpr double lineBetweenSizes = 1.0;
 constexpr double haloWidth = 2.0;  // half of it lies under the glyph
 
 // NaN becomes 0.
@@ -39,6 +43,11 @@ QRectF filledPart(const QRectF& cell, double weight, bool fromBottom) {
         return {cell.left(), cell.bottom() - height, cell.width(), height};
     }
     return {cell.left(), cell.top(), cell.width() * weight, cell.height()};
+}
+
+// Dark stripes on what is bright, and the other way round.
+QColor hatchColor(const QColor& ground) {
+    return withAlpha(qGray(ground.rgb()) < 96 ? Qt::white : Qt::black, hatchOpacity);
 }
 
 // A line of a width along the inner side of an area's edges.
@@ -148,6 +157,54 @@ std::vector<int> HandGrid::cellsBetween(QPointF from, QPointF to) const {
     return cells;
 }
 
+void addHatch(std::vector<Quad>& stripes, const QRectF& area) {
+    // A stripe lies between two lines of equal x + y. Each is cut off at the edges of the area, and
+    // what lies between goes round the corner if the stripe holds one.
+    const double first = area.left() + area.top();
+    const double last = area.right() + area.bottom();
+    const auto lowerEnd = [&](double sum) {
+        const double x = std::max(area.left(), sum - area.bottom());
+        return QPointF(x, sum - x);
+    };
+    const auto upperEnd = [&](double sum) {
+        const double y = std::max(area.top(), sum - area.right());
+        return QPointF(sum - y, y);
+    };
+    for (double start = std::floor(first / hatchPeriod) * hatchPeriod; start < last;
+         start += hatchPeriod) {
+        const double from = std::max(start, first);
+        const double to = std::min(start + hatchWidth, last);
+        if (from >= to) {
+            continue;
+        }
+        const auto holds = [&](QPointF corner) {
+            return from < corner.x() + corner.y() && corner.x() + corner.y() < to;
+        };
+        const QPointF begin = lowerEnd(from);
+        const QPointF end = upperEnd(from);
+        const QPointF low = lowerEnd(to);
+        const QPointF high = upperEnd(to);
+        const bool roundLow = holds(area.bottomLeft());
+        const bool roundHigh = holds(area.topRight());
+        if (roundLow || roundHigh) {
+            stripes.push_back({begin, roundLow ? area.bottomLeft() : begin, low, high});
+            stripes.push_back({begin, high, roundHigh ? area.topRight() : high, end});
+        } else {
+            stripes.push_back({begin, low, high, end});
+        }
+    }
+}
+
+ActionMark actionMark(const QString& actionType) {
+    if (actionType.startsWith(QLatin1String("bet"), Qt::CaseInsensitive) ||
+        actionType.startsWith(QLatin1String("raise"), Qt::CaseInsensitive)) {
+        return ActionMark::Sized;
+    }
+    const bool isAllIn = actionType.compare(QLatin1String("allin"), Qt::CaseInsensitive) == 0 ||
+                         actionType.compare(QLatin1String("all-in"), Qt::CaseInsensitive) == 0;
+    return isAllIn ? ActionMark::AllIn : ActionMark::None;
+}
+
 bool HandMatrixPicture::isMixed(int hand) const {
     const auto& shares = cells[static_cast<std::size_t>(hand)].shares;
     return !actionColors.empty() && shares.size() == actionColors.size();
@@ -160,8 +217,14 @@ QRectF HandMatrixPicture::drawnCell(int hand) const {
     return cell.adjusted(-grown, -grown, grown, grown);
 }
 
+ActionMark HandMatrixPicture::markOf(std::size_t action) const {
+    return action < actionMarks.size() ? actionMarks[action] : ActionMark::None;
+}
+
 void HandMatrixPicture::addShares(std::vector<ColorRect>& rects, const QRectF& mask,
-                                  const HandCell& cell) const {
+                                  int hand) const {
+    const HandCell& cell = cells[static_cast<std::size_t>(hand)];
+    ActionMark before = ActionMark::None;
     double start = 0.0;
     for (std::size_t i = 0; i < actionColors.size() && start < 1.0; ++i) {
         const double share = cell.shares[i] > 0.0 ? cell.shares[i] : 0.0;
@@ -169,9 +232,18 @@ void HandMatrixPicture::addShares(std::vector<ColorRect>& rects, const QRectF& m
         const double end = i + 1 == actionColors.size() ? 1.0 : std::min(start + share, 1.0);
         if (end > start) {
             const QColor& color = actionColors[i];
-            rects.push_back({{mask.left() + mask.width() * start, mask.top(),
-                              mask.width() * (end - start), mask.height()},
-                             withAlpha(color, color.alphaF() * shareOpacity)});
+            const QRectF area(mask.left() + mask.width() * start, mask.top(),
+                              mask.width() * (end - start), mask.height());
+            rects.push_back({area, withAlpha(color, color.alphaF() * shareOpacity)});
+            const ActionMark mark = markOf(i);
+            if (mark == ActionMark::AllIn) {
+                rects.push_back({area, hatchColor(color), true});
+            } else if (mark == ActionMark::Sized && before == mark &&
+                       area.width() > 2.0 * lineBetweenSizes) {
+                rects.push_back({{area.left(), area.top(), lineBetweenSizes, area.height()},
+                                 baseColor(palette, hand)});
+            }
+            before = mark;
         }
         start += share;
     }
@@ -185,7 +257,7 @@ void HandMatrixPicture::addCell(std::vector<ColorRect>& rects, int hand) const {
     if (weight > 0.0) {
         const QRectF mask = filledPart(area, weight, fillFromBottom);
         if (isMixed(hand)) {
-            addShares(rects, mask, cell);
+            addShares(rects, mask, hand);
         } else {
             rects.push_back(
                 {mask, cell.color.isValid() ? cell.color : withAlpha(palette.accent, accentAlpha)});

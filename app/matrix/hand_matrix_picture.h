@@ -59,7 +59,22 @@ struct HandMatrixPalette {
 struct ColorRect {
     QRectF area;
     QColor color;
+    bool hatched = false;  ///< Only the stripes of `hatch` are filled.
 };
+
+/// Corners of a convex area; neighbours may be the same point.
+using Quad = std::array<QPointF, 4>;
+
+/// Appends the stripes of a hatch, from the bottom left to the top right, within an area. Where
+/// they lie does not depend on the area, so that stripes of areas side by side meet.
+void addHatch(std::vector<Quad>& stripes, const QRectF& area);
+
+/// What tells an action from its neighbours where colours are alike: an all-in is hatched, and a
+/// line parts one size of bet or raise from the next.
+enum class ActionMark { None, Sized, AllIn };
+
+/// By the type word of an action, "bet 33%" or "allin".
+ActionMark actionMark(const QString& actionType);
 
 struct LabelPlace {
     int hand = 0;
@@ -72,8 +87,9 @@ struct HandMatrixPicture {
     HandGrid grid;
     HandMatrixPalette palette;
     std::array<HandCell, handCount> cells;
-    std::vector<QColor> actionColors;  ///< In the order of the shares.
-    bool fillFromBottom = false;       ///< Weights fill cells from the bottom, not from the left.
+    std::vector<QColor> actionColors;     ///< In the order of the shares.
+    std::vector<ActionMark> actionMarks;  ///< Likewise; none for those beyond its end.
+    bool fillFromBottom = false;  ///< Weights fill cells from the bottom, not from the left.
     bool showEmptyLabels = true;
     int hovered = -1;   ///< Cell with the thick border; -1 for none, as for the next two.
     int selected = -1;  ///< Cell framed as chosen.
@@ -92,7 +108,8 @@ struct HandMatrixPicture {
   private:
     QRectF drawnCell(int hand) const;
     void addCell(std::vector<ColorRect>& rects, int hand) const;
-    void addShares(std::vector<ColorRect>& rects, const QRectF& mask, const HandCell& cell) const;
+    ActionMark markOf(std::size_t action) const;
+    void addShares(std::vector<ColorRect>& rects, const QRectF& mask, int hand) const;
 };
 
 /// All labels drawn once: square tiles in the order of the grid, each with its text in the middle.

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tidewell
 import "../logic/action_bar.mjs" as Bar
+import "../logic/action_list.mjs" as ActionList
 
 // How often each action is taken, as segments of one bar, with a line of figures for each action below
 // if labels are shown.
@@ -21,6 +22,7 @@ Item {
 
     readonly property var _entries: Array.from({length: actions ? actions.length : 0},
                                                (_, index) => actions[index])
+    readonly property var _types: _entries.map(action => action.actionType || action.name)
     readonly property var _shares: Bar.shares(_entries)
     readonly property real _labelGap: 6
     // The actions under the pointer and under the keyboard.
@@ -29,10 +31,6 @@ Item {
 
     signal actionClicked(index: int, name: string)
     signal actionHovered(index: int, name: string, frequency: real)
-
-    function _colorOf(action: var): color {
-        return theme.actionColor(action.actionType || action.name);
-    }
 
     function _percent(index: int): int {
         return Math.round(100 * _shares[index]);
@@ -80,8 +78,10 @@ Item {
         id: canvas
 
         // All that the picture follows from, so that it is painted anew with each of them.
-        readonly property var look: [bar._shares, bar._entries, bar.theme.dark, bar.theme.surface2,
+        readonly property var look: [bar._shares, bar._entries, colors, bar.theme.surface2,
                                      bar.selectedAction, bar.activeFocus, bar._current]
+        readonly property var colors:
+            bar._types.map(type => bar.theme.actionColorAmong(type, bar._types))
 
         function isFramed(index: int): bool {
             return bar.activeFocus
@@ -109,11 +109,20 @@ Item {
             if (segment.width <= 0) {
                 return;
             }
-            roundedRect(context, segment.x, segment.width, height, segment.leftRadius,
-                        segment.rightRadius);
-            context.fillStyle = bar._colorOf(bar._entries[index]);
+            const outline = () => roundedRect(context, segment.x, segment.width, height,
+                                              segment.leftRadius, segment.rightRadius);
+            outline();
+            context.fillStyle = colors[index];
             context.fill();
+            if (ActionList.isAllIn(bar._types[index])) {
+                paintHatch(context, segment, colors[index]);
+            }
+            if (Bar.isParted(bar._shares, bar._types, index)) {
+                context.fillStyle = bar.theme.surface2;
+                context.fillRect(segment.x, 0, 1, height);
+            }
             if (isFramed(index)) {
+                outline();
                 context.lineWidth = 2;
                 context.strokeStyle = bar.theme.text;
                 context.stroke();
@@ -122,6 +131,21 @@ Item {
             if (segment.width > 35 && percent > 0) {
                 paintPercent(context, segment, qsTr("%1%").arg(percent));
             }
+        }
+
+        // Within the current path.
+        function paintHatch(context: var, segment: var, ground: color): void {
+            context.save();
+            context.clip();
+            context.beginPath();
+            for (let x = segment.x; x < segment.x + segment.width + height; x += 7) {
+                context.moveTo(x, 0);
+                context.lineTo(x - height, height);
+            }
+            context.lineWidth = 1.8;
+            context.strokeStyle = bar.theme.hatchOn(ground);
+            context.stroke();
+            context.restore();
         }
 
         // On a plate, which makes it legible on any action's colour.
@@ -197,8 +221,8 @@ Item {
                 rightPadding: 26
                 theme: bar.theme
                 action: modelData
+                types: bar._types
                 percent: bar._percent(index)
-                swatch: bar._colorOf(modelData)
             }
         }
     }

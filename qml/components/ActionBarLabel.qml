@@ -9,8 +9,9 @@ Row {
 
     required property Theme theme
     required property var action
+    // Of all actions of the bar.
+    required property var types
     required property int percent
-    required property color swatch
 
     // Such as "12.50 EV".
     function _phrase(phrase: string, figure: real, digits: int): string {
@@ -29,12 +30,14 @@ Row {
 
     spacing: 8
 
-    Rectangle {
+    ActionSwatch {
         anchors.verticalCenter: parent.verticalCenter
         width: 10
         height: 10
         radius: 2
-        color: label.swatch
+        theme: label.theme
+        actionType: label.action.actionType || label.action.name
+        actions: label.types
     }
     AppLabel {
         theme: label.theme

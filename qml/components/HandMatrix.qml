@@ -13,7 +13,7 @@ FocusScope {
 
     // Maps from labels ("AA", "AKs", "AKo") to a weight from 0 to 1, to the colour of a hand without
     // probabilities, and to a list of probabilities in the order of actionTypes, which are what
-    // Theme.actionColor takes.
+    // Theme.actionColorAmong takes.
     property var weights: ({})
     // From the labels of hands whose combos differ to how many of these are in.
     property var parts: ({})
@@ -105,7 +105,7 @@ FocusScope {
     function _actionColors(types: var): var {
         const colors = [];
         for (let i = 0; i < types.length; ++i) {
-            colors.push(theme.actionColor(types[i]));
+            colors.push(theme.actionColorAmong(types[i], types));
         }
         return colors;
     }

@@ -15,6 +15,8 @@ Item {
     property string player: ""
     property string action: ""
     property string actionType: ""
+    // The type words of its node; null for the node that is looked at.
+    property var siblingTypes: null
     // What the action takes; NaN if that is not known.
     property real chips: NaN
     // Chips; not shown unless above 0.
@@ -35,7 +37,8 @@ Item {
     readonly property string _displayActionLabel: ActionText.label(action, actionType)
     readonly property string _chipLabel:
         ActionText.shown({name: action, actionType: actionType, chips: chips})
-    readonly property color _actionColor: theme.actionColor(actionType)
+    readonly property color _actionColor: siblingTypes
+        ? theme.actionColorAmong(actionType, siblingTypes) : theme.actionColor(actionType)
     readonly property color _fill: {
         switch (nodeType) {
         case "terminal":

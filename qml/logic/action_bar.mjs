@@ -1,5 +1,7 @@
 // The bar that shows how often each action is taken: shares of its width, in pixels.
 
+import { isSized } from "./action_list.mjs";
+
 const LEAST_VISIBLE = 1;  // pixels
 
 // Of each action, 0 to 1, whatever the frequencies add up to. What is negative or no number counts 0.
@@ -42,4 +44,13 @@ export function indexAt(fractions, place) {
         }
     }
     return fractions.length - 1;
+}
+
+// Whether a segment and the one before it that is not empty are two sizes, between which a line stands.
+export function isParted(fractions, types, index) {
+    let before = index - 1;
+    while (before >= 0 && !(fractions[before] > 0)) {
+        --before;
+    }
+    return before >= 0 && isSized(types[index]) && isSized(types[before]);
 }

@@ -11,6 +11,15 @@ export function kindOf(actionType) {
     return String(actionType ?? "").trim().split(/\s+/)[0].toLowerCase();
 }
 
+export function isAllIn(actionType) {
+    return ["allin", "all-in", "all_in"].includes(kindOf(actionType));
+}
+
+// Of a bet or a raise, of whatever size.
+export function isSized(actionType) {
+    return ["bet", "raise"].includes(kindOf(actionType));
+}
+
 export function isFold(action) {
     return action.actionType === "fold" || String(action.name ?? "").toLowerCase().includes("fold");
 }

@@ -200,6 +200,10 @@ FocusScope {
         function onDarkChanged(): void {
             page.refreshHandMatrix();
         }
+
+        function onDistinctActionsChanged(): void {
+            page.refreshHandMatrix();
+        }
     }
 
     NodeReader {

@@ -29,6 +29,7 @@ Item {
     function resetToDefaults(): void {
         darkMode = true;
         applyAccentHex("");
+        theme.distinctActions = false;
         saveSettings();
     }
 
@@ -58,6 +59,7 @@ Item {
                 darkMode: page.darkMode
                 onDarkModeToggled: on => page.darkMode = on
                 onAccentChosen: accent => page.applyAccentHex(accent)
+                onDistinctActionsChosen: on => page.theme.distinctActions = on
                 Layout.fillWidth: true
             }
             LicensesCard {

@@ -10,9 +10,12 @@ Settings {
     // As in accent.mjs.
     property string accentHex: ""
     property bool darkMode: true
+    // "standard" or "distinct".
+    property string actionColors: "standard"
 
     function applyTo(theme: Theme): void {
         theme.dark = darkMode;
+        theme.distinctActions = actionColors === "distinct";
         applyAccent(theme, accentHex);
     }
 
@@ -30,9 +33,11 @@ Settings {
     function keep(dark: bool, theme: Theme): void {
         darkMode = dark;
         accentHex = theme.useAccentOverride ? String(theme.accentOverride) : "";
+        actionColors = theme.distinctActions ? "distinct" : "standard";
         // Properties are written by and by, and sync() does not know of them before.
         setValue("darkMode", darkMode);
         setValue("accentHex", accentHex);
+        setValue("actionColors", actionColors);
         sync();
     }
 

@@ -1,4 +1,6 @@
 import QtQuick
+import "../logic/color_difference.mjs" as Colors
+import "../logic/distinct_colors.mjs" as Distinct
 
 // Every colour, radius, distance and duration of the program. The shell creates one and hands it to
 // all that is drawn; components that are handed none use Fallback.theme.
@@ -8,6 +10,11 @@ QtObject {
     property bool dark: true
     property bool useAccentOverride: false
     property color accentOverride: "#3FB950"
+    // Actions in colours that differ for all eyes, spaced over those of a node, instead of a fixed colour
+    // for each size.
+    property bool distinctActions: false
+    // The type words of the node that is looked at, for the distinct colours.
+    property var actionsAtNode: []
 
     // Backgrounds, from the window outwards, and the surfaces of panels and controls on them.
     readonly property color bg0: dark ? "#080B12" : "#F4F6F9"
@@ -49,7 +56,8 @@ QtObject {
     readonly property color goldMuted: dark ? "#9E6A03" : "#92400E"
     readonly property color info: dark ? "#58A6FF" : "#2563EB"
     readonly property color infoMuted: dark ? "#1F6FEB" : "#1D4ED8"
-    readonly property color success: accent
+    // What colours say of a state does not change with the accent.
+    readonly property color success: _defaultAccent
     readonly property color warn: dark ? "#F0883E" : "#D97706"
     readonly property color danger: dark ? "#F85149" : "#DC2626"
 
@@ -57,7 +65,12 @@ QtObject {
     readonly property color suitSpades: "#1F2937"
     readonly property color suitHearts: dark ? "#F85149" : "#DC2626"
     readonly property color suitDiamonds: dark ? "#58A6FF" : "#2563EB"
-    readonly property color suitClubs: accent
+    // The accent, unless it could be taken for another suit.
+    readonly property color suitClubs: {
+        const others = [suitSpades, suitHearts, suitDiamonds];
+        const isOwn = others.every(suit => Colors.difference(accent, suit) >= _leastSuitDifference);
+        return isOwn ? accent : _defaultAccent;
+    }
     readonly property color cardFace: "#FFFEF5"
     readonly property color cardBack: dark ? "#1C4B82" : "#1E3A5F"
     readonly property color cardBorder: dark ? "#30363D" : "#D1D9E0"
@@ -95,6 +108,7 @@ QtObject {
 
     readonly property FontMetrics _system: FontMetrics {}
     readonly property real _leastContrast: 4.5  // WCAG 2, level AA
+    readonly property real _leastSuitDifference: 26  // CIEDE2000
 
     function suitColor(suit: var): color {
         switch (String(suit).toLowerCase()) {
@@ -116,8 +130,23 @@ QtObject {
     }
 
     // Takes an action's type word or name ("check", "Bet 33%"). The same size of bet or raise has
-    // the same colour wherever it is drawn.
+    // the same colour wherever it is drawn; with distinct colours, wherever the same node is.
     function actionColor(action: var): color {
+        return distinctActions ? actionColorAmong(action, actionsAtNode) : _plainActionColor(action);
+    }
+
+    // At a node with these type words, which need not be the one that is looked at.
+    function actionColorAmong(action: var, actions: var): color {
+        const found = distinctActions ? Distinct.distinctColor(action, actions, dark) : null;
+        return found ? Qt.rgba(found.r, found.g, found.b, 1) : _plainActionColor(action);
+    }
+
+    // For the stripes of an all-in.
+    function hatchOn(ground: color): color {
+        return Qt.alpha(inkOn(ground), 0.4);
+    }
+
+    function _plainActionColor(action: var): color {
         if (action === null || action === undefined) {
             return textMuted;
         }

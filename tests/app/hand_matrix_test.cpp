@@ -107,6 +107,40 @@ TEST(HandMatrixPicture, FillsACell) {
     }
 }
 
+// A line parts two sizes, and nothing else; an all-in is hatched.
+TEST(HandMatrixPicture, MarksActions) {
+    HandMatrixPicture picture = emptyPicture();
+    for (const char* type : {"check", "bet 33%", "bet 75%", "allin"}) {
+        picture.actionColors.emplace_back("red");
+        picture.actionMarks.push_back(actionMark(type));
+    }
+    picture.cells[0] = {.weight = 1.0, .color = {}, .shares = {0.25, 0.25, 0.25, 0.25}};
+    const std::vector<std::string> expected = {"0 0 10 40 #d9ff0000",  "10 0 10 40 #d9ff0000",
+                                               "20 0 10 40 #d9ff0000", "20 0 1 40 #ff101010",
+                                               "30 0 10 40 #d9ff0000", "30 0 10 40 #66ffffff"};
+    EXPECT_EQ(fills(picture, 0), expected);
+    const auto rects = picture.rects();
+    EXPECT_EQ(std::ranges::count(rects, true, &ColorRect::hatched), 1);
+}
+
+// Stripes keep to their area, cover the same part of it wherever it lies, and do not overlap.
+TEST(HandMatrixPicture, HatchesWithinAnArea) {
+    for (const QRectF area :
+         {QRectF(0, 0, 700, 700), QRectF(3, -5, 1400, 7), QRectF(9, 9, 1, 700)}) {
+        std::vector<Quad> stripes;
+        addHatch(stripes, area);
+        double covered = 0.0;
+        for (const Quad& stripe : stripes) {
+            for (std::size_t i = 0; i < stripe.size(); ++i) {
+                const QPointF next = stripe[(i + 1) % stripe.size()];
+                covered += (stripe[i].y() * next.x() - stripe[i].x() * next.y()) / 2.0;
+                EXPECT_TRUE(area.adjusted(-1e-9, -1e-9, 1e-9, 1e-9).contains(next));
+            }
+        }
+        EXPECT_NEAR(covered / (area.width() * area.height()), 2.5 / 7.0, 0.005);
+    }
+}
+
 TEST(HandMatrixPicture, RaisesAndFramesCells) {
     HandMatrixPicture picture = emptyPicture();
     picture.hovered = 0;

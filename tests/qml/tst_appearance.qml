@@ -1,6 +1,10 @@
 import QtQuick
 import Tidewell
 
+import "../../qml/logic/color_difference.mjs" as Colors
+import "../../qml/logic/distinct_colors.mjs" as Distinct
+import "color_vision.mjs" as Vision
+
 // The theme, the page on which a person chooses it, and the window.
 DocumentCase {
     id: test
@@ -25,7 +29,7 @@ DocumentCase {
 
     function stored(): var {
         const store = make(nextStart);
-        return [store.darkMode, store.accentHex];
+        return [store.darkMode, store.accentHex, store.actionColors];
     }
 
     function verifyColor(actual: color, expected: color, what: string): void {
@@ -35,15 +39,17 @@ DocumentCase {
     function test_accentAndWhatFollowsIt(): void {
         for (const [dark, wish, accent, muted] of [
             [true, "", "#3FB950", 1.6], [false, "#F85149", "#F85149", 1.35],
-            [false, "", "#16A34A", 1.35], [true, " #58a6ff ", "#58A6FF", 1.6],
+            [false, "", "#16A34A", 1.35],
+            [true, " #58a6ff ", "#58A6FF", 1.6],
             // What is no colour changes nothing.
             [true, "blue", "#58A6FF", 1.6], [true, "#12345", "#58A6FF", 1.6],
             [true, "#3FB", "#58A6FF", 1.6], [true, "#8058A6FF", "#8058A6FF", 1.6]]) {
             theme.dark = dark;
             page.applyAccentHex(wish);
-            for (const follower of ["accent", "success", "suitClubs"]) {
-                verifyColor(theme[follower], accent, follower);
-            }
+            verifyColor(theme.accent, accent, "accent");
+            // Red and blue are the colours of other suits.
+            verifyColor(theme.suitClubs, wish === "" ? accent : dark ? "#3FB950" : "#16A34A", "clubs");
+            verifyColor(theme.success, dark ? "#3FB950" : "#16A34A", "what has gone well");
             verifyColor(theme.accentHover, Qt.lighter(accent, 1.12), "hover");
             verifyColor(theme.accentMuted, Qt.darker(accent, muted), "muted");
             verifyColor(theme.actionColor("check"), dark ? "#3FB950" : "#16A34A", "stays green");
@@ -65,12 +71,13 @@ DocumentCase {
         gold.forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Return);
         mouseClick(toggle);
-        compare([theme.dark, gold.isCurrent, stored()], [false, true, [true, ""]]);
+        compare([theme.dark, gold.isCurrent, stored()], [false, true, [true, "", "standard"]]);
+        mouseClick(find("Distinct"));
         mouseClick(find("Save Settings"));
-        compare(stored(), [false, "#f0b429"]);
+        compare(stored(), [false, "#f0b429", "distinct"]);
         mouseClick(find("Reset to Defaults"));
-        compare([theme.dark, theme.useAccentOverride, toggle.checked, stored()],
-                [true, false, true, [true, ""]]);
+        compare([theme.dark, theme.useAccentOverride, theme.distinctActions, toggle.checked, stored()],
+                [true, false, false, true, [true, "", "standard"]]);
     }
 
     function test_colorsByName(): void {
@@ -100,6 +107,47 @@ DocumentCase {
             fuzzyCompare(color.hslSaturation, saturation, 0.006, action);
             fuzzyCompare(color.hslLightness, lightness, 0.003, action);
         }
+    }
+
+    // The pairs are of the test data of Sharma, Wu and Dalal.
+    function test_colorDifference(): void {
+        for (const [one, other, expected] of [
+            [[50, 2.6772, -79.7751], [50, 0, -82.7485], 2.0425], [[50, -1, 2], [50, 0, 0], 2.3669],
+            [[50, 2.49, -0.001], [50, -2.49, 0.0011], 7.2195], [[50, 2.5, 0], [73, 25, -18], 27.1492],
+            [[2.0776, 0.0795, -1.135], [0.9033, -0.0636, -0.5514], 0.9082]]) {
+            const [first, second] = [one, other].map(([l, a, b]) => ({l: l, a: a, b: b}));
+            fuzzyCompare(Colors.labDifference(first, second), expected, 1e-4);
+        }
+    }
+
+    // Any two actions of a node differ by 15 at least, to any eye.
+    function test_distinctActions(): void {
+        const sizes = (kind, count) =>
+            Array.from({length: count}, (_, i) => `${kind} ${[25, 33, 50, 130, 300][i]}%`);
+        const nodes = [];
+        for (let bets = 0; bets <= Distinct.MOST_BETS; ++bets) {
+            nodes.push(["check", ...sizes("bet", bets), "allin"]);
+        }
+        for (let raises = 0; raises <= Distinct.MOST_RAISES; ++raises) {
+            nodes.push(["fold", "call", ...sizes("raise", raises), "allin"]);
+        }
+        theme.distinctActions = true;
+        for (const dark of [true, false]) {
+            theme.dark = dark;
+            for (const node of nodes) {
+                theme.actionsAtNode = node;
+                let least = Infinity;
+                for (const eye of Vision.eyes) {
+                    const seen = node.map(type => Vision.seenBy(eye, theme.actionColor(type)));
+                    seen.forEach((one, i) => seen.slice(i + 1).forEach(other => {
+                        least = Math.min(least, Colors.difference(one, other));
+                    }));
+                }
+                verify(least >= 15, `${node}: ${least}, dark ${dark}`);
+            }
+        }
+        theme.distinctActions = false;
+        theme.actionsAtNode = [];
     }
 
     function test_legible(): void {

@@ -148,7 +148,7 @@ DocumentCase {
             const fold = stats.find(entry => entry.actionType === "fold");
             compare(every(ActionBar)[0].actions.map(entry => entry.ev),
                     stats.map(entry => entry.ev - (fold ? fold.ev : 0)));
-            const shown = {"Bet 50%": "Bet 50% · 5", Call: "Call · 5"};
+            const shown = {"Bet 50%": "Bet 50% · 5", Call: "Call · 5", "Raise 113%": "Raise to 17"};
             compare(texts(every(StrategyLegend)[0]),
                     stats.filter(entry => entry.frequency > 0.05)
                         .map(entry => shown[entry.name] ?? entry.name));

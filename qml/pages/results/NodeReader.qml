@@ -12,15 +12,12 @@ QtObject {
     property var locksByNode: ({})
 
     property var _answers: ({})
-    // By node index the decision that leads there, of those whose actions were asked for.
-    property var _parents: ({})
     // The last strategy that was asked for; the controller keeps the others.
     property var _strategy: null
 
     // The result is another one.
     function forget(): void {
         _answers = {};
-        _parents = {};
         _strategy = null;
     }
 
@@ -85,7 +82,7 @@ QtObject {
         }
         const evenAt = _evenAt(node);
         return list.map(action => {
-            _parents[action.childIndex] = node;
+            _answers["parent" + action.childIndex] = node;
             const chips = ActionLabel.chipsOf(action.actionType, here, meta(action.childIndex), evenAt);
             return Object.assign({}, action, {chips: chips});
         });
@@ -96,7 +93,7 @@ QtObject {
     function _evenAt(node: int): var {
         let at = node;
         while (at !== undefined && !ActionLabel.isEven(meta(at))) {
-            at = _parents[at];
+            at = _answers["parent" + at];
         }
         return at === undefined ? {} : meta(at);
     }

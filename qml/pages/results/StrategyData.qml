@@ -28,6 +28,7 @@ QtObject {
         const answer = nodes.handStrategy(node, bucket);
         const typeList = answer.actionTypeList ?? [];
         const definitions = nodes.knownActions(node);
+        theme.actionsAtNode = definitions.map(definition => definition.actionType);
         const stored = answer.actionProbs ?? {};
         const count = HandStrategy.actionCount(definitions, stored, typeList);
         const probs = HandStrategy.withLocks(stored, locks, count);

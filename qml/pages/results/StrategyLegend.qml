@@ -35,12 +35,10 @@ Flow {
             // Further from the next entry than lines are from each other.
             rightPadding: 10
 
-            Rectangle {
+            ActionSwatch {
                 anchors.verticalCenter: parent.verticalCenter
-                width: 12
-                height: 12
-                radius: 3
-                color: legend.theme.actionColor(entry.modelData.actionType)
+                theme: legend.theme
+                actionType: entry.modelData.actionType
             }
             AppLabel {
                 theme: legend.theme

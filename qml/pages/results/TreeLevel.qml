@@ -34,7 +34,7 @@ Column {
         }
         const shown = selectedActionIndex >= 0 ? [selectedActionIndex] : Array.from(actions.keys());
         return shown.filter(index => index < actions.length)
-                    .map(index => _boxContent(index, meta, actions[index]));
+                    .map(index => _boxContent(index, meta, actions));
     }
 
     signal pressed(action: int)
@@ -44,7 +44,8 @@ Column {
         return _isDeal ? dealBoxes.itemAt(0) : boxes.itemAt(_decided ? 0 : action);
     }
 
-    function _boxContent(index: int, meta: var, action: var): var {
+    function _boxContent(index: int, meta: var, actions: var): var {
+        const action = actions[index];
         const child = nodes.meta(action.childIndex);
         return {
             index: index,
@@ -52,6 +53,7 @@ Column {
             player: meta.player,
             name: action.name,
             actionType: action.actionType,
+            siblingTypes: actions.map(sibling => sibling.actionType),
             chips: action.chips ?? NaN,
             frequency: action.frequency ?? -1,  // not known
             pot: child.pot ?? meta.pot,
@@ -111,6 +113,7 @@ Column {
             player: modelData.player
             action: modelData.name
             actionType: modelData.actionType
+            siblingTypes: modelData.siblingTypes
             chips: modelData.chips
             frequency: modelData.frequency
             pot: modelData.pot

@@ -9,9 +9,14 @@ Card {
 
     property bool darkMode: true
 
+    // What a node may have to choose from.
+    readonly property var _exampleTypes:
+        ["fold", "check", "call", "bet 33%", "bet 75%", "bet 120%", "allin"]
+
     signal darkModeToggled(bool on)
     // "" for the theme's own accent.
     signal accentChosen(string accent)
+    signal distinctActionsChosen(bool on)
 
     ColumnLayout {
         anchors.fill: parent
@@ -72,6 +77,67 @@ Card {
                 compact: true
                 enabled: card.theme.useAccentOverride
                 onClicked: card.accentChosen("")
+            }
+        }
+        Rectangle {
+            implicitHeight: 1
+            color: card.theme.stroke
+            Layout.fillWidth: true
+        }
+        SettingRow {
+            theme: card.theme
+            title: qsTr("Action Colors")
+            line: qsTr("Standard: the same color for the same size everywhere. Distinct: colors that are "
+                       + "told apart with any color vision, spread over the sizes at a node.")
+            Layout.fillWidth: true
+
+            Repeater {
+                model: [
+                    //: How actions are coloured
+                    {name: qsTr("Standard"), distinct: false},
+                    //: How actions are coloured
+                    {name: qsTr("Distinct"), distinct: true}
+                ]
+
+                SecondaryButton {
+                    required property var modelData
+
+                    objectName: "actionColors" + modelData.name
+                    theme: card.theme
+                    text: modelData.name
+                    compact: true
+                    checked: card.theme.distinctActions === modelData.distinct
+                    Accessible.role: Accessible.RadioButton
+                    onClicked: card.distinctActionsChosen(modelData.distinct)
+                }
+            }
+        }
+        Flow {
+            spacing: card.theme.spaceLg
+            Layout.fillWidth: true
+
+            Repeater {
+                model: card._exampleTypes
+
+                Row {
+                    id: example
+
+                    required property string modelData
+
+                    spacing: 6
+
+                    ActionSwatch {
+                        anchors.verticalCenter: parent.verticalCenter
+                        theme: card.theme
+                        actionType: example.modelData
+                        actions: card._exampleTypes
+                    }
+                    AppLabel {
+                        theme: card.theme
+                        text: ActionText.label("", example.modelData)
+                        font.pixelSize: Fallback.type.labelMd
+                    }
+                }
             }
         }
     }
