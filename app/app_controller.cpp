@@ -36,6 +36,7 @@ AppController::AppController(QObject* parent)
             &AppController::solveRequiredMemoryChanged);
     connect(&distributions_, &tidewell::DistributionJobs::ready, this,
             &AppController::handDistributions169Ready);
+    connect(&handLists_, &tidewell::HandListJobs::ready, this, &AppController::nodeHandCombosReady);
     setStatusText(tr("Ready"));
 }
 
@@ -355,5 +356,6 @@ bool AppController::take(RunEvent event) {
 void AppController::dropResult() {
     releaser_.release(std::pair(std::exchange(results_, {}), answers_.records()));
     answers_.clear();
+    handLists_.clear();
     distributions_.clear();
 }

@@ -14,6 +14,7 @@
 #include "app/files/text_files.h"
 #include "app/memory_budget.h"
 #include "app/results/distribution_jobs.h"
+#include "app/results/hand_list_jobs.h"
 #include "app/results/node_answers.h"
 #include "app/results/node_lock_store.h"
 #include "app/results/solve_results.h"
@@ -199,6 +200,11 @@ class AppController : public QObject {
     Q_INVOKABLE QVariantList nodeHandCombos(int nodeIndex) {
         return answer([&] { return answers_.handCombos(nodeIndex); });
     }
+    /// Whether nodeHandCombos answers at once; where not, nodeHandCombosReady follows. See
+    /// HandListJobs.
+    Q_INVOKABLE bool prepareNodeHandCombos(int nodeIndex) {
+        return !answer([&] { return !handLists_.request(nodeIndex); });
+    }
     Q_INVOKABLE QVariantList nodeSeatHandCombos(int nodeIndex, const QString& player) {
         return answer([&] { return answers_.seatHandCombos(nodeIndex, player); });
     }
@@ -215,6 +221,7 @@ class AppController : public QObject {
     void statusTextChanged();
     void resultsChanged();
     void handDistributions169Ready(int nodeIndex);
+    void nodeHandCombosReady(int nodeIndex);
     void solveStatsChanged();
     void playVsSolutionStatsChanged();
     void systemMemoryChanged();
@@ -274,6 +281,7 @@ class AppController : public QObject {
     kestrel_app::SolveSession session_;
     tidewell::SolveResults results_;
     tidewell::NodeAnswers answers_{session_};
+    tidewell::HandListJobs handLists_{session_, answers_};
     tidewell::DistributionJobs distributions_{session_};
     tidewell::NodeLockStore locks_;
     tidewell::MemoryBudget memory_;

@@ -134,6 +134,17 @@ QVariantList NodeAnswers::handCombos(int node) {
     return listOf(combos);
 }
 
+bool NodeAnswers::knowsHandCombos(int node) const {
+    const auto record = records_.find(node);
+    return record != records_.end() && record->second.combos;
+}
+
+void NodeAnswers::keepHandCombos(int node, std::vector<HandCombo> combos) {
+    records_[node].combos =
+        std::make_shared<const std::vector<HandCombo>>(kestrel_app::in_chips(std::move(combos)));
+    used(node);
+}
+
 QVariantList NodeAnswers::seatHandCombos(int node, const QString& player) {
     if (node < 0) {
         return {};

@@ -9,6 +9,7 @@
 #include <optional>
 #include <set>
 #include <string_view>
+#include <vector>
 
 #include "session/node_record.h"
 #include "session/recent_nodes.h"
@@ -45,6 +46,12 @@ class NodeAnswers {
     /// Per hand of the acting seat `c1`, `c2`, `weight`, `ev`, `actionEvs`, `buckets`,
     /// `actionProbs`; by falling `ev`.
     QVariantList handCombos(int node);
+
+    /// Whether `handCombos` has nothing left to ask.
+    bool knowsHandCombos(int node) const;
+
+    /// Takes over what was worked out for `handCombos`. Money in hundredths of a chip.
+    void keepHandCombos(int node, std::vector<kestrel_app::HandCombo> combos);
 
     /// Per hand `c1`, `c2`, `weight`. `player`: "IP" in any case, anything else is OOP.
     QVariantList seatHandCombos(int node, const QString& player);

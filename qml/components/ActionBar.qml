@@ -24,6 +24,7 @@ Item {
                                                (_, index) => actions[index])
     readonly property var _types: _entries.map(action => action.actionType || action.name)
     readonly property var _shares: Bar.shares(_entries)
+    readonly property var _colors: _types.map(type => theme.actionColorAmong(type, _types))
     readonly property real _labelGap: 6
     // The actions under the pointer and under the keyboard.
     readonly property int _pointed: hover.hovered ? _indexAt(hover.point.position.x) : -1
@@ -31,6 +32,27 @@ Item {
 
     signal actionClicked(index: int, name: string)
     signal actionHovered(index: int, name: string, frequency: real)
+
+    function _isFramed(index: int): bool {
+        return activeFocus ? index === _current
+                           : selectedAction !== "" && _entries[index].name === selectedAction;
+    }
+
+    // As the picture takes them. A text needs some width even before it is measured.
+    function _segments(width: real, height: real): var {
+        return Bar.segments(_shares, width, height, theme.radiusSm).map((segment, index) => {
+            const percent = _percent(index);
+            const isTold = segment.width > 35 && percent > 0;
+            const isHatched = ActionList.isAllIn(_types[index]);
+            return Object.assign(segment, {
+                color: _colors[index],
+                hatch: isHatched ? theme.hatchOn(_colors[index]) : "transparent",
+                parted: Bar.isParted(_shares, _types, index),
+                framed: _isFramed(index),
+                text: isTold ? qsTr("%1%").arg(percent) : ""
+            });
+        });
+    }
 
     function _percent(index: int): int {
         return Math.round(100 * _shares[index]);
@@ -74,117 +96,16 @@ Item {
         }
     }
 
-    Canvas {
-        id: canvas
-
-        // All that the picture follows from, so that it is painted anew with each of them.
-        readonly property var look: [bar._shares, bar._entries, colors, bar.theme.surface2,
-                                     bar.selectedAction, bar.activeFocus, bar._current]
-        readonly property var colors:
-            bar._types.map(type => bar.theme.actionColorAmong(type, bar._types))
-
-        function isFramed(index: int): bool {
-            return bar.activeFocus
-                ? index === bar._current
-                : bar.selectedAction !== "" && bar._entries[index].name === bar.selectedAction;
-        }
-
-        // From the top edge on; `left` and `right` are the radii at the ends.
-        function roundedRect(context: var, x: real, width: real, height: real, left: real,
-                             right: real): void {
-            context.beginPath();
-            context.moveTo(x + left, 0);
-            context.lineTo(x + width - right, 0);
-            context.arcTo(x + width, 0, x + width, right, right);
-            context.lineTo(x + width, height - right);
-            context.arcTo(x + width, height, x + width - right, height, right);
-            context.lineTo(x + left, height);
-            context.arcTo(x, height, x, height - left, left);
-            context.lineTo(x, left);
-            context.arcTo(x, 0, x + left, 0, left);
-            context.closePath();
-        }
-
-        function paintSegment(context: var, segment: var, index: int): void {
-            if (segment.width <= 0) {
-                return;
-            }
-            const outline = () => roundedRect(context, segment.x, segment.width, height,
-                                              segment.leftRadius, segment.rightRadius);
-            outline();
-            context.fillStyle = colors[index];
-            context.fill();
-            if (ActionList.isAllIn(bar._types[index])) {
-                paintHatch(context, segment, colors[index]);
-            }
-            if (Bar.isParted(bar._shares, bar._types, index)) {
-                context.fillStyle = bar.theme.surface2;
-                context.fillRect(segment.x, 0, 1, height);
-            }
-            if (isFramed(index)) {
-                outline();
-                context.lineWidth = 2;
-                context.strokeStyle = bar.theme.text;
-                context.stroke();
-            }
-            const percent = bar._percent(index);
-            if (segment.width > 35 && percent > 0) {
-                paintPercent(context, segment, qsTr("%1%").arg(percent));
-            }
-        }
-
-        // Within the current path.
-        function paintHatch(context: var, segment: var, ground: color): void {
-            context.save();
-            context.clip();
-            context.beginPath();
-            for (let x = segment.x; x < segment.x + segment.width + height; x += 7) {
-                context.moveTo(x, 0);
-                context.lineTo(x - height, height);
-            }
-            context.lineWidth = 1.8;
-            context.strokeStyle = bar.theme.hatchOn(ground);
-            context.stroke();
-            context.restore();
-        }
-
-        // On a plate, which makes it legible on any action's colour.
-        function paintPercent(context: var, segment: var, text: string): void {
-            context.font = "bold 10px sans-serif";
-            const width = Math.ceil(context.measureText(text).width) + 8;
-            const plate = Math.min(height, 16);
-            if (width > segment.width) {
-                return;
-            }
-            const middle = segment.x + segment.width / 2;
-            context.save();
-            context.translate(0, (height - plate) / 2);
-            roundedRect(context, middle - width / 2, width, plate, 4, 4);
-            context.restore();
-            context.fillStyle = bar.theme.plate;
-            context.fill();
-            context.fillStyle = bar.theme.plateText;
-            context.textAlign = "center";
-            context.textBaseline = "middle";
-            context.fillText(text, middle, height / 2);
-        }
-
+    ActionBarItem {
         width: parent.width
         height: bar.showLabels
             ? Math.max(0, bar.height - bar._labelGap - Math.ceil(labels.implicitHeight)) : bar.height
-        onLookChanged: requestPaint()
-        onWidthChanged: requestPaint()
-        onHeightChanged: requestPaint()
-        onPaint: {
-            const context = getContext("2d");
-            context.reset();
-            const end = Math.min(bar.theme.radiusSm, width / 2, height / 2);
-            roundedRect(context, 0, width, height, end, end);
-            context.fillStyle = bar.theme.surface2;
-            context.fill();
-            Bar.segments(bar._shares, width, height, bar.theme.radiusSm)
-                .forEach((segment, index) => paintSegment(context, segment, index));
-        }
+        segments: bar._segments(width, height)
+        radius: bar.theme.radiusSm
+        ground: bar.theme.surface2
+        frame: bar.theme.text
+        plate: bar.theme.plate
+        textColor: bar.theme.plateText
 
         FocusRing {
             theme: bar.theme

@@ -32,6 +32,8 @@ FocusScope {
     property bool showLabels: true
     // Framed as chosen; empty for none.
     property string selectedHand: ""
+    // Marked as what is looked at elsewhere; empty for none.
+    property string litHand: ""
 
     property real cellSize: 32
     property real cellSpacing: 2
@@ -161,5 +163,18 @@ FocusScope {
         onHandOpened: hand => matrix.handOpened(hand)
         onHandDragged: (hand, weight) => matrix.handDragged(hand, weight)
         onHandHovered: (hand, weight) => matrix.handHovered(hand, weight)
+    }
+    Rectangle {
+        readonly property rect cell: matrix.cellOf(matrix.litHand)
+
+        x: cell.x - 2
+        y: cell.y - 2
+        width: cell.width + 4
+        height: cell.height + 4
+        radius: 3
+        color: "transparent"
+        border.width: 2
+        border.color: matrix.theme.text
+        visible: matrix.litHand !== ""
     }
 }

@@ -35,6 +35,13 @@ export function withEvsAgainstFold(actions) {
         ? Object.assign({}, action, {ev: action.ev - fold.ev}) : action);
 }
 
+// The actions of a list of probabilities in their order, as far as both go.
+export function withFrequencies(actions, probs) {
+    const count = Math.min(actions.length, probs ? probs.length : 0);
+    return actions.slice(0, count).map((action, i) =>
+        ({name: action.name, actionType: action.actionType, frequency: probs[i]}));
+}
+
 // NaN for what is not known; a project tells it as null.
 export function known(figure) {
     return typeof figure === "number" ? figure : NaN;

@@ -7,7 +7,7 @@ import "../logic/action_list.mjs" as ActionList
 
 // Walks the tree of a finished solve: at the left the way down, at the right what is played at the
 // current node.
-FocusScope {
+HandTools {
     id: page
 
     property Theme theme: Fallback.theme
@@ -44,11 +44,6 @@ FocusScope {
     property alias handActionTypeList: strategyData.actionTypes
     property alias handActionProbs: strategyData.actionProbs
 
-    // Narrow the hands down, nothing if empty: a hand label, a class of hands, a search text.
-    property string selectedHandClass: ""
-    property string selectedBucket: ""
-    property string handSearchText: ""
-
     // Locks that were set here: by node index a map of hand label to `{actionProbs}`.
     property var nodeLocksByNode: ({})
     // This page has just asked for a solve with its locks.
@@ -56,7 +51,9 @@ FocusScope {
 
     // Hands are being played instead of looked at.
     property bool playMode: false
-    property string playBoardText: ""
+
+    nodes: reader
+    walk: treeWalk
 
     readonly property real uiScale: Math.max(0.75, Math.min(1, width / 1540))
     // Of the current node, arrays in the node's order. A hidden page asks nothing: it would hold up the
@@ -95,11 +92,6 @@ FocusScope {
             strategyData.refresh(currentNodeIndex, selectedBucket,
                                  nodeLocksByNode[currentNodeIndex] ?? {});
         }
-    }
-
-    // The same hand again ends the filter.
-    function toggleHandFilter(handClass: string): void {
-        selectedHandClass = handClass === selectedHandClass ? "" : handClass;
     }
 
     function _boardFromTreeSelections(): string {
@@ -141,6 +133,7 @@ FocusScope {
         chanceChoice.close();
         resetTreeToRoot();
         refreshHandMatrix();
+        _scheduleHandCombosLoad();
     }
 
     Keys.onPressed: event => {
@@ -157,10 +150,9 @@ FocusScope {
     }
 
     onCurrentNodeIndexChanged: {
-        selectedHandClass = "";
-        selectedBucket = "";
-        handSearchText = "";
+        page.handList.clearFilters();
         refreshHandMatrix();
+        _scheduleHandCombosLoad();
     }
     onSelectedBucketChanged: refreshHandMatrix()
     onVisibleChanged: {
@@ -266,6 +258,9 @@ FocusScope {
             rakePercent: page.rakePercent
             rakeCap: page.rakeCap
             uiScale: page.uiScale
+            hands: page.handList
+            buckets: page.currentHandBuckets
+            actionsFor: page._handActionsForProbs
             selectedHand: page.selectedHandClass
             playMode: page.playMode
             playBoardText: page.playBoardText
@@ -273,6 +268,8 @@ FocusScope {
             T.SplitView.minimumWidth: Math.max(360, Math.round(500 * page.uiScale))
             T.SplitView.fillWidth: true
             onHandClicked: hand => page.toggleHandFilter(hand)
+            onBucketClicked: name => page.toggleBucketFilter(name)
+            onWhyRequested: (c1, c2, action) => page.whyRequested(c1, c2, action)
         }
     }
 

@@ -19,7 +19,7 @@ DocumentCase {
         bar.actions = mixed;
     }
 
-    // Waits until the canvas has painted: its picture comes a frame after what it follows from.
+    // Waits until the bar has painted: its picture comes a frame after what it follows from.
     function verifyColorAt(x: real, expected: color): void {
         const isNear = difference => Math.abs(difference) < 0.01;
         tryVerify(() => {

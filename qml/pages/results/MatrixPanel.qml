@@ -14,11 +14,16 @@ ColumnLayout {
     required property int nodeIndex
     // Of the node, for the legend.
     required property var actions
+    required property HandList hands
+    // Of the node, as the controller tells them.
+    required property var buckets
     property string selectedHand: ""
+    // Marked as what is looked at elsewhere, empty for none.
+    property string litHand: ""
 
     readonly property alias matrix: matrix
     readonly property alias legend: legend
-    readonly property real titleHeight: title.implicitHeight
+    readonly property real titleHeight: title.Layout.preferredHeight
     readonly property var _meta: nodes.meta(nodeIndex)
     readonly property bool _empty: Object.keys(strategy.weights).length === 0
 
@@ -36,11 +41,24 @@ ColumnLayout {
 
     spacing: theme.spaceSm
 
-    PanelTitle {
+    RowLayout {
         id: title
 
-        theme: panel.theme
-        text: qsTr("Strategy by Hand")
+        spacing: panel.theme.spaceSm
+        Layout.preferredHeight: 24
+
+        PanelTitle {
+            theme: panel.theme
+            text: qsTr("Strategy by Hand")
+            Layout.fillWidth: true
+            Layout.minimumWidth: 0
+        }
+        FilterChips {
+            theme: panel.theme
+            hands: panel.hands
+            buckets: panel.buckets
+            Layout.maximumWidth: 0.75 * panel.width
+        }
     }
     HandMatrix {
         id: matrix
@@ -57,6 +75,7 @@ ColumnLayout {
         showLabels: true
         selectable: true
         selectedHand: panel.selectedHand
+        litHand: panel.litHand
         onHandClicked: hand => panel.handClicked(hand)
         Layout.fillWidth: true
 

@@ -65,6 +65,17 @@ QtObject {
         return _strategy.answer;
     }
 
+    // Maps of `name`, `displayName`, `combos`, `actionProbs`: the classes of hands of the node's range.
+    function handBuckets(node: int): var {
+        return nodeCount() > 0 ? controller.nodeHandBuckets(node) : [];
+    }
+
+    // Maps of `c1`, `c2`, `weight`, `ev`, `actionEvs`, `actionProbs`, `buckets`, by falling EV. Dear to the
+    // controller near the root of a large tree, unless it has prepared the list.
+    function handCombos(node: int): var {
+        return nodeCount() > 0 ? controller.nodeHandCombos(node) : [];
+    }
+
     // Locks of the solve, as in a project, count too.
     function hasLocks(node: int): bool {
         const here = locksByNode[node];

@@ -15,6 +15,10 @@ Card {
     required property real rakePercent
     required property real rakeCap
     required property real uiScale
+    required property HandList hands
+    required property var buckets
+    // Gives the entries of an ActionBar for a list of probabilities.
+    required property var actionsFor
     required property string selectedHand
     // Hands are being played: the head alone is left.
     required property bool playMode
@@ -26,6 +30,8 @@ Card {
     property alias nodeTools: view.nodeTools
 
     signal handClicked(hand: string)
+    signal bucketClicked(name: string)
+    signal whyRequested(c1: string, c2: string, actionIndex: int)
 
     function copyMatrix(): void {
         view.copyMatrix();
@@ -61,9 +67,14 @@ Card {
             rakePercent: panel.rakePercent
             rakeCap: panel.rakeCap
             uiScale: panel.uiScale
+            hands: panel.hands
+            buckets: panel.buckets
+            actionsFor: panel.actionsFor
             selectedHand: panel.selectedHand
             visible: !panel.playMode
             onHandClicked: hand => panel.handClicked(hand)
+            onBucketClicked: name => panel.bucketClicked(name)
+            onWhyRequested: (c1, c2, action) => panel.whyRequested(c1, c2, action)
             Layout.fillWidth: true
             Layout.fillHeight: true
         }

@@ -20,13 +20,16 @@ AppScrollView {
     required property real rakePercent
     required property real rakeCap
     required property real uiScale
+    required property HandList hands
+    // Of the node, as the controller tells them.
+    required property var buckets
+    // Gives the entries of an ActionBar for a list of probabilities.
+    required property var actionsFor
     property string selectedHand: ""
 
     // At the right of the money, and below it.
     property alias nodeButtons: nodeButtons.data
     property alias nodeTools: nodeTools.data
-    // At the right of the matrix.
-    property alias lists: lists.data
 
     readonly property var _meta: nodes.meta(nodeIndex)
     readonly property var _sizes: StrategyLayout.shareOut({
@@ -49,6 +52,8 @@ AppScrollView {
     readonly property real _contentWidth: availableWidth - theme.spaceMd
 
     signal handClicked(hand: string)
+    signal bucketClicked(name: string)
+    signal whyRequested(c1: string, c2: string, actionIndex: int)
 
     function copyMatrix(): void {
         matrixPanel.matrix.copy();
@@ -128,6 +133,9 @@ AppScrollView {
                 nodeIndex: view.nodeIndex
                 actions: view.actions
                 selectedHand: view.selectedHand
+                litHand: handDetails.litHand
+                hands: view.hands
+                buckets: view.buckets
                 onHandClicked: hand => view.handClicked(hand)
                 Layout.row: 0
                 Layout.column: 0
@@ -187,8 +195,6 @@ AppScrollView {
                 }
             }
             RowLayout {
-                id: lists
-
                 spacing: view.theme.spaceMd
                 Layout.row: view._sizes.beside ? 0 : 2
                 Layout.column: view._sizes.beside ? 1 : 0
@@ -197,6 +203,27 @@ AppScrollView {
                 Layout.fillWidth: true
                 Layout.preferredHeight: view._sizes.listsHeight
                 Layout.alignment: Qt.AlignTop
+
+                BucketsPanel {
+                    theme: view.theme
+                    buckets: view.buckets
+                    actionsFor: view.actionsFor
+                    selected: view.hands.bucket
+                    onChosen: name => view.bucketClicked(name)
+                    Layout.preferredWidth: StrategyLayout.bucketsWidth(view.uiScale)
+                    Layout.fillHeight: true
+                }
+                HandDetails {
+                    id: handDetails
+
+                    theme: view.theme
+                    hands: view.hands
+                    actionsFor: view.actionsFor
+                    uiScale: view.uiScale
+                    onWhyRequested: (c1, c2, action) => view.whyRequested(c1, c2, action)
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                }
             }
         }
     }

@@ -1,0 +1,128 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Tidewell
+import "../../logic/hand_rows.mjs" as HandRows
+
+// Every hand of the acting player with its values and its strategy, and what narrows the list down.
+ListFrame {
+    id: panel
+
+    required property HandList hands
+    // Gives the entries of an ActionBar for a list of probabilities.
+    required property var actionsFor
+    required property real uiScale
+    // Why the values are not known; empty where they are.
+    property string unknownEv: ""
+
+    // Label of the hand that the pointer or else the keyboard is on, empty for none.
+    readonly property alias litHand: list.litHand
+
+    signal whyRequested(c1: string, c2: string, actionIndex: int)
+
+    // Puts the list on the clipboard as it is filtered and sorted.
+    function copy(): void {
+        const heads = {
+            hand: qsTr("Hand"),
+            weight: qsTr("Weight"),
+            //: Head of a column: what an action is worth; %1 is the action
+            ev: action => qsTr("EV %1").arg(action.name),
+            frequency: action => action.name
+        };
+        clipboard.put(HandRows.asText(hands.rows, hands.definitions, heads, unknownEv === ""));
+    }
+
+    function _message(): string {
+        if (hands.loading) {
+            return qsTr("Loading hand combos…");
+        }
+        if (hands.loaded.length === 0) {
+            return qsTr("No hand combos to display for this node.");
+        }
+        return hands.shown.length === 0 ? qsTr("No combos match the current filters.") : "";
+    }
+
+    title: qsTr("Hand Details")
+    note: {
+        const shown = hands.shown.length;
+        const all = hands.loaded.length;
+        if (hands.loading || all === 0) {
+            return "";
+        }
+        //: How many hands of how many a list shows
+        return shown < all ? qsTr("%1 of %2 shown").arg(shown).arg(all) : qsTr("%1 shown").arg(all);
+    }
+
+    Clipboard {
+        id: clipboard
+    }
+    AppTextField {
+        theme: panel.theme
+        placeholderText: qsTr("Search (JJ, 56s, JcJd, ...)")
+        text: panel.hands.searchText
+        onTextEdited: panel.hands.searchText = text
+        Keys.onEscapePressed: event => {
+            event.accepted = text !== "";
+            panel.hands.searchText = "";
+        }
+        Layout.fillWidth: true
+        Layout.minimumWidth: 120
+    }
+    RowLayout {
+        spacing: panel.theme.spaceSm
+        visible: panel.hands.handClass !== ""
+
+        AppLabel {
+            theme: panel.theme
+            //: %1 is a starting hand, such as "AKs"
+            text: qsTr("Filter: %1").arg(panel.hands.handClass)
+            font.pixelSize: Fallback.type.labelMd
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+        }
+        SecondaryButton {
+            theme: panel.theme
+            compact: true
+            text: qsTr("Clear")
+            onClicked: panel.hands.handClass = ""
+        }
+    }
+    AppLabel {
+        theme: panel.theme
+        text: panel._message()
+        color: panel.theme.legible(panel.theme.textMuted, panel.color)
+        font.pixelSize: Fallback.type.bodySm
+        wrapMode: Text.Wrap
+        visible: text !== ""
+        Layout.fillWidth: true
+    }
+    HandListHead {
+        theme: panel.theme
+        columns: list.columns
+        hands: panel.hands
+        visible: list.visible
+        Layout.fillWidth: true
+        Layout.bottomMargin: -panel.theme.spaceXs
+    }
+    HandListView {
+        id: list
+
+        theme: panel.theme
+        hands: panel.hands
+        actionsFor: panel.actionsFor
+        uiScale: panel.uiScale
+        unknownEv: panel.unknownEv
+        visible: !panel.hands.loading && panel.hands.shown.length > 0
+        Accessible.name: panel.title
+        onWhyRequested: (c1, c2, action) => panel.whyRequested(c1, c2, action)
+        onCopyRequested: panel.copy()
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+    }
+    // Keeps what stands above at the top.
+    Item {
+        visible: !list.visible
+        Layout.fillHeight: true
+    }
+}

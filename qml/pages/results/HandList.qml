@@ -1,0 +1,96 @@
+import QtQuick
+import Tidewell
+import "../../logic/hand_filter.mjs" as HandFilter
+import "../../logic/hand_rows.mjs" as HandRows
+
+// The hands of a node as a list, and what narrows it down: a hand label, the name of a class, a search
+// text, each empty for none.
+QtObject {
+    id: list
+
+    required property NodeReader nodes
+    required property int nodeIndex
+    // Of the node, with the cards dealt on the way.
+    required property string boardText
+    // Whether anybody looks; otherwise nothing is asked for.
+    required property bool active
+
+    property string handClass: ""
+    property string bucket: ""
+    property string searchText: ""
+
+    // Maps of `c1`, `c2`, `weight`, `ev`, and by action `actionEvs` and `actionProbs`, as they came.
+    property var loaded: []
+    property bool loading: false
+    // The actions of the node that `loaded` is of.
+    property var definitions: []
+    readonly property var shown: HandFilter.filtered(loaded, handClass, bucket, searchText,
+                                                     Math.floor(boardText.length / 2))
+
+    // Of the rows: `key` as HandRows.sorted() takes it.
+    property var order: ({key: "", rising: false})
+    readonly property var rows: HandRows.sorted(shown, order.key, order.rising)
+
+    // load() is due as soon as somebody looks.
+    property bool _stale: false
+
+    // Whoever walks on quickly asks for the list of the last node alone.
+    readonly property Timer _debounce: Timer {
+        interval: 60
+        onTriggered: list._load()
+    }
+
+    readonly property Connections _answers: Connections {
+        target: list.nodes.controller
+
+        function onNodeHandCombosReady(node: int): void {
+            if (list.loading && node === list.nodeIndex && !list._debounce.running) {
+                list._take();
+            }
+        }
+    }
+
+    function scheduleLoad(): void {
+        loading = true;
+        _stale = !active;
+        if (active) {
+            _debounce.restart();
+        }
+    }
+
+    // Falling, rising, as they came.
+    function sortBy(key: var): void {
+        order = HandRows.nextOrder(order, key);
+    }
+
+    function clearFilters(): void {
+        handClass = "";
+        bucket = "";
+        searchText = "";
+    }
+
+    function _load(): void {
+        const controller = nodes.controller;
+        if (!active) {
+            _stale = true;
+        } else if (!controller || controller.prepareNodeHandCombos(nodeIndex)) {
+            _take();
+        }
+    }
+
+    function _take(): void {
+        const actions = nodes.actions(nodeIndex);
+        if (order.key >= actions.length) {
+            order = {key: "", rising: false};
+        }
+        definitions = actions;
+        loaded = nodes.handCombos(nodeIndex);
+        loading = false;
+    }
+
+    onActiveChanged: {
+        if (active && _stale) {
+            scheduleLoad();
+        }
+    }
+}
