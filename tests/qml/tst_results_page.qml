@@ -83,8 +83,11 @@ DocumentCase {
         const facing = [[0, 1], [childOf(0, 1), -1]];
         for (const [box, expectedPath, player, texts] of [
             [1, facing, "IP", ["Bet 50%", "Fold", "Call"]],
-            // A hand that ends adds no level, and the page stays on its last decision.
-            [1, [[0, 1], [childOf(0, 1), 0]], "IP", ["Bet 50%", "Fold"]],
+            // A hand that ends adds no level, and the page stays on its last decision; another action
+            // can be taken instead.
+            [1, [[0, 1], [childOf(0, 1), 0]], "IP", ["Bet 50%", "Fold", "Call"]],
+            [2, [[0, 1], [childOf(0, 1), 1]], "IP", ["Bet 50%", "Fold", "Call"]],
+            [1, [[0, 1], [childOf(0, 1), 0]], "IP", ["Bet 50%", "Fold", "Call"]],
             [1, facing, "IP", ["Bet 50%", "Fold", "Call"]],
             [0, [[0, -1]], "OOP", ["Check", "Bet 50%"]]]) {
             clickBox(box);
@@ -108,7 +111,9 @@ DocumentCase {
         for (const [pressed, expected] of [
             [[Qt.Key_Left, Qt.Key_Up], start], [[Qt.Key_Right], checked], [[Qt.Key_Left], start],
             [[Qt.Key_Down, Qt.Key_Down, Qt.Key_Return], facing],
-            [[Qt.Key_Right, Qt.Key_Right], folded], [[Qt.Key_Left], facing],
+            [[Qt.Key_Right, Qt.Key_Right], folded],
+            [[Qt.Key_Down, Qt.Key_Return], [[0, 1], [childOf(0, 1), 1]]], [[Qt.Key_Left], facing],
+            [[Qt.Key_Up, Qt.Key_Right], folded], [[Qt.Key_Left], facing],
             // The keyboard is back on what was chosen there.
             [[Qt.Key_Left, Qt.Key_Right], facing], [[Qt.Key_Home], start]]) {
             keys(pressed);
@@ -160,6 +165,23 @@ DocumentCase {
         page.selectedBucket = "flush";
         choose([0]);
         compare([page.selectedHandClass, page.selectedBucket], ["", ""], "of another node");
+    }
+
+    function test_stateOfTheNode(): void {
+        const state = () => findChild(page, "nodeState").text;
+        solve(Spots.river);
+        for (const [way, text] of [
+            [[], "OOP to act"], [[1], "IP to act"], [[1, 0], "IP folds, the hand is over"],
+            [[0, 0], "Showdown"]]) {
+            choose(way);
+            compare(state(), text);
+        }
+        solve(Spots.flop);
+        for (const [way, text] of [
+            [[0, 0], "Turn to be dealt"], [[1, 1], "All-in, the board runs out"]]) {
+            choose(way);
+            compare(state(), text);
+        }
     }
 
     // Chips count from the beginning of the street.
@@ -227,10 +249,16 @@ DocumentCase {
                 ["AhQh7h2hKs", "AhQh7h2h", "OOP"]);
         compare([controller.nodeActions(deal)[path()[2][1]].name, boxTexts()[2]], ["Kc", "Ks"]);
 
-        // Back to the deal, and another card by mouse.
+        // Another card instead, then back to the deal; each is one press.
+        const strip = every(DealStrip)[0];
+        const clickCard = (column, row) => mouseClick(strip, 20 + (column + 0.5) * strip._pitch,
+                                                      (row + 0.5) * 20);
+        clickCard(5, 3);
+        compare([page.treeBoardText, boxTexts()[2]], ["AhQh7h2h9c", "9c"]);
+        clickCard(2, 1);
+        compare(page.treeBoardText, "AhQh7h2h9c", "a card of the board");
         clickBox(2);
         compare([page.currentNodeIndex, page.treeBoardText], [deal, "AhQh7h2h"]);
-        clickBox(2);
         tryVerify(() => pickerCard("As")?.activeFocus);
         mouseClick(pickerCard("Ah"));
         compare(page.chancePickerLevelIndex, 2, "a card of the board is not dealt");

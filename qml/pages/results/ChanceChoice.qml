@@ -25,8 +25,7 @@ QtObject {
         nodeIndex = node;
         actions = nodes.actions(node);
         boardText = walk.boardBefore(level);
-        indexByCard = Suits.dealableCards(actions.map(action => action.name),
-                                          Suits.suitMap(walk.dealsBefore(level)), boardText);
+        indexByCard = walk.dealableAt(level);
         availableIndices = Object.values(indexByCard);
         levelIndex = level;
     }
@@ -48,7 +47,7 @@ QtObject {
         }
         const own = Object.keys(indexByCard).find(shown => indexByCard[shown] === action);
         walk.showCard(nodeIndex, card || (own ?? actions[action].name));
-        walk.select(levelIndex, action);
+        walk.selectInstead(levelIndex, action);
         close();
     }
 

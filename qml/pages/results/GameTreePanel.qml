@@ -3,6 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
+import "../../logic/deck.mjs" as Deck
+import "../../logic/suit_map.mjs" as Suits
 
 // The way down the tree: one block for each decision and deal on it, never more of the tree than that.
 // Up and down move among the actions of the last block, right or Return goes into one, left goes back,
@@ -49,19 +51,38 @@ Card {
         }
     }
 
-    // A click on a block: one that is decided is reopened, otherwise the action is chosen.
+    // A click on a block: a deal asks for its card, the chosen action is reopened, another one is chosen.
     function press(level: int, action: int): void {
         const row = walk.levels.get(level);
         if (frozen) {
             return;
         }
-        if (level < walk.levels.count - 1 || row.selectedActionIndex >= 0) {
-            _reopen(level);
-        } else if (nodes.meta(row.nodeIndex).nodeType === "chance") {
+        const isDeal = nodes.meta(row.nodeIndex).nodeType === "chance";
+        if (isDeal) {
+            if (level < walk.levels.count - 1) {
+                _reopen(level);
+            }
             dealRequested(level, row.nodeIndex);
+        } else if (row.selectedActionIndex === action) {
+            _reopen(level);
         } else {
-            walk.select(level, action);
+            walk.selectInstead(level, action);
         }
+    }
+
+    // `card` as it is shown, in place of the one that was dealt there.
+    function deal(level: int, card: string): void {
+        const action = Suits.indexForCard(card, walk.dealableAt(level), walk.boardBefore(level));
+        if (!frozen && action >= 0) {
+            walk.showCard(walk.levels.get(level).nodeIndex, card);
+            walk.selectInstead(level, action);
+        }
+    }
+
+    function _freeCards(level: int): var {
+        const dealable = walk.dealableAt(level);
+        const board = walk.boardBefore(level);
+        return Deck.CARDS.filter(card => Suits.indexForCard(card, dealable, board) >= 0);
     }
 
     function _last(): int {
@@ -70,8 +91,7 @@ Card {
 
     function _moveCursor(step: int): void {
         const row = walk.levels.get(_last());
-        const isDeal = nodes.meta(row.nodeIndex).nodeType === "chance";
-        if (!isDeal && row.selectedActionIndex < 0) {
+        if (nodes.meta(row.nodeIndex).nodeType !== "chance") {
             const count = nodes.actions(row.nodeIndex).length;
             cursor = Math.max(0, Math.min(cursor + step, count - 1));
             _revealCursor();
@@ -79,7 +99,7 @@ Card {
     }
 
     function _enter(): void {
-        if (walk.levels.get(_last()).selectedActionIndex < 0) {
+        if (walk.levels.get(_last()).selectedActionIndex !== cursor) {
             press(_last(), cursor);
         }
     }
@@ -129,6 +149,14 @@ Card {
         function onCountChanged(): void {
             panel.cursor = 0;
             panel._revealCursor();
+        }
+
+        // The keyboard is on what was chosen, by whatever means.
+        function onDataChanged(): void {
+            const row = panel.walk.levels.get(panel._last());
+            if (row && row.selectedActionIndex >= 0) {
+                panel.cursor = row.selectedActionIndex;
+            }
         }
     }
 
@@ -183,8 +211,14 @@ Card {
                         theme: panel.theme
                         nodes: panel.nodes
                         isLast: index === panel.walk.levels.count - 1
+                        freeCards: panel.nodes.meta(nodeIndex).nodeType === "chance"
+                            ? panel._freeCards(index) : []
                         deal: selectedActionIndex >= 0 ? panel.walk.dealAt(index) : null
                         cursor: isLast && panel.activeFocus ? panel.cursor : -1
+                        onCardChosen: card => {
+                            panel.forceActiveFocus();
+                            panel.deal(index, card);
+                        }
                         onPressed: action => {
                             panel.forceActiveFocus();
                             panel.press(index, action);

@@ -12,15 +12,46 @@ Item {
     required property var controller
     required property string boardText
     required property string player
+    // Of the current node, as the controller tells it, and the action that ended the hand there; null
+    // while it goes on.
+    required property var meta
+    required property var ending
     // The Setup page describes another spot by now.
     property bool setupChanged: false
     default property alias actions: actionColumn.data
 
-    readonly property color _playerColor: player === "IP" ? theme.info : theme.actionBet
+    readonly property bool _isDeal: meta.nodeType === "chance"
+    readonly property color _stateColor: {
+        if (_isDeal || ending) {
+            return ending ? theme.textMuted : theme.gold;
+        }
+        return player === "IP" ? theme.info : theme.actionBet;
+    }
     readonly property real _gap: theme.spaceLg
     readonly property real _topHeight: Math.max(board.implicitHeight, actionColumn.implicitHeight)
     readonly property bool _wide: width >= board.implicitWidth + figures.implicitWidth
                                            + actionColumn.implicitWidth + 2 * _gap
+
+    // What the current node is.
+    function _state(): string {
+        if (ending) {
+            return _end();
+        }
+        if (_isDeal) {
+            return meta.chanceDeal === "river" ? qsTr("River to be dealt") : qsTr("Turn to be dealt");
+        }
+        //: %1 is the seat, "OOP" or "IP"
+        return qsTr("%1 to act").arg(player);
+    }
+
+    function _end(): string {
+        if (ending.actionType === "fold") {
+            //: %1 is the seat, "OOP" or "IP"
+            return qsTr("%1 folds, the hand is over").arg(player);
+        }
+        return boardText.replace(/\s/g, "").length < 10 ? qsTr("All-in, the board runs out")
+                                                        : qsTr("Showdown");
+    }
 
     // Half of the starting pot is each seat's before anything is bet.
     function _ev(seatEv: real): string {
@@ -81,12 +112,12 @@ Item {
                 Layout.bottomMargin: 4
             }
             Chip {
+                objectName: "nodeState"
                 theme: header.theme
-                //: %1 is the seat, "OOP" or "IP"
-                text: qsTr("%1 to act").arg(header.player)
-                tint: header._shade(header._playerColor)
+                text: header._state()
+                tint: header._shade(header._stateColor)
                 stroke: "transparent"
-                textColor: header._onShade(header._playerColor)
+                textColor: header._onShade(header._stateColor)
             }
             Chip {
                 objectName: "setupChanged"

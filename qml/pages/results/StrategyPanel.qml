@@ -51,6 +51,8 @@ Card {
             controller: panel.nodes.controller
             boardText: panel.playMode ? panel.playBoardText : panel.walk.boardWithDeals
             player: panel.walk.selectedPlayer
+            meta: panel.nodes.meta(panel.walk.currentNodeIndex)
+            ending: panel.walk.ending
             setupChanged: panel.setupChanged
             Layout.fillWidth: true
         }

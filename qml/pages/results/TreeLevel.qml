@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tidewell
 
-// One block of the tree: a deal, or the actions of a decision, of which only the chosen one is left
-// once there is one.
+// One block of the tree: a deal with its cards, or the actions of a decision, of which only the chosen
+// one is left once the way goes on behind it.
 Column {
     id: level
 
@@ -16,6 +16,8 @@ Column {
     required property bool isLast
     // The card dealt here, `kept` and `shown`; null for none.
     required property var deal
+    // Of a deal, the cards that can be dealt, as they are shown.
+    required property var freeCards
     // The action that the keyboard stands on, -1 for none.
     required property int cursor
 
@@ -32,16 +34,17 @@ Column {
         if (meta.nodeType === "chance") {
             return [];
         }
-        const shown = selectedActionIndex >= 0 ? [selectedActionIndex] : Array.from(actions.keys());
+        const shown = selectedActionIndex >= 0 && !isLast ? [selectedActionIndex] : Array.from(actions.keys());
         return shown.filter(index => index < actions.length)
                     .map(index => _boxContent(index, meta, actions));
     }
 
     signal pressed(action: int)
+    signal cardChosen(card: string)
 
     // The box of an action, or of the deal.
     function boxOf(action: int): Item {
-        return _isDeal ? dealBoxes.itemAt(0) : boxes.itemAt(_decided ? 0 : action);
+        return _isDeal ? dealBoxes.itemAt(0) : boxes.itemAt(_shownActions.findIndex(box => box.index === action));
     }
 
     function _boxContent(index: int, meta: var, actions: var): var {
@@ -89,6 +92,20 @@ Column {
             onClicked: level.pressed(0)
         }
     }
+    OnDemand {
+        width: level.width
+        height: (item as Item)?.implicitHeight ?? 0
+        visible: wanted
+        wanted: level._isDeal
+
+        DealStrip {
+            width: level.width
+            theme: level.theme
+            freeCards: level.freeCards
+            dealt: level.deal ? level.deal.shown : ""
+            onChosen: card => level.cardChosen(card)
+        }
+    }
     Line {
         visible: level._isDeal
     }
@@ -97,7 +114,7 @@ Column {
         theme: level.theme
         options: level._actions.length
         locked: level._locked
-        visible: level.isLast && !level._isDeal && !level._decided && options > 1
+        visible: level.isLast && !level._isDeal && options > 1
     }
     Repeater {
         id: boxes
@@ -120,9 +137,9 @@ Column {
             hasChildren: modelData.hasChildren
             locked: modelData.locked
             depth: level.index
-            selected: level._decided
-            expanded: level._decided
-            current: level.cursor === modelData.index || level._decided && level.cursor >= 0
+            selected: level.selectedActionIndex === modelData.index
+            expanded: selected
+            current: level.cursor === modelData.index
             onClicked: level.pressed(modelData.index)
             onToggleExpand: level.pressed(modelData.index)
         }

@@ -1,5 +1,6 @@
 import QtQuick
 import "../../logic/card_text.mjs" as Cards
+import "../../logic/suit_map.mjs" as Suits
 
 // The way from the root of the tree to the current node. It always has at least the root; its last
 // level is the current node.
@@ -16,6 +17,8 @@ QtObject {
     property string selectedPlayer: "OOP"
     // `boardText` and the cards dealt on the way, as the user chose them.
     property string boardWithDeals: ""
+    // The action that ended the hand, null while it goes on.
+    property var ending: null
     // The card the user clicked, by index of the chance node. Only that of a decided level counts.
     property var shownCards: ({})
 
@@ -53,6 +56,19 @@ QtObject {
         }
         levels.setProperty(level, "selectedActionIndex", -1);
         _arrive();
+    }
+
+    // Another choice instead of the last one, or instead of one that was left behind.
+    function selectInstead(level: int, action: int): void {
+        goTo(level);
+        select(level, action);
+    }
+
+    // Index of the action by card as shown, of those that can be dealt at a level.
+    function dealableAt(level: int): var {
+        const row = levels.get(level);
+        const names = row ? nodes.actions(row.nodeIndex).map(action => action.name) : [];
+        return Suits.dealableCards(names, Suits.suitMap(dealsBefore(level)), boardBefore(level));
     }
 
     // One choice less.
@@ -104,6 +120,8 @@ QtObject {
 
     function _arrive(): void {
         const node = levels.get(levels.count - 1).nodeIndex;
+        const chosen = nodes.actions(node)[levels.get(levels.count - 1).selectedActionIndex];
+        ending = chosen ?? null;
         selectedPlayer = nodes.meta(node).player || selectedPlayer;
         updateBoard();
         currentNodeIndex = node;
