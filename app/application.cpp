@@ -11,9 +11,12 @@
 #include <QRectF>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QVariantMap>
 #include <QWindow>
+#include <iostream>
 
 #include "app/app_controller.h"
+#include "app/command_line.h"
 #include "app/graphics_backend.h"
 #include "app/language_manager.h"
 #include "app/logging.h"
@@ -53,10 +56,15 @@ void logSurroundings(const LogPaths& paths) {
 }
 
 /// A window is placed while it is created, so it is told about its screen beforehand.
-void load(QQmlApplicationEngine& engine, const QUrl& document) {
+void load(QQmlApplicationEngine& engine, const QUrl& document, const QUrl& project) {
+    QVariantMap properties;
     if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
-        engine.setInitialProperties({{"availableGeometry", QRectF(screen->availableGeometry())}});
+        properties["availableGeometry"] = QRectF(screen->availableGeometry());
     }
+    if (!project.isEmpty()) {
+        properties["projectToOpen"] = project;
+    }
+    engine.setInitialProperties(properties);
     engine.load(document);
     for (QObject* const root : engine.rootObjects()) {
         if (auto* const window = qobject_cast<QWindow*>(root)) {
@@ -84,10 +92,18 @@ void reportFailures(QQmlApplicationEngine& engine) {
         Qt::QueuedConnection);
 }
 
-int runApplication(int& argc, char** argv, const QUrl& document) {
+int runApplication(int& argc, char** argv, const Start& start) {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     const QGuiApplication application(argc, argv);
     nameApplication();
+    CommandLine asked;
+    if (start.opensFile) {
+        asked = parseCommandLine(QCoreApplication::arguments(), QDir::currentPath());
+    }
+    if (!asked.error.isEmpty()) {
+        std::cerr << "tidewell: " << asked.error.toStdString() << "; see --help\n";
+        return 2;
+    }
 
     const bool logsEnabled = loggingRequested();
     if (!logsEnabled) {
@@ -116,9 +132,9 @@ int runApplication(int& argc, char** argv, const QUrl& document) {
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &updates, &UpdateManager::programEnds);
 
     reportFailures(engine);
-    load(engine, document);
+    load(engine, start.document, asked.project);
     if (engine.rootObjects().isEmpty()) {
-        qCritical().noquote() << "Failed to load QML:" << document.toString();
+        qCritical().noquote() << "Failed to load QML:" << start.document.toString();
         return -1;
     }
     qInfo().noquote()

@@ -13,6 +13,8 @@ ApplicationWindow {
         Screen.desktopAvailableWidth || Screen.width,
         Screen.desktopAvailableHeight || Screen.height)
 
+    // Set by the program if it was started with one.
+    property url projectToOpen: ""
     // What the widest page would like to have, in pixels.
     readonly property int projectRecommendedWidth: shell.projectRecommendedWidth
     // The most of it so far. A page measures itself when it is first seen and while it is resized:
@@ -37,6 +39,9 @@ ApplicationWindow {
         width = opening.width;
         height = opening.height;
         showNormal();
+        if (String(projectToOpen) !== "") {
+            shell.files.open(projectToOpen);
+        }
     }
     onClosing: event => {
         event.accepted = shell.requestClose(() => window.close());

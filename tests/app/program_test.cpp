@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QString>
+#include <QStringList>
 #include <QTest>
 #include <string>
+#include <utility>
 
 #include "tests/app/installed_program.h"
 
@@ -56,6 +60,46 @@ TEST(Program, StartsWithoutAWarning) {
     program.kill();
     EXPECT_TRUE(program.waitForFinished(deadline));
     EXPECT_EQ(complaints(installed), "");
+}
+
+TEST(Program, AnswersItsCommandLine) {
+    InstalledProgram installed(TIDEWELL_PATH);
+    installed.setVariable("QT_QPA_PLATFORM", "no such display");
+    for (const auto& [argument, answer] :
+         {std::pair("--version", "tidewell 1."), std::pair("--help", "Usage: tidewell [FILE]")}) {
+        QProcess program;
+        installed.start(program, {argument});
+        EXPECT_TRUE(program.waitForFinished(deadline));
+        EXPECT_EQ(program.exitCode(), 0);
+        EXPECT_TRUE(program.readAllStandardOutput().startsWith(answer)) << argument;
+    }
+    installed.setVariable("QT_QPA_PLATFORM", "offscreen");
+    for (const QStringList& wrong : {QStringList{"--colour", "x"}, QStringList{"a", "b"}}) {
+        QProcess program;
+        installed.start(program, wrong);
+        EXPECT_TRUE(program.waitForFinished(deadline));
+        EXPECT_EQ(program.exitCode(), 2);
+        EXPECT_TRUE(program.readAllStandardError().startsWith("tidewell: "));
+    }
+}
+
+TEST(Program, OpensTheFileItIsStartedWith) {
+    InstalledProgram installed(TIDEWELL_PATH);
+    installed.setVariable("TIDEWELL_ENABLE_LOGS", "1");
+    // Nothing that could be waited for is read.
+    const QString pipe = installed.path("home/a pipe");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const char* const file : {"a pipe", "--", "missing"}) {
+        QProcess program;
+        installed.start(program,
+                        file == QString("--") ? QStringList{"--", "-x"} : QStringList{file});
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return readFile(installed.appLogPath()).contains("Load failed: "); }, deadline))
+            << file;
+        program.kill();
+        EXPECT_TRUE(program.waitForFinished(deadline));
+        QFile::remove(installed.appLogPath());
+    }
 }
 
 TEST(Program, IsAtHomeInTheHandsOfAPerson) {

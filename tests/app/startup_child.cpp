@@ -83,5 +83,5 @@ int main(int argc, char* argv[]) {
         diesInDriver = argv[2] == std::string("graphics driver");
         chosen = diesInDriver ? nullptr : deaths.at(argv[2]);
     }
-    return tidewell::runApplication(argc, argv, QUrl::fromLocalFile(argv[1]));
+    return tidewell::runApplication(argc, argv, {.document = QUrl::fromLocalFile(argv[1])});
 }
