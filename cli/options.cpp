@@ -23,8 +23,7 @@ Number whole_number(const std::string& option, std::string_view text, Number lea
 double percentage(const std::string& option, std::string_view text) {
     const auto number = kestrel_app::parsed_number<double>(text);
     if (!number || !(*number >= 0.0 && *number <= 100.0)) {
-        throw InputError(option + " takes a percentage from 0 to 100, not '" + std::string(text) +
-                         "'");
+        throw InputError(option + " takes a percentage from 0 to 100, not " + in_quotes(text));
     }
     return *number;
 }

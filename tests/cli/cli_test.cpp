@@ -63,10 +63,12 @@ TEST(Options, ReadOrRefused) {
         "--target nan|--target 101|--target=|--json=|--save -|--list-nodes 1 --save a|"
         "--list-nodes -1|--list-nodes 1 --json -|--list-nodes 1 --stats|--stats=yes|"
         "--json - --combos|--lock|--lock Check;AKs|--signature --buckets|"
-        "--node Check --list-nodes 1|-x|--help=yes|a.json b.json|--signature a.json";
+        "--node Check --list-nodes 1|-x|--help=yes|a.json b.json|--signature a.json|--target 1" +
+        std::string(100000, 'x');
     std::istringstream lines(refused);
     for (std::string line; std::getline(lines, line, '|');) {
-        EXPECT_THROW(parsed(line), InputError) << line;
+        const std::string told = refusal_of([&] { parsed(line); });
+        EXPECT_TRUE(told != "accepted" && told.size() < 400) << line.substr(0, 30);
     }
 }
 
