@@ -238,11 +238,14 @@ bool AppController::saveLosesResult(const QUrl& fileUrl) const {
 
 /// Why it was not saved, or nothing.
 QString AppController::save(const QUrl& fileUrl, const QVariantMap& projectState) {
-    if (!fileUrl.isValid() || !fileUrl.isLocalFile() || fileUrl.toLocalFile().isEmpty()) {
+    if (!fileUrl.isValid() || !fileUrl.isLocalFile()) {
         qWarning().noquote() << "saveProject: invalid/non-local URL:" << fileUrl.toString();
         return tr("Invalid/non-local file URL");
     }
     const QString path = fileUrl.toLocalFile();
+    if (path.isEmpty()) {
+        return tr("Empty file path");
+    }
     tidewell::ProjectData data;
     data.project = projectState;
     data.lastUiCfg = lastSolveCfg_;
