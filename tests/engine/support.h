@@ -250,11 +250,6 @@ inline double plain_pot(const Game& game, const GameNode& node) {
     return game.options.starting_pot + 2.0 * node.matched;
 }
 
-inline double plain_rake(const Game& game, const GameNode& node) {
-    const double rake = game.options.rake_fraction * plain_pot(game, node);
-    return game.options.rake_cap > 0 ? std::min(rake, game.options.rake_cap) : rake;
-}
-
 /// All boards that a node's board can still become; of a fold, its own.
 inline std::vector<Board> plain_boards(const Game& game, const GameNode& node) {
     Board board = game.cards.board;
@@ -281,7 +276,9 @@ inline std::vector<double> plain_terminal(const Game& game, const GameNode& node
     const auto& own = game.cards.pockets[index_of(seat)];
     const auto& theirs = game.cards.pockets[index_of(other(seat))];
     const double half = plain_pot(game, node) / 2;
-    const double rake = plain_rake(game, node);
+    const double uncapped = game.options.rake_fraction * plain_pot(game, node);
+    const double cap = game.options.rake_cap;
+    const double rake = cap > 0 ? std::min(uncapped, cap) : uncapped;
     const bool fold = node.last_action == ActionKind::fold;
     const std::vector<Board> boards = plain_boards(game, node);
     const auto strengths_of = [&](const std::vector<Pocket>& pockets) {
@@ -317,20 +314,6 @@ inline std::vector<double> plain_terminal(const Game& game, const GameNode& node
     const double mass = plain_mass(game.cards);
     for (double& value : values)
         value /= mass;
-    return values;
-}
-
-/// The rake that a seat's hands meet at a terminal.
-inline std::vector<double> plain_rake_terminal(const Game& game, const GameNode& node, Seat seat,
-                                               const std::vector<double>& reach) {
-    const auto& theirs = game.cards.pockets[index_of(other(seat))];
-    std::vector<double> values;
-    for (const Pocket& own : game.cards.pockets[index_of(seat)]) {
-        double met = 0;
-        for (std::size_t j = 0; j < theirs.size(); ++j)
-            met += share_cards(own, theirs[j]) ? 0 : reach[j];
-        values.push_back(met * plain_rake(game, node) / plain_mass(game.cards));
-    }
     return values;
 }
 
