@@ -25,15 +25,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-const char* const turn_spot = R"({
-  "board": "Td9c6h6c", "starting_pot": 10, "effective_stack": 40,
-  "oop_range": "TT,87s,KQo:0.5", "ip_range": "99,AJs,A6s,54s",
-  "oop_turn_bet_sizes": "50, 50.2", "ip_turn_bet_sizes": "75", "ip_turn_raise_sizes": "60",
-  "ip_turn_dont_donk": true, "oop_add_all_in_jam_threshold_enabled": true,
-  "oop_add_all_in_jam_threshold_pct": 300, "oop_river_bet_sizes": "60",
-  "oop_river_dont_donk": true, "max_iterations": 120, "target_exploitability": 0
-})";
-
 /// Everything that a solve came to, but for what the machine had to do with it.
 json figures(json report) {
     for (const char* key : {"seconds", "iteration_ms", "peak_rss_bytes", "locks", "before_locks"}) {
@@ -180,7 +171,6 @@ TEST_F(Project, TellsWhatItDoesNotHeed) {
 
 TEST_F(Project, BadOnesAreRefused) {
     const json good = saved();
-    const std::string text = good.dump();
     const auto with = [&](const char* place, const json& value) {
         json project = good;
         project[json::json_pointer(place)] = value;
@@ -188,10 +178,8 @@ TEST_F(Project, BadOnesAreRefused) {
     };
     const json nothing = {{"format", "kestrel_project"}, {"version", 1}};
     const std::pair<std::string, const char*> cases[] = {
-        {text.substr(0, text.size() / 2), ": Invalid JSON at byte "},
-        {"{\n \"a\": nil}", ": Invalid JSON at byte 10\n"},
+        {good.dump().substr(0, 1000), ": Invalid JSON at byte 1000\n"},
         {with("/lastUiCfg/ip_river_bet_sizes", "1.2.3"), ": ip_river_bet_sizes: '1.2.3' is no"},
-        {with("/version", 2), ": Unsupported project version"},
         {nothing.dump(), ": the project holds no spot"},
         {with("/lastUiCfg/board", 7), ": board must be text, not 7"},
     };

@@ -24,7 +24,6 @@ namespace {
 
 using nlohmann::json;
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -75,22 +74,8 @@ class Reference {
     kestrel_app::SolveResult result_;
 };
 
-const char* const turn_spot = R"({
-  "board": "Td9c6h6c", "starting_pot": 10, "effective_stack": 40,
-  "oop_range": "TT,87s,KQo:0.5", "ip_range": "99,AJs,A6s,54s",
-  "oop_turn_bet_sizes": "50, 50.2", "ip_turn_bet_sizes": "75", "ip_turn_raise_sizes": "60",
-  "oop_river_bet_sizes": "60", "max_iterations": 60, "target_exploitability": 0
-})";
-
 class Queries : public testing::Test {
   protected:
-    RunResult solve(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), turn_);
-        RunResult result = run(arguments);
-        EXPECT_EQ(result.exit_code, 0) << result.err;
-        return result;
-    }
-
     const Folder folder_;
     const std::string turn_ = folder_.write("turn.json", turn_spot);
     const std::string river_ = folder_.write("river.json", river_spot);
@@ -104,82 +89,79 @@ void expect_figures(const Row& row, std::size_t first, const std::vector<double>
     }
 }
 
-TEST_F(Queries, TablesHoldTheAnswersOfTheSession) {
+TEST_F(Queries, AnswersAreThoseOfTheSession) {
     const Reference reference(turn_spot);
-    const RunResult output = solve({"--combos", "--distributions", "--buckets"});
-    EXPECT_THAT(output.err, AllOf(HasSubstr("Exploitability"), HasSubstr("Turn, OOP to act")));
-    const std::vector<Row> rows = rows_of(output.out);
-    std::size_t next = 0;
-    const auto combos = *reference.session().hand_combos(0);
-    const auto buckets = *reference.session().hand_buckets(0);
-    const auto distributions = *reference.session().hand_distributions(0);
-    ASSERT_EQ(rows.size(), 5 + combos.size() + buckets.size() + distributions[0].hands.size() +
-                               distributions[1].hands.size());
+    const std::pair<const char*, Row> cases[] = {
+        {"", {"Check", "Bet 50% #2", "Bet 50% #3"}},
+        {"Check/Check/2s/Bet 60%", {"Fold", "Call"}},
+    };
+    for (const auto& [line, names] : cases) {
+        const RunResult output = run({turn_, "--combos", "--distributions", "--buckets", "--stats",
+                                      "--node", line, "--json", file_});
+        ASSERT_EQ(output.exit_code, 0) << output.err;
+        const std::vector<Row> rows = rows_of(output.out);
+        std::size_t next = 0;
+        const std::uint64_t node = reference.node(line);
+        const auto combos = *reference.session().hand_combos(node);
+        const auto buckets = *reference.session().hand_buckets(node);
+        const auto distributions = *reference.session().hand_distributions(node);
+        ASSERT_EQ(rows.size(), 5 + combos.size() + buckets.size() + distributions[0].hands.size() +
+                                   distributions[1].hands.size());
 
-    EXPECT_THAT(rows[next++],
-                ElementsAre("combo", "weight", "ev", "Check ev", "Check prob", "Bet 50% #2 ev",
-                            "Bet 50% #2 prob", "Bet 50% #3 ev", "Bet 50% #3 prob", "tags"));
-    for (const kestrel_app::HandCombo& combo : combos) {
-        const Row& row = rows[next++];
-        ASSERT_EQ(row.size(), 10U);
-        EXPECT_EQ(row[0], combo.c1 + combo.c2);
-        expect_figures(row, 1, {combo.weight, combo.ev / 100});
-        for (std::size_t a = 0; a < 3; ++a) {
-            expect_figures(row, 3 + 2 * a, {combo.action_evs[a] / 100, combo.action_probs[a]});
+        Row combo_header = {"combo", "weight", "ev"};
+        Row class_header = {"class", "combos"};
+        for (const std::string& name : names) {
+            combo_header.insert(combo_header.end(), {name + " ev", name + " prob"});
+            class_header.push_back(name + " prob");
         }
-        EXPECT_THAT(row[9], StartsWith(combo.buckets.empty() ? "" : combo.buckets[0]));
-    }
+        combo_header.emplace_back("tags");
+        EXPECT_EQ(rows[next++], combo_header);
+        for (const kestrel_app::HandCombo& combo : combos) {
+            const Row& row = rows[next++];
+            ASSERT_EQ(row.size(), combo_header.size());
+            EXPECT_EQ(row[0], combo.c1 + combo.c2);
+            expect_figures(row, 1, {combo.weight, combo.ev / 100});
+            for (std::size_t a = 0; a < names.size(); ++a) {
+                expect_figures(row, 3 + 2 * a, {combo.action_evs[a] / 100, combo.action_probs[a]});
+            }
+            EXPECT_THAT(row.back(), StartsWith(combo.buckets.empty() ? "" : combo.buckets[0]));
+        }
 
-    EXPECT_EQ(rows[next++], Row{""});
-    EXPECT_THAT(rows[next++],
-                ElementsAre("class", "combos", "Check prob", "Bet 50% #2 prob", "Bet 50% #3 prob"));
-    for (const kestrel_app::HandBucket& bucket : buckets) {
-        const auto& probs = bucket.action_probs;
-        EXPECT_EQ(rows[next][0], bucket.name);
-        expect_figures(rows[next], 1, {bucket.combos});
-        expect_figures(rows[next++], 2, {probs.begin(), probs.end()});
-    }
+        EXPECT_EQ(rows[next++], Row{""});
+        EXPECT_EQ(rows[next++], class_header);
+        for (const kestrel_app::HandBucket& bucket : buckets) {
+            const auto& probs = bucket.action_probs;
+            EXPECT_EQ(rows[next][0], bucket.name);
+            expect_figures(rows[next], 1, {bucket.combos});
+            expect_figures(rows[next++], 2, {probs.begin(), probs.end()});
+        }
 
-    EXPECT_EQ(rows[next++], Row{""});
-    EXPECT_THAT(rows[next++], ElementsAre("seat", "hand", "ev", "equity"));
-    for (const std::size_t seat : {0U, 1U}) {
-        const kestrel_app::SeatDistribution& expected = distributions[seat];
-        for (std::size_t h = 0; h < expected.hands.size(); ++h) {
-            EXPECT_EQ(rows[next][0] + rows[next][1],
-                      (seat == 0 ? "OOP" : "IP") + expected.hands[h]);
-            expect_figures(rows[next++], 2, {expected.ev[h] / 100, expected.equity[h]});
+        EXPECT_EQ(rows[next++], Row{""});
+        EXPECT_EQ(rows[next++], (Row{"seat", "hand", "ev", "equity"}));
+        for (const std::size_t seat : {0U, 1U}) {
+            const kestrel_app::SeatDistribution& expected = distributions[seat];
+            for (std::size_t h = 0; h < expected.hands.size(); ++h) {
+                EXPECT_EQ(rows[next][0] + rows[next][1],
+                          (seat == 0 ? "OOP" : "IP") + expected.hands[h]);
+                expect_figures(rows[next++], 2, {expected.ev[h] / 100, expected.equity[h]});
+            }
+        }
+
+        const json actions = json::parse(contents(file_))["node"]["actions"];
+        const auto stats = *reference.session().node_action_stats(node);
+        ASSERT_EQ(actions.size(), stats.ev.size());
+        for (std::size_t a = 0; a < stats.ev.size(); ++a) {
+            EXPECT_NEAR(actions[a]["frequency"], static_cast<double>(stats.frequencies[a]), 1e-6);
+            EXPECT_DOUBLE_EQ(actions[a]["combos"], stats.combos[a]);
+            EXPECT_DOUBLE_EQ(actions[a]["equity"], stats.equity[a]);
+            EXPECT_DOUBLE_EQ(actions[a]["ev"], stats.ev[a] / 100);
         }
     }
-}
-
-TEST_F(Queries, StatsStandInTheJson) {
-    const Reference reference(turn_spot);
-    EXPECT_EQ(solve({"--stats", "--node", "Check", "--json", file_}).err, "");
-    const json actions = json::parse(contents(file_))["node"]["actions"];
-    const auto stats = *reference.session().node_action_stats(reference.node("Check"));
-    ASSERT_EQ(actions.size(), stats.ev.size());
-    for (std::size_t a = 0; a < stats.ev.size(); ++a) {
-        EXPECT_NEAR(actions[a]["frequency"], static_cast<double>(stats.frequencies[a]), 1e-6);
-        EXPECT_DOUBLE_EQ(actions[a]["combos"], stats.combos[a]);
-        EXPECT_DOUBLE_EQ(actions[a]["equity"], stats.equity[a]);
-        EXPECT_DOUBLE_EQ(actions[a]["ev"], stats.ev[a] / 100);
-    }
-}
-
-TEST_F(Queries, TablesOfANodeDownTheLine) {
-    const Reference reference(turn_spot);
-    const std::string line = "Check/Check/2s/Bet 60%";
-    const auto combos = *reference.session().hand_combos(reference.node(line));
-    const std::vector<Row> rows = rows_of(solve({"--combos", "--node", line}).out);
-    ASSERT_EQ(rows.size(), combos.size() + 1);
-    EXPECT_EQ(rows[0][3], "Fold ev");
-    EXPECT_EQ(rows[1][0], combos[0].c1 + combos[0].c2);
-    expect_figures(rows[1], 2, {combos[0].ev / 100});
-
-    // A card that is to be dealt has hands but nobody who decides.
+    // With tables the report is told beside them. A card to come is nobody's choice.
+    const RunResult dealt = run({turn_, "--distributions", "--node", "Check/Check"});
+    EXPECT_THAT(dealt.err, AllOf(HasSubstr("Exploitability"), HasSubstr("Check/Check")));
     const auto hands = *reference.session().hand_distributions(reference.node("Check/Check"));
-    EXPECT_EQ(rows_of(solve({"--distributions", "--node", "Check/Check"}).out).size(),
-              1 + hands[0].hands.size() + hands[1].hands.size());
+    EXPECT_EQ(rows_of(dealt.out).size(), 1 + hands[0].hands.size() + hands[1].hands.size());
 }
 
 TEST(Tables, UnknownFiguresAreDashesAndNull) {

@@ -80,6 +80,15 @@ inline const char* const river_spot = R"({
   "rake_percent": 5, "rake_cap": 3, "max_iterations": 130, "target_exploitability": 0
 })";
 
+inline const char* const turn_spot = R"({
+  "board": "Td9c6h6c", "starting_pot": 10, "effective_stack": 40,
+  "oop_range": "TT,87s,KQo:0.5", "ip_range": "99,AJs,A6s,54s",
+  "oop_turn_bet_sizes": "50, 50.2", "ip_turn_bet_sizes": "75", "ip_turn_raise_sizes": "60",
+  "ip_turn_dont_donk": true, "oop_add_all_in_jam_threshold_enabled": true,
+  "oop_add_all_in_jam_threshold_pct": 300, "oop_river_bet_sizes": "60",
+  "oop_river_dont_donk": true, "max_iterations": 120, "target_exploitability": 0
+})";
+
 inline nlohmann::json river_with(const std::string& key, const nlohmann::json& value) {
     nlohmann::json spot = nlohmann::json::parse(river_spot);
     spot[key] = value;
