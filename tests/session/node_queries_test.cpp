@@ -357,14 +357,6 @@ TEST(NodeQueries, WhatCannotBeAsked) {
     const auto& nodes = a.game().nodes;
     const auto chance = static_cast<std::size_t>(
         std::ranges::find(nodes, NodeKind::Chance, &GameNode::kind) - nodes.begin());
-    for (const std::size_t node : {chance, nodes.size(), ~std::size_t{0}}) {
-        EXPECT_FALSE(node_action_stats(a.finish, node));
-        EXPECT_FALSE(hand_strategy(a.finish, node));
-        EXPECT_FALSE(hand_combos(a.finish, node));
-        EXPECT_FALSE(hand_buckets(a.finish, node));
-        EXPECT_FALSE(pocket_action_evs(a.finish, node, Seat::OOP, "Th", "Ts"));
-        EXPECT_EQ(seat_hand_combos(a.finish, node, Seat::IP).has_value(), node == chance);
-    }
     for (const char* const c1 : {"", "T", "Ts", "Xh", "2c"})
         EXPECT_FALSE(pocket_action_evs(a.finish, 0, Seat::OOP, c1, "Ts")) << c1;
     EXPECT_FALSE(pocket_action_evs(a.finish, 0, Seat::IP, "9d", "9h")) << "does not act";

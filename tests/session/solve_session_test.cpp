@@ -175,26 +175,8 @@ TEST(SolveSessionParallel, OneSolveAtATime) {
     wait_until_idle(session);
     ASSERT_TRUE(session.start(river_config(), second.callback()));
     EXPECT_TRUE(second.wait().back().result->ok);
-}
-
-TEST(SolveSessionParallel, TheDestructorCancelsAndWaits) {
-    for (const char* phase : {"Init: building", "Iter 2 |", "Done"}) {
-        std::atomic<bool> seen = false;
-        std::string last;
-        {
-            SolveSession session;
-            const std::uint32_t iterations = std::string(phase) == "Done" ? 3 : 1000000;
-            session.start(turn_config(iterations), [&](const SolveProgress& report) {
-                last = report.status;
-                if (report.status.starts_with(phase)) {
-                    seen = true;
-                    seen.notify_all();
-                }
-            });
-            seen.wait(false);
-        }
-        EXPECT_TRUE(last == "Cancelled" || last == "Done") << last;
-    }
+    wait_until_idle(session);
+    session.start(turn_config(1000000), [](const SolveProgress&) {});  // ended by the destructor
 }
 
 TEST(SolveSessionParallel, FailuresAreReported) {
