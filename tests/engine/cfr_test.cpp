@@ -232,10 +232,6 @@ TEST(DiscountedCfr, ValuesAgainstBruteForce) {
         SCOPED_TRACE(testing::Message() << spot.board << spot.rake << spot.exact_all_in);
         Solved solved(spot, iterations(9));
         const double bound = 1e-5 * (spot.pot + 2 * spot.stack);
-        const auto exact = [](const Game& game, const GameNode& node, Seat seat,
-                              const std::vector<double>& reach) {
-            return plain_terminal(game, node, seat, reach, true);
-        };
         const auto current = solved.cfr.current_ev(solved.game);
         const auto best = solved.cfr.mes_ev(solved.game);
         const bool right = spot.exact_all_in || spot.board.size() == 10;
@@ -250,8 +246,8 @@ TEST(DiscountedCfr, ValuesAgainstBruteForce) {
             const auto& weights = solved.game.cards.pocket_weights;
             const std::size_t s = index_of(seat);
             const std::vector<double> reach(weights[1 - s].begin(), weights[1 - s].end());
-            const auto played = plain_walk(solved, 0, seat, false, reach, exact);
-            const auto answered = plain_walk(solved, 0, seat, true, reach, exact);
+            const auto played = plain_walk(solved, 0, seat, false, reach, true);
+            const auto answered = plain_walk(solved, 0, seat, true, reach, true);
             for (std::size_t h = 0; h < played.size(); ++h) {
                 const double weight = weights[s][h];
                 both_played += weight * played[h];

@@ -319,11 +319,12 @@ inline std::vector<double> plain_terminal(const Game& game, const GameNode& node
 
 /// Values of a seat's hands when both seats play their average strategies or, with `best`, the seat
 /// its best response. For trees that deal every card.
-template <class Terminal>
-std::vector<double> plain_walk(const Solved& solved, std::size_t index, Seat seat, bool best,
-                               const std::vector<double>& reach, const Terminal& terminal) {
+inline std::vector<double> plain_walk(const Solved& solved, std::size_t index, Seat seat, bool best,
+                                      const std::vector<double>& reach, bool exact) {
     const GameNode& node = solved.game.nodes[index];
-    if (node.kind == NodeKind::Terminal) return terminal(solved.game, node, seat, reach);
+    if (node.kind == NodeKind::Terminal) {
+        return plain_terminal(solved.game, node, seat, reach, exact);
+    }
     const auto& own = solved.game.cards.pockets[index_of(seat)];
     const auto& theirs = solved.game.cards.pockets[index_of(other(seat))];
     const bool deals = node.kind == NodeKind::Chance;
@@ -344,7 +345,7 @@ std::vector<double> plain_walk(const Solved& solved, std::size_t index, Seat sea
                 next[j] *= static_cast<double>(strategy[a * theirs.size() + j]);
             }
         }
-        const auto child = plain_walk(solved, node.children[a], seat, best, next, terminal);
+        const auto child = plain_walk(solved, node.children[a], seat, best, next, exact);
         for (std::size_t h = 0; h < own.size(); ++h) {
             if (acts && best) {
                 values[h] = std::max(values[h], child[h]);

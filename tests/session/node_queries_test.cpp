@@ -86,10 +86,8 @@ Row plain_met(const kestrel::Game& game, Seat seat, const Row& reach) {
 
 /// What each hand of a seat expects to take out of the pot of `at`, from the values at `node`.
 Row plain_evs(const Answered& a, std::size_t at, std::size_t node, Seat seat, const Row& reach) {
-    const auto terminal = [](const kestrel::Game& game, const GameNode& n, Seat s, const Row& r) {
-        return kestrel::plain_terminal(game, n, s, r, game.options.exact_all_in);
-    };
-    Row values = kestrel::plain_walk(*a.solved, node, seat, false, reach, terminal);
+    const bool exact = a.game().options.exact_all_in;
+    Row values = kestrel::plain_walk(*a.solved, node, seat, false, reach, exact);
     const Row met = plain_met(a.game(), seat, reach);
     const double mass = kestrel::plain_mass(a.game().cards);
     for (std::size_t h = 0; h < values.size(); ++h) {
