@@ -150,6 +150,35 @@ QString HandRanges::inverted(const QString& text) {
     });
 }
 
+QString HandRanges::written(const QVariantMap& weights, const QString& board) {
+    Range range{};
+    for (std::size_t label = 0; label < kestrel_app::label_count; ++label) {
+        const auto pockets = kestrel_app::pockets_of_label(label);
+        const auto all = weights.find(QString::fromStdString(kestrel_app::hand_label(label)));
+        std::vector<kestrel::Pocket> blocked;
+        std::vector<float> open;
+        for (const kestrel::Pocket& pocket : pockets) {
+            if ((kestrel::pocket_mask(pocket) & boardCards(board)) != 0) {
+                blocked.push_back(pocket);
+                continue;
+            }
+            const std::string low = kestrel::card_to_string(pocket.low);
+            const std::string high = kestrel::card_to_string(pocket.high);
+            auto own = weights.find(QString::fromStdString(high + low));
+            own = own == weights.end() ? weights.find(QString::fromStdString(low + high)) : own;
+            own = own == weights.end() ? all : own;
+            open.push_back(own == weights.end() ? 0 : rounded(own->toDouble()));
+            weightOf(range, pocket) = open.back();
+        }
+        if (!open.empty() && std::ranges::count(open, open.front()) == std::ssize(open)) {
+            for (const kestrel::Pocket& pocket : blocked) {
+                weightOf(range, pocket) = open.front();
+            }
+        }
+    }
+    return textOf({range, {}});
+}
+
 int HandRanges::sizeOf(const QString& hand) {
     return static_cast<int>(pocketsOf(hand).size());
 }

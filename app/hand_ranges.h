@@ -45,6 +45,11 @@ class HandRanges : public QObject {
     /// The text once each combo has what it lacked to 1.
     Q_INVOKABLE static QString inverted(const QString& text);
 
+    /// The text of a range on a board: `weights` from hands or combos, of which a combo wins over
+    /// its hand, to weights, three digits after the point. Combos that the board blocks, of which
+    /// nothing is known, are written like the others of their hand where these are alike.
+    Q_INVOKABLE static QString written(const QVariantMap& weights, const QString& board);
+
     /// How many combos a hand has.
     Q_INVOKABLE static int sizeOf(const QString& hand);
 };

@@ -466,7 +466,9 @@ bool HandMatrixItem::moveCurrent(int key) {
 void HandMatrixItem::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const bool activates = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (event->matches(QKeySequence::Copy)) {
+    const bool copiesTable =
+        key == Qt::Key_C && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
+    if (copiesTable || (copiesItself_ && event->matches(QKeySequence::Copy))) {
         copy();
     } else if (!(editable_ || selectable_)) {
         event->ignore();

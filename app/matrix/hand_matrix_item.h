@@ -38,6 +38,9 @@ class HandMatrixItem : public QQuickItem {
     /// shown.
     Q_PROPERTY(QVariantMap actionProbs READ actionProbs WRITE setActionProbs NOTIFY contentChanged)
 
+    /// Whether the shortcut that copies puts the text of the matrix on the clipboard; with the
+    /// shift key it does so in any case.
+    Q_PROPERTY(bool copiesItself MEMBER copiesItself_ NOTIFY modeChanged)
     Q_PROPERTY(bool editable READ isEditable WRITE setEditable NOTIFY modeChanged)
     Q_PROPERTY(bool selectable READ isSelectable WRITE setSelectable NOTIFY modeChanged)
     Q_PROPERTY(bool dragSelectable MEMBER dragSelectable_ NOTIFY modeChanged)
@@ -185,6 +188,7 @@ class HandMatrixItem : public QQuickItem {
     QStringList actionTypes_;
     QVariantList actionColors_;
     QVariantMap actionProbs_;
+    bool copiesItself_ = true;
     bool editable_ = false;
     bool selectable_ = false;
     bool dragSelectable_ = false;

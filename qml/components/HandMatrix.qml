@@ -23,6 +23,8 @@ FocusScope {
     // Weights fill cells from the left, or from the bottom with "verticalFill".
     property string weightDisplayMode: "horizontalSpan"
 
+    // Whether the shortcut that copies takes the grid; otherwise it goes on to whoever is around it.
+    property bool copiesItself: true
     property bool editable: false
     // The weight that hands are painted with; below 0 they are just on or off.
     property real brush: -1
@@ -129,6 +131,7 @@ FocusScope {
         actionColors: matrix._actionColors(matrix.actionTypes)
         actionProbs: matrix.actionProbs
         fillFromBottom: matrix.weightDisplayMode === "verticalFill"
+        copiesItself: matrix.copiesItself
         editable: matrix.editable
         brush: matrix.brush
         selectable: matrix.selectable

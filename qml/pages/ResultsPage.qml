@@ -141,6 +141,10 @@ HandTools {
             strategyPanel.scrollBy(event.key === Qt.Key_PageDown ? 0.9 : -0.9);
             event.accepted = true;
         } else if (event.matches(StandardKey.Copy)) {
+            strategyPanel.copyRange();
+            event.accepted = true;
+        } else if (event.key === Qt.Key_C
+                   && event.modifiers === (Qt.ControlModifier | Qt.ShiftModifier)) {
             strategyPanel.copyMatrix();
             event.accepted = true;
         } else if (treePanel.handleKey(event.key)) {

@@ -184,6 +184,63 @@ DocumentCase {
         }
     }
 
+    function pasted(): string {
+        paste.clear();
+        paste.paste();
+        return paste.text;
+    }
+
+    // The range of the node, of an action of the bar, and of the one that ended the hand.
+    function test_copying(): void {
+        solve(Spots.river);
+        tryVerify(() => !page._handCombosLoading);
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        compare(pasted(), "TT, KQo, 87s");
+        const bar = every(ActionBar)[0];
+        mouseClick(bar, bar.width - 2, 2);
+        const combos = Array.from(controller.nodeHandCombos(0));
+        for (const focus of [every(GameTreePanel)[0], every(HandMatrix)[0]]) {
+            focus.forceActiveFocus();
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+            for (const hand of ["KQo", "87s"]) {
+                const bets = combos.filter(combo => page._handClassFromCards(combo.c1, combo.c2) === hand)
+                    .map(combo => combo.actionProbs[1]);
+                const mean = bets.reduce((sum, bet) => sum + bet, 0) / bets.length;
+                fuzzyCompare(HandRanges.weightsOf(pasted())[hand] ?? 0, mean, 0.001, hand);
+            }
+            keyClick(Qt.Key_C, Qt.ControlModifier | Qt.ShiftModifier);
+            verify(pasted().startsWith("AA\tAKs"), "the table");
+        }
+        choose([1, 0]);
+        tryVerify(() => !page._handCombosLoading);
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        const folds = Array.from(controller.nodeHandCombos(page.currentNodeIndex), combo => combo.actionProbs[0]);
+        compare(HandRanges.read(pasted(), page.boardText).combos > 0, folds.some(fold => fold > 0.001));
+    }
+
+    // What a hand does, by pointer and by keys.
+    function test_handTip(): void {
+        solve(Spots.river);
+        choose([1]);
+        tryVerify(() => !page._handCombosLoading);
+        const matrix = every(HandMatrix)[0];
+        const tip = () => findChild(page, "handTip");
+        const cell = matrix.cellOf("99");
+        mouseMove(matrix, cell.x + 5, cell.y + 5);
+        tryVerify(() => tip()?.visible);
+        const combos = Array.from(controller.nodeHandCombos(page.currentNodeIndex))
+            .filter(combo => combo.c1[0] === "9" && combo.c2[0] === "9");
+        const gains = combos.map(combo => combo.actionEvs[1] - combo.actionEvs[0]);
+        const shown = texts(tip().contentItem);
+        compare(shown.slice(0, 4), ["99", "3 of 6 combos", "Fold", "Call · 5"]);
+        verify(shown.includes(figure(gains.reduce((a, b) => a + b, 0) / 3, 2) + " EV"), shown);
+        mouseMove(matrix, -5, -5);
+        tryVerify(() => !tip().visible);
+        matrix.forceActiveFocus(Qt.TabFocusReason);
+        tryVerify(() => tip().visible);
+        compare(texts(tip().contentItem).slice(0, 2), ["AA", "Does not come here"]);
+    }
+
     // Chips count from the beginning of the street.
     function test_chips(): void {
         solve(Spots.turn);
@@ -358,6 +415,10 @@ DocumentCase {
         page.visible = true;
         compare(page.handWeights, controller.nodeHandStrategyReach169(0, "").weights);
         verify(texts(boxes()[0]).includes("Pot: 10"), "boxes that were made unseen are whole");
+    }
+
+    TextEdit {
+        id: paste
     }
 
     name: "ResultsPage"

@@ -20,6 +20,8 @@ ColumnLayout {
     property string selectedHand: ""
     // Marked as what is looked at elsewhere, empty for none.
     property string litHand: ""
+    // Why the values of hands are not known; empty where they are.
+    property string unknownEv: ""
 
     readonly property alias matrix: matrix
     readonly property alias legend: legend
@@ -76,9 +78,55 @@ ColumnLayout {
         selectable: true
         selectedHand: panel.selectedHand
         litHand: panel.litHand
+        copiesItself: false
         onHandClicked: hand => panel.handClicked(hand)
         Layout.fillWidth: true
 
+        OnDemand {
+            id: tipPlace
+
+            // The hand under the pointer, or else the one that the keyboard is on; empty for none.
+            readonly property string hand: {
+                if (!panel.visible || panel._empty) {
+                    return "";
+                }
+                return matrix.hoveredHand || (matrix.markedCell.height > 0 ? matrix.currentHand : "");
+            }
+
+            wanted: rested.ready && hand !== ""
+            onHandChanged: rested.heed()
+
+            HandTip {
+                parent: matrix
+                theme: panel.theme
+                strategy: panel.strategy
+                hands: panel.hands
+                actions: panel.actions
+                unknownEv: panel.unknownEv
+                hand: tipPlace.hand
+                visible: tipPlace.wanted
+                x: matrix.effectiveMatrixSize + panel.theme.spaceSm
+                y: matrix.cellOf(hand).y
+            }
+        }
+        // A pointer on its way across the matrix asks for nothing.
+        Timer {
+            id: rested
+
+            property bool ready: false
+
+            function heed(): void {
+                if (tipPlace.hand === "") {
+                    stop();
+                    ready = false;
+                } else if (!ready) {
+                    start();
+                }
+            }
+
+            interval: 250
+            onTriggered: ready = true
+        }
         // Over the grid, which keeps its size whatever there is to say.
         Rectangle {
             anchors.centerIn: parent

@@ -1,6 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
+import "../../logic/hand_summary.mjs" as HandSummary
+import "../../logic/suit_map.mjs" as Suits
 
 // The right panel: the head and what is played at the current node.
 Card {
@@ -37,9 +39,44 @@ Card {
         view.copyMatrix();
     }
 
+    // Puts the range of the node on the clipboard, or that of the action that was chosen in the bar or
+    // that the hand ended with.
+    function copyRange(): void {
+        const actions = nodes.actions(walk.currentNodeIndex);
+        const ended = actions.findIndex(action => action === walk.ending);
+        const chosen = view.chosenAction >= 0 ? view.chosenAction : ended;
+        if (playMode || actions.length === 0) {
+            return;
+        }
+        clipboard.put(HandRanges.written(_weights(chosen), walk.boardWithDeals));
+        //: %1 is an action
+        copied.show(chosen < 0 ? qsTr("The range is on the clipboard")
+                               : qsTr("The range of “%1” is on the clipboard")
+                                     .arg(ActionText.shown(actions[chosen])), 2500);
+    }
+
+    function _weights(action: int): var {
+        if (hands.loading || hands.loaded.length === 0) {
+            return HandSummary.handWeights(strategy.weights, strategy.actionProbs, action);
+        }
+        const map = Suits.suitMap(walk.dealsBefore(walk.levels.count));
+        return HandSummary.comboWeights(hands.loaded, action, map);
+    }
+
     // By a part of the height.
     function scrollBy(part: real): void {
         view.scrollBy(part);
+    }
+
+    Clipboard {
+        id: clipboard
+    }
+    AppToolTip {
+        id: copied
+
+        theme: panel.theme
+        delay: 0
+        y: panel.height - implicitHeight - panel.theme.spaceLg
     }
 
     ColumnLayout {

@@ -31,6 +31,9 @@ AppScrollView {
     property alias nodeButtons: nodeButtons.data
     property alias nodeTools: nodeTools.data
 
+    // Index of the action that was chosen in the bar, -1 for none.
+    property int chosenAction: -1
+
     readonly property var _meta: nodes.meta(nodeIndex)
     readonly property var _sizes: StrategyLayout.shareOut({
         width: _contentWidth, height: availableHeight, scale: uiScale,
@@ -75,6 +78,8 @@ AppScrollView {
         flickable.contentY = Math.max(0, Math.min(Math.max(flickable.contentY, least), top));
     }
 
+    onNodeIndexChanged: chosenAction = -1
+
     // It takes what it is given: sizes that follow from its content would go round in a circle.
     implicitWidth: 300
     implicitHeight: 200
@@ -114,6 +119,10 @@ AppScrollView {
 
                 theme: view.theme
                 actions: view.barActions
+                interactive: view._meta.nodeType === "decision"
+                selectedAction: view.barActions[view.chosenAction]?.name ?? ""
+                onActionClicked: index =>
+                    view.chosenAction = index === view.chosenAction ? -1 : index
                 Layout.fillWidth: true
                 Layout.preferredHeight: view._sizes.barHeight
             }
@@ -134,6 +143,7 @@ AppScrollView {
                 actions: view.actions
                 selectedHand: view.selectedHand
                 litHand: handDetails.litHand
+                unknownEv: handDetails.unknownEv
                 hands: view.hands
                 buckets: view.buckets
                 onHandClicked: hand => view.handClicked(hand)
