@@ -37,6 +37,7 @@ AppController::AppController(QObject* parent)
     connect(&distributions_, &tidewell::DistributionJobs::ready, this,
             &AppController::handDistributions169Ready);
     connect(&handLists_, &tidewell::HandListJobs::ready, this, &AppController::nodeHandCombosReady);
+    connect(&locks_, &tidewell::NodeLockStore::changed, this, &AppController::nodeLocksChanged);
     setStatusText(tr("Ready"));
 }
 
@@ -214,6 +215,7 @@ void AppController::clearResults() {
     session_.clearResults();
     dropResult();
     locks_.clear();
+    locks_.markSaved();
     lastSolveCfg_.clear();
     memory_.clearResult();
     take(RunEvent::Discard);
@@ -227,6 +229,9 @@ void AppController::clearResults() {
 bool AppController::saveProject(const QUrl& fileUrl, const QVariantMap& projectState) {
     QString error = tr("Not enough memory to save");
     answer([&] { error = save(fileUrl, projectState); });
+    if (error.isEmpty()) {
+        locks_.markSaved();
+    }
     set(saveError_, error, &AppController::saveErrorChanged);
     return error.isEmpty();
 }
@@ -318,6 +323,7 @@ void AppController::showProject(ProjectData data) {
     answers_.restore(std::move(data.records));
     locks_.clear();
     locks_.restore(data.nodeLocks, [this](int node) { return results_.tree.actionCount(node); });
+    locks_.markSaved();
     lastSolveCfg_ = data.lastUiCfg;
     Q_EMIT resultsChanged();
 }

@@ -73,6 +73,8 @@ class AppController : public QObject {
     Q_PROPERTY(double fileProgress READ fileProgress NOTIFY fileProgressChanged)
     /// While `running`: the solve has been told to stop, and does so as soon as it can.
     Q_PROPERTY(bool cancelling READ cancelling NOTIFY cancellingChanged)
+    /// The locks are not those of the project's file, or of a project that nobody has touched.
+    Q_PROPERTY(bool nodeLocksUnsaved READ nodeLocksUnsaved NOTIFY nodeLocksChanged)
     /// Why the last save failed; empty when it did not.
     Q_PROPERTY(QString saveError READ saveError NOTIFY saveErrorChanged)
 
@@ -110,6 +112,7 @@ class AppController : public QObject {
     bool developerMode() const { return developerMode_; }
     double fileProgress() const { return fileProgress_; }
     bool cancelling() const { return state_.stopping(); }
+    bool nodeLocksUnsaved() const { return locks_.unsaved(); }
     QString saveError() const { return saveError_; }
 
     // Solves.
@@ -214,6 +217,7 @@ class AppController : public QObject {
     Q_INVOKABLE QVariantMap nodeHandDistributions169(int nodeIndex) {
         return answer([&] { return distributions_.request(nodeIndex); });
     }
+    Q_INVOKABLE void cancelHandDistributions169(int nodeIndex) { distributions_.cancel(nodeIndex); }
 
   Q_SIGNALS:
     void runningChanged();
@@ -229,6 +233,7 @@ class AppController : public QObject {
     void fileProgressChanged();
     void cancellingChanged();
     void saveErrorChanged();
+    void nodeLocksChanged();
 
   private:
     bool take(tidewell::RunEvent event);

@@ -4,6 +4,7 @@
 #include <QtConcurrent>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace tidewell {
 namespace {
@@ -64,7 +65,7 @@ QVariantMap workOut(const std::weak_ptr<const kestrel_app::FinishedSolve>& asked
 }  // namespace
 
 DistributionJobs::~DistributionJobs() {
-    *stop_ = true;
+    clear();
     for (auto* const watcher : findChildren<QFutureWatcherBase*>()) {
         watcher->waitForFinished();
     }
@@ -78,9 +79,10 @@ QVariantMap DistributionJobs::request(int node) {
         return *known;
     }
     if (!pending_.contains(node)) {
-        pending_.insert(node);
+        const auto stop = std::make_shared<std::atomic<bool>>(false);
+        pending_.insert(node, stop);
         auto* const watcher = new QFutureWatcher<QVariantMap>(this);
-        connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, node, stop = stop_] {
+        connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, node, stop] {
             watcher->deleteLater();
             if (!*stop) {
                 finish(node, watcher->result());
@@ -88,18 +90,24 @@ QVariantMap DistributionJobs::request(int node) {
         });
         watcher->setFuture(QtConcurrent::run(
             workOut, std::weak_ptr<const kestrel_app::FinishedSolve>(session_.finished()), node,
-            stop_));
+            stop));
     }
     QVariantMap answer = emptyAnswer(node, QStringLiteral("Computing…"));
     answer.insert("pending", true);
     return answer;
 }
 
+void DistributionJobs::cancel(int node) {
+    if (const Stop stop = pending_.take(node)) {
+        *stop = true;
+    }
+}
+
 void DistributionJobs::clear() {
     answers_.clear();
-    pending_.clear();
-    *stop_ = true;
-    stop_ = std::make_shared<std::atomic<bool>>(false);
+    for (const Stop& stop : std::exchange(pending_, {})) {
+        *stop = true;
+    }
 }
 
 void DistributionJobs::finish(int node, const QVariantMap& answer) {

@@ -2,7 +2,6 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QVariantMap>
 #include <atomic>
 #include <memory>
@@ -12,8 +11,8 @@
 namespace tidewell {
 
 /// Works out the distributions of nodes on threads of the global pool, and keeps them. What has not
-/// begun keeps no solve alive, and what has begun ends soon once nobody wants it. The destructor
-/// waits for that.
+/// begun keeps no solve alive, and what has begun ends after its present walk of the tree once
+/// nobody wants it. The destructor waits for that.
 class DistributionJobs : public QObject {
     Q_OBJECT
 
@@ -27,6 +26,10 @@ class DistributionJobs : public QObject {
     /// `equityOop`, each also for IP.
     QVariantMap request(int node);
 
+    /// Nobody waits for the node any more: what is under way for it stops without a word, and the
+    /// next request begins anew. What is kept stays.
+    void cancel(int node);
+
     /// Forgets everything and stops what is under way.
     void clear();
 
@@ -38,9 +41,8 @@ class DistributionJobs : public QObject {
 
     const kestrel_app::SolveSession& session_;
     QHash<int, QVariantMap> answers_;
-    QSet<int> pending_;
-    // Told to the workers of the present solve, all of which share it.
-    std::shared_ptr<std::atomic<bool>> stop_ = std::make_shared<std::atomic<bool>>(false);
+    // Under way, by node, each with what tells its worker to stop.
+    QHash<int, std::shared_ptr<std::atomic<bool>>> pending_;
 };
 
 }  // namespace tidewell

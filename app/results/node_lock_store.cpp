@@ -42,8 +42,19 @@ QVariantMap lockMap(const QString& hand, const NodeLock& lock) {
 
 }  // namespace
 
+void NodeLockStore::clear() {
+    locks_.clear();
+    Q_EMIT changed();
+}
+
 void NodeLockStore::clearNode(int node) {
     locks_.remove(node);
+    Q_EMIT changed();
+}
+
+void NodeLockStore::markSaved() {
+    saved_ = locks_;
+    Q_EMIT changed();
 }
 
 void NodeLockStore::setAction(
@@ -68,6 +79,7 @@ void NodeLockStore::setAction(
         lock.probs[std::max(action, 0)] = static_cast<float>(share);
     }
     locks_[node].insert(hand, lock);
+    Q_EMIT changed();
 }
 
 void NodeLockStore::setProbs(int node, const QString& hand, const QVariantList& probs,
@@ -80,6 +92,7 @@ void NodeLockStore::setProbs(int node, const QString& hand, const QVariantList& 
         numbers[static_cast<std::size_t>(i)] = probs[i].toDouble();
     }
     locks_[node].insert(hand, {normalised(numbers)});
+    Q_EMIT changed();
 }
 
 void NodeLockStore::add(const kestrel_app::NodeLockEntry& entry) {
@@ -111,6 +124,7 @@ QVariantList NodeLockStore::all() const {
 
 void NodeLockStore::restore(const QVariantList& locks, const std::function<int(int)>& actionsOf) {
     const auto nothing = [] { return std::optional<kestrel_app::HandStrategy>(); };
+    const bool wereBlocked = blockSignals(true);  // one change, not one for each lock
     for (const QVariant& entry : locks) {
         const QVariantMap lock = entry.toMap();
         const int node = lock.value("nodeIndex", -1).toInt();
@@ -124,6 +138,8 @@ void NodeLockStore::restore(const QVariantList& locks, const std::function<int(i
             setAction(node, hand, action, prob, actionsOf(node), nothing);
         }
     }
+    blockSignals(wereBlocked);
+    Q_EMIT changed();
 }
 
 std::vector<kestrel_app::NodeLockEntry> NodeLockStore::entries() const {

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QMap>
+#include <QObject>
 #include <QString>
 #include <QVariantList>
 #include <functional>
@@ -19,15 +20,23 @@ struct NodeLock {
     QList<float> probs;    ///< one for each action, adding up to 1
     int actionIndex = -1;  ///< the action that a lock of one action means, or -1
     double actionProb = 1.0;
+
+    bool operator==(const NodeLock&) const = default;
 };
 
 /// The locks that a person has set, by node and label, until the next solve that is not made under
 /// them. What does not fit is dropped without a word: a negative node, an empty label, a node
 /// without actions, an action that it does not have.
-class NodeLockStore {
+class NodeLockStore : public QObject {
+    Q_OBJECT
+
   public:
     bool empty() const { return locks_.isEmpty(); }
-    void clear() { locks_.clear(); }
+
+    /// Whether they are other ones than at the last call of `markSaved`, at first than none.
+    bool unsaved() const { return locks_ != saved_; }
+    void markSaved();
+    void clear();
     void clearNode(int node);
 
     /// Locks one action of a hand at `prob` (clamped to 0 and 1), the others sharing the rest. A
@@ -57,8 +66,12 @@ class NodeLockStore {
     /// As a solve takes them.
     std::vector<kestrel_app::NodeLockEntry> entries() const;
 
+  Q_SIGNALS:
+    void changed();  ///< also of `unsaved`
+
   private:
     QMap<int, QMap<QString, NodeLock>> locks_;
+    QMap<int, QMap<QString, NodeLock>> saved_;
 };
 
 }  // namespace tidewell

@@ -4,7 +4,8 @@ import QtQuick
 import Tidewell
 
 // Knows whether the project has changes that are in no file, and asks before they are lost. A
-// result that is in no file is such a change, too; a solve that runs is asked about as well.
+// result and locks that are in no file are such a change, too; a solve that runs is asked about as
+// well.
 Item {
     id: guard
 
@@ -17,7 +18,8 @@ Item {
     property real worthKeepingSeconds: 2
 
     readonly property bool unsavedChanges: hasProject
-        && (_hasNewResult || JSON.stringify(project.exportProjectState()) !== _savedState)
+        && (_hasNewResult || (project.controller?.nodeLocksUnsaved ?? false)
+            || JSON.stringify(project.exportProjectState()) !== _savedState)
     readonly property bool _running: project.controller?.running ?? false
     // The project state that a file holds, or that nobody has touched yet.
     property string _savedState: ""
