@@ -528,6 +528,12 @@ void HandMatrixItem::updatePicture() {
     picture_.showEmptyLabels = showLabels_;
     picture_.hovered = hovered_;
     picture_.selected = handOfLabel(selectedHand_);
+    picture_.locked.reset();
+    for (const QString& label : lockedHands_) {
+        if (const int hand = handOfLabel(label); hand >= 0) {
+            picture_.locked.set(static_cast<std::size_t>(hand));
+        }
+    }
     picture_.current = focusVisible_ && hasActiveFocus() ? current_ : -1;
 }
 

@@ -69,6 +69,8 @@ class HandMatrixItem : public QQuickItem {
     Q_PROPERTY(QColor markColor MEMBER markColor_ NOTIFY lookChanged)
     /// Label of the hand framed as chosen, empty for none.
     Q_PROPERTY(QString selectedHand MEMBER selectedHand_ NOTIFY contentChanged)
+    /// Labels of the hands that carry a padlock.
+    Q_PROPERTY(QStringList lockedHands MEMBER lockedHands_ NOTIFY contentChanged)
 
     /// Label under the pointer, empty for none.
     Q_PROPERTY(QString hoveredHand READ hoveredHand NOTIFY hoveredHandChanged)
@@ -209,6 +211,7 @@ class HandMatrixItem : public QQuickItem {
     QColor haloColor_;
     QColor markColor_;
     QString selectedHand_;
+    QStringList lockedHands_;
 
     int hovered_ = -1;
     int current_ = 0;

@@ -60,6 +60,23 @@ void addFrame(std::vector<ColorRect>& rects, const QRectF& area, double width,
     rects.push_back({{area.right() - width, area.top() + width, width, inner}, color});
 }
 
+// A padlock on a plate, in the upper right corner of a cell; whole pixels on a cell at rest.
+void addPadlock(std::vector<ColorRect>& rects, const QRectF& cell, const QColor& ink,
+                const QColor& plate) {
+    const double unit = std::max(1.0, std::floor(cell.width() / 28.0));
+    const QRectF area(cell.right() - restingBorder - 9.0 * unit, cell.top() + restingBorder,
+                      9.0 * unit, 10.0 * unit);
+    const auto part = [&](double x, double y, double width, double height) {
+        return QRectF(area.left() + x * unit, area.top() + y * unit, width * unit, height * unit);
+    };
+    rects.push_back({area, plate});
+    rects.push_back({part(3, 1, 3, 1), ink});  // the shackle
+    rects.push_back({part(2, 2, 1, 2), ink});
+    rects.push_back({part(6, 2, 1, 2), ink});
+    rects.push_back({part(1, 4, 7, 5), ink});
+    rects.push_back({part(4, 5, 1, 2), plate});  // the keyhole
+}
+
 const QColor& baseColor(const HandMatrixPalette& palette, int hand) {
     const int row = hand / handGridSide;
     const int column = hand % handGridSide;
@@ -276,6 +293,9 @@ void HandMatrixPicture::addCell(std::vector<ColorRect>& rects, int hand) const {
     }
     if (hand == selected) {
         addFrame(rects, area, frameWidth, palette.selection);
+    }
+    if (locked.test(static_cast<std::size_t>(hand))) {
+        addPadlock(rects, area, palette.selection, palette.offsuit);
     }
 }
 

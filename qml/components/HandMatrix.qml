@@ -36,6 +36,8 @@ FocusScope {
     property string selectedHand: ""
     // Marked as what is looked at elsewhere; empty for none.
     property string litHand: ""
+    // Labels of hands that carry a padlock.
+    property var lockedHands: []
 
     property real cellSize: 32
     property real cellSpacing: 2
@@ -74,7 +76,8 @@ FocusScope {
             actions.push(qsTr("%1: %2%").arg(ActionText.label(actionTypes[i], actionTypes[i]))
                                         .arg(_percent(shares[i])));
         }
-        return [text].concat(actions).join(", ");
+        const locks = lockedHands.includes(grid.currentHand) ? [qsTr("locked")] : [];
+        return [text].concat(actions, locks).join(", ");
     }
 
     signal handClicked(hand: string, currentWeight: real)
@@ -138,6 +141,7 @@ FocusScope {
         dragSelectable: matrix.dragSelectable
         showLabels: matrix.showLabels
         selectedHand: matrix.selectedHand
+        lockedHands: matrix.lockedHands
         cellSize: matrix.effectiveCellSize
         cellSpacing: matrix.cellSpacing
         labelFont.family: matrix.theme.monoFamily
