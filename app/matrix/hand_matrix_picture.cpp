@@ -60,21 +60,20 @@ void addFrame(std::vector<ColorRect>& rects, const QRectF& area, double width,
     rects.push_back({{area.right() - width, area.top() + width, width, inner}, color});
 }
 
-// A padlock on a plate, in the upper right corner of a cell; whole pixels on a cell at rest.
+// A padlock on a plate, in the upper right corner of a cell, as small as it can be told from a dot:
+// the label has the rest. Whole pixels on a cell at rest.
 void addPadlock(std::vector<ColorRect>& rects, const QRectF& cell, const QColor& ink,
                 const QColor& plate) {
-    const double unit = std::max(1.0, std::floor(cell.width() / 28.0));
-    const QRectF area(cell.right() - restingBorder - 9.0 * unit, cell.top() + restingBorder,
-                      9.0 * unit, 10.0 * unit);
+    const double unit = std::max(1.0, std::floor(cell.width() / 22.0));
+    const QPointF corner = cell.topRight() - QPointF(7.0 * unit, 0.0);
     const auto part = [&](double x, double y, double width, double height) {
-        return QRectF(area.left() + x * unit, area.top() + y * unit, width * unit, height * unit);
+        return QRectF(corner + QPointF(x, y) * unit, QSizeF(width, height) * unit);
     };
-    rects.push_back({area, plate});
-    rects.push_back({part(3, 1, 3, 1), ink});  // the shackle
-    rects.push_back({part(2, 2, 1, 2), ink});
-    rects.push_back({part(6, 2, 1, 2), ink});
-    rects.push_back({part(1, 4, 7, 5), ink});
-    rects.push_back({part(4, 5, 1, 2), plate});  // the keyhole
+    rects.push_back({part(0, 0, 7, 7), plate});
+    rects.push_back({part(2, 1, 3, 1), ink});  // the shackle
+    rects.push_back({part(2, 2, 1, 1), ink});
+    rects.push_back({part(4, 2, 1, 1), ink});
+    rects.push_back({part(1, 3, 5, 3), ink});
 }
 
 const QColor& baseColor(const HandMatrixPalette& palette, int hand) {

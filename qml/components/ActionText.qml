@@ -34,6 +34,15 @@ QtObject {
         return amount.toLocaleString(Qt.locale(), "f", isWhole ? 0 : 2);
     }
 
+    // From the name alone, in any case, as "bet 50%".
+    function fromAnyCase(name: string): string {
+        const upper = word => word[0].toUpperCase() + word.slice(1);
+        const proper = name.replace(/^(bet|raise) /i, kind => upper(kind.toLowerCase()))
+                           .replace(/^[a-z]/, upper);
+        const text = _fromName(proper);
+        return text === proper && !/^(Bet|Raise|Check|Call|Fold|All-in)/.test(proper) ? name : text;
+    }
+
     function _fromName(name: string): string {
         const kind = /^(Bet|Raise)( |$)|^(Check|Call|Fold|All-In|All-in)$/.test(name)
             ? ActionList.kindOf(name.replace("-", "")) : "";

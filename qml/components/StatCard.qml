@@ -10,6 +10,8 @@ Rectangle {
     property string label: ""
     property string value: ""
     property string unit: ""
+    // What it was before, at the left of the value; empty for none.
+    property string before: ""
     // "up", "down" or nothing.
     property string trend: ""
     property color accentColor: theme.text
@@ -26,6 +28,8 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     //: A figure and its name, as a screen reader says it: "Accuracy: 92 %"
     Accessible.name: qsTr("%1: %2 %3").arg(label).arg(value).arg(unit).trim()
+    //: A figure as it was before the last change
+    Accessible.description: before === "" ? "" : qsTr("Before: %1").arg(before)
 
     ColumnLayout {
         id: column
@@ -49,6 +53,16 @@ Rectangle {
         RowLayout {
             spacing: stat.theme.spaceXs
 
+            Text {
+                //: A figure before a change; the new one stands behind the arrow
+                text: qsTr("%1 →").arg(stat.before)
+                textFormat: Text.PlainText
+                color: stat.theme.legible(stat.theme.textMuted, stat.color)
+                font.pixelSize: stat.compact ? Fallback.type.bodySm : Fallback.type.bodyLg
+                visible: stat.before !== ""
+                Accessible.ignored: true
+                Layout.alignment: Qt.AlignBaseline
+            }
             Text {
                 text: stat.value
                 textFormat: Text.PlainText

@@ -1,13 +1,14 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tidewell
 import "../logic/action_list.mjs" as ActionList
 
 // Walks the tree of a finished solve: at the left the way down, at the right what is played at the
 // current node.
-HandTools {
+NodeTools {
     id: page
 
     property Theme theme: Fallback.theme
@@ -44,11 +45,6 @@ HandTools {
     property alias handActionTypeList: strategyData.actionTypes
     property alias handActionProbs: strategyData.actionProbs
 
-    // Locks that were set here: by node index a map of hand label to `{actionProbs}`.
-    property var nodeLocksByNode: ({})
-    // This page has just asked for a solve with its locks.
-    property bool _startingSolveWithNodeLocks: false
-
     // Hands are being played instead of looked at.
     property bool playMode: false
 
@@ -58,13 +54,11 @@ HandTools {
     readonly property real uiScale: Math.max(0.75, Math.min(1, width / 1540))
     // Of the current node, arrays in the node's order. A hidden page asks nothing: it would hold up the
     // end of a solve.
-    readonly property var currentActions: visible ? _actionsOf(currentNodeIndex) : []
+    currentActions: visible ? _actionsOf(currentNodeIndex) : []
     readonly property var actionFrequenciesActions: _normalizeActionEvsAroundFold(currentActions)
 
     // refreshHandMatrix() is due.
     property bool _matrixStale: false
-
-    signal goToSolve
 
     function resetTreeToRoot(): void {
         treeWalk.reset();
@@ -90,7 +84,15 @@ HandTools {
         _matrixStale = !visible;
         if (visible) {
             strategyData.refresh(currentNodeIndex, selectedBucket,
-                                 nodeLocksByNode[currentNodeIndex] ?? {});
+                                 nodeLocks.ofNode(currentNodeIndex));
+        }
+    }
+
+    function _takeHand(hand: string): void {
+        if (nodeLockMode) {
+            applyNodeLockToHand(currentNodeIndex, hand);
+        } else {
+            toggleHandFilter(hand);
         }
     }
 
@@ -110,10 +112,6 @@ HandTools {
         return ActionList.withEvsAgainstFold(ActionList.toArray(actions));
     }
 
-    function _nodeHasLocks(nodeIndex: int): bool {
-        return reader.hasLocks(nodeIndex);
-    }
-
     function _actionsOf(node: int): var {
         const meta = reader.meta(node);
         if (meta.nodeType !== "chance") {
@@ -124,13 +122,10 @@ HandTools {
         return [{name: name, actionType: "chance", frequency: 1, combos: NaN, equity: NaN, ev: NaN}];
     }
 
-    function _clearNodeLockState(): void {
-        nodeLocksByNode = {};
-    }
-
     function _takeResults(): void {
         reader.forget();
         chanceChoice.close();
+        distributions.close();
         resetTreeToRoot();
         refreshHandMatrix();
         _scheduleHandCombosLoad();
@@ -159,9 +154,11 @@ HandTools {
         _scheduleHandCombosLoad();
     }
     onSelectedBucketChanged: refreshHandMatrix()
+    onLocksEdited: refreshHandMatrix()
     onVisibleChanged: {
         if (!visible) {
             chanceChoice.close();
+            distributions.close();
         } else if (_matrixStale) {
             refreshHandMatrix();
         }
@@ -172,21 +169,15 @@ HandTools {
         target: page.controller
 
         function onRunningChanged(): void {
-            if (!page.controller.running) {
-                return;
+            page.nodeLocks.noteRunning(page.controller.running);
+            if (page.controller.running) {
+                page.playMode = false;
             }
-            page.playMode = false;
-            if (!page._startingSolveWithNodeLocks) {
-                page._clearNodeLockState();
-            }
-            page._startingSolveWithNodeLocks = false;
         }
 
         function onResultsChanged(): void {
+            page.nodeLocks.noteResults(page.controller.resultIterations);
             page._takeResults();
-            if (page.controller.resultIterations <= 0 && !page._startingSolveWithNodeLocks) {
-                page._clearNodeLockState();
-            }
         }
     }
     // The colours of the hands are those of the moment.
@@ -206,7 +197,7 @@ HandTools {
         id: reader
 
         controller: page.controller
-        locksByNode: page.nodeLocksByNode
+        lockedNodes: page.nodeLocks.lockedNodes
         onControllerChanged: page._takeResults()
     }
     TreeWalk {
@@ -271,9 +262,42 @@ HandTools {
             setupChanged: page.setupChanged
             T.SplitView.minimumWidth: Math.max(360, Math.round(500 * page.uiScale))
             T.SplitView.fillWidth: true
-            onHandClicked: hand => page.toggleHandFilter(hand)
+            locks: page.nodeLocks
+            onHandClicked: hand => page._takeHand(hand)
             onBucketClicked: name => page.toggleBucketFilter(name)
             onWhyRequested: (c1, c2, action) => page.whyRequested(c1, c2, action)
+            onHandDragged: hand => page.applyNodeLockToHand(page.currentNodeIndex, hand)
+            headerActions: SecondaryButton {
+                objectName: "distributions"
+                theme: page.theme
+                text: qsTr("Distributions")
+                tip: qsTr("Each player's equity or EV by hand, as two curves.")
+                horizontalPadding: page.theme.spaceSm
+                onClicked: page.distributions.open()
+                Layout.fillWidth: true
+                Layout.preferredWidth: Math.max(110, Math.round(140 * page.uiScale))
+            }
+            nodeButtons: LockButtons {
+                theme: page.theme
+                locks: page.nodeLocks
+            }
+            nodeTools: LockPanel {
+                theme: page.theme
+                locks: page.nodeLocks
+                visible: page.nodeLockMode
+                onSolveRequested: page.reSolve()
+                Layout.fillWidth: true
+            }
+        }
+    }
+    OnDemand {
+        wanted: page.distributions.shown
+
+        DistributionsDialog {
+            theme: page.theme
+            distributions: page.distributions
+            pageWidth: page.width
+            pageHeight: page.height
         }
     }
 

@@ -120,6 +120,52 @@ Item {
             picture("results-river");
         }
 
+        // The root's hands, painted; a solve under them; and what a project knows of the curves.
+        function locks(): void {
+            const page = shell.resultsPage;
+            page.resetTreeToRoot();
+            page.nodeLocks.enterMode();
+            picture("locks-none");
+            page.nodeLocks.select(1);
+            for (const hand of ["AA", "KK", "QQ", "JJ", "AKs", "AQs", "AKo"]) {
+                page.applyNodeLockToHand(0, hand);
+            }
+            picture("locks-pure");
+            page.nodeLocks.toggleMixed();
+            for (const hand of ["TT", "99", "88", "77", "KQs"]) {
+                page.applyNodeLockToHand(0, hand);
+            }
+            picture("locks-mixed");
+            page.selectActionAtLevel(0, 0);
+            page.selectActionAtLevel(1, 0);
+            picture("locks-chance");
+            page.reSolve();
+            tryVerify(() => !shell.running && shell.controller.resultIterations > 0, 300000);
+            shell.navIndex = 3;
+            picture("locks-solved");
+        }
+
+        function distributions(): void {
+            const page = shell.resultsPage;
+            page.distributions.open();
+            picture("distributions-pending");
+            tryVerify(() => page._distPayload.ok, 60000);
+            picture("distributions-equity");
+            keyClick(Qt.Key_End);
+            keyClick(Qt.Key_Left, Qt.ShiftModifier);
+            keyClick(Qt.Key_Left, Qt.ShiftModifier);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+            picture("distributions-hover");
+            page._distMetricEquity = false;
+            keyClick(Qt.Key_Home);
+            picture("distributions-ev");
+            page._distPayload = Object.assign({}, page._distPayload, {
+                ok: false, error: "Distributions unavailable (no live solve state)."
+            });
+            picture("distributions-error");
+            keyClick(Qt.Key_Escape);
+        }
+
         function others(): void {
             shell.navIndex = 4;
             picture("settings");
@@ -150,6 +196,8 @@ Item {
             setup();
             solving();
             results();
+            locks();
+            distributions();
             others();
         }
 

@@ -22,6 +22,8 @@ ColumnLayout {
     property string litHand: ""
     // Why the values of hands are not known; empty where they are.
     property string unknownEv: ""
+    // A click or a drag over the matrix locks hands.
+    property bool painting: false
 
     readonly property alias matrix: matrix
     readonly property alias legend: legend
@@ -30,6 +32,7 @@ ColumnLayout {
     readonly property bool _empty: Object.keys(strategy.weights).length === 0
 
     signal handClicked(hand: string)
+    signal handDragged(hand: string)
 
     function _hint(): string {
         if (_meta.nodeType === "chance") {
@@ -76,10 +79,13 @@ ColumnLayout {
         minCellSize: 20
         showLabels: true
         selectable: true
+        dragSelectable: panel.painting
         selectedHand: panel.selectedHand
         litHand: panel.litHand
         copiesItself: false
+        lockedHands: panel.strategy.lockedHands
         onHandClicked: hand => panel.handClicked(hand)
+        onHandDragged: hand => panel.handDragged(hand)
         Layout.fillWidth: true
 
         OnDemand {

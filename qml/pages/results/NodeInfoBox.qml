@@ -19,10 +19,12 @@ Rectangle {
     required property real rakeCap
     // Two entries to a line; otherwise each has a line of its own.
     property bool wide: true
+    // Hands whose play is fixed; not told where it is negative.
+    property int lockedHands: -1
 
     // Of either form, whichever is shown.
-    readonly property real wideHeight: _heightOf(3)
-    readonly property real narrowHeight: _heightOf(6)
+    readonly property real wideHeight: _heightOf(lockedHands >= 0 ? 4 : 3)
+    readonly property real narrowHeight: _heightOf(lockedHands >= 0 ? 7 : 6)
     readonly property real leastWideWidth: 310
     readonly property var _money: Money.nodeMoney(meta, rakePercent, rakeCap)
 
@@ -83,6 +85,13 @@ Rectangle {
             value: Number.isFinite(box._money.potOdds)
                 ? qsTr("%1%").arg(box._figure(100 * box._money.potOdds, 1)) : qsTr("—")
         }
+        Entry {
+            iconName: "lock"
+            label: qsTr("Locked hands")
+            value: box.lockedHands.toLocaleString(Qt.locale(), "f", 0)
+            visible: box.lockedHands >= 0
+            Layout.columnSpan: box.wide ? 2 : 1
+        }
     }
 
     component Entry: RowLayout {
@@ -90,10 +99,17 @@ Rectangle {
 
         property string label: ""
         property string value: ""
+        property string iconName: ""
 
         spacing: box.theme.spaceSm
         Layout.fillWidth: true
 
+        Icon {
+            name: entry.iconName
+            size: 14
+            color: box.theme.gold
+            visible: name !== ""
+        }
         AppLabel {
             theme: box.theme
             text: entry.label

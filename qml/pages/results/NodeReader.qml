@@ -8,8 +8,8 @@ QtObject {
     id: reader
 
     property var controller: null
-    // Locks that were set in the interface: by node index a map of hand label to `{actionProbs}`.
-    property var locksByNode: ({})
+    // Nodes with locks that were set in the interface, as keys.
+    property var lockedNodes: ({})
 
     property var _answers: ({})
     // The last strategy that was asked for; the controller keeps the others.
@@ -78,11 +78,7 @@ QtObject {
 
     // Locks of the solve, as in a project, count too.
     function hasLocks(node: int): bool {
-        const here = locksByNode[node];
-        if (here && Object.keys(here).length > 0) {
-            return true;
-        }
-        return nodeCount() > 0 && controller.nodeLocks(node).length > 0;
+        return node in lockedNodes || nodeCount() > 0 && controller.nodeLocks(node).length > 0;
     }
 
     function _actionsWithChips(node: int): var {

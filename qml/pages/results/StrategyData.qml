@@ -14,6 +14,8 @@ QtObject {
     property var actionProbs: ({})
     // What the actions' colours follow from, aligned with the lists of probabilities.
     property var actionTypes: []
+    // Labels.
+    property var lockedHands: []
 
     // `bucket` restricts the hands to one class, unless it is empty. `locks` is a map of hand label to
     // `{actionProbs}`.
@@ -23,6 +25,7 @@ QtObject {
             colors = {};
             actionTypes = [];
             actionProbs = {};
+            lockedHands = [];
             return;
         }
         const answer = nodes.handStrategy(node, bucket);
@@ -38,5 +41,6 @@ QtObject {
         actionTypes = HandStrategy.colorKeys(definitions, typeList, count);
         actionProbs = probs;
         weights = shown;
+        lockedHands = Object.keys(locks);
     }
 }

@@ -18,6 +18,9 @@ Item {
     required property var ending
     // The Setup page describes another spot by now.
     property bool setupChanged: false
+    // `evOop`, `evIp`, `exploitability` and `startingPot` of the result before the last solve under
+    // locks; null for none.
+    property var before: null
     default property alias actions: actionColumn.data
 
     readonly property bool _isDeal: meta.nodeType === "chance"
@@ -54,13 +57,13 @@ Item {
     }
 
     // Half of the starting pot is each seat's before anything is bet.
-    function _ev(seatEv: real): string {
-        return _figure(seatEv + controller.resultStartingPot / 2, 3);
+    function _ev(seatEv: real, pot: real): string {
+        return _figure(seatEv + pot / 2, 3);
     }
 
     // Of the starting pot.
-    function _ofPot(chips: real): string {
-        const percent = 100 * chips / controller.resultStartingPot;
+    function _ofPot(chips: real, pot: real): string {
+        const percent = 100 * chips / pot;
         return Number.isFinite(percent) ? qsTr("%1%").arg(_figure(percent, 3)) : qsTr("—");
     }
 
@@ -143,7 +146,10 @@ Item {
             compact: true
             //: Expected value of the seat that is out of position
             label: qsTr("EV (OOP)")
-            value: header.controller ? header._ev(header.controller.resultEvOop) : qsTr("—")
+            value: header.controller
+                ? header._ev(header.controller.resultEvOop, header.controller.resultStartingPot)
+                : qsTr("—")
+            before: header.before ? header._ev(header.before.evOop, header.before.startingPot) : ""
             Layout.fillWidth: true
         }
         StatCard {
@@ -151,15 +157,22 @@ Item {
             compact: true
             //: Expected value of the seat that is in position
             label: qsTr("EV (IP)")
-            value: header.controller ? header._ev(header.controller.resultEvIp) : qsTr("—")
+            value: header.controller
+                ? header._ev(header.controller.resultEvIp, header.controller.resultStartingPot)
+                : qsTr("—")
+            before: header.before ? header._ev(header.before.evIp, header.before.startingPot) : ""
             Layout.fillWidth: true
         }
         StatCard {
             theme: header.theme
             compact: true
             label: qsTr("Exploitability")
-            value: header.controller ? header._ofPot(header.controller.resultExploitability)
-                                     : qsTr("—")
+            value: header.controller
+                ? header._ofPot(header.controller.resultExploitability,
+                                header.controller.resultStartingPot)
+                : qsTr("—")
+            before: header.before
+                ? header._ofPot(header.before.exploitability, header.before.startingPot) : ""
             unit: header.controller ? header._inChips(header.controller.resultExploitability) : ""
             accentColor: header.theme.legible(header.theme.gold, color)
             Layout.fillWidth: true

@@ -26,7 +26,9 @@ Card {
     required property bool playMode
     required property string playBoardText
     property bool setupChanged: false
+    required property NodeLockState locks
 
+    property alias headerActions: header.actions
     // At the right of the node's money, and below it.
     property alias nodeButtons: view.nodeButtons
     property alias nodeTools: view.nodeTools
@@ -34,6 +36,7 @@ Card {
     signal handClicked(hand: string)
     signal bucketClicked(name: string)
     signal whyRequested(c1: string, c2: string, actionIndex: int)
+    signal handDragged(hand: string)
 
     function copyMatrix(): void {
         view.copyMatrix();
@@ -84,6 +87,8 @@ Card {
         spacing: panel.theme.spaceMd
 
         StrategyHeader {
+            id: header
+
             theme: panel.theme
             controller: panel.nodes.controller
             boardText: panel.playMode ? panel.playBoardText : panel.walk.boardWithDeals
@@ -91,6 +96,7 @@ Card {
             meta: panel.nodes.meta(panel.walk.currentNodeIndex)
             ending: panel.walk.ending
             setupChanged: panel.setupChanged
+            before: panel.locks.before
             Layout.fillWidth: true
         }
         StrategyView {
@@ -111,9 +117,11 @@ Card {
             actionsFor: panel.actionsFor
             selectedHand: panel.selectedHand
             visible: !panel.playMode
+            painting: panel.locks.mode
             onHandClicked: hand => panel.handClicked(hand)
             onBucketClicked: name => panel.bucketClicked(name)
             onWhyRequested: (c1, c2, action) => panel.whyRequested(c1, c2, action)
+            onHandDragged: hand => panel.handDragged(hand)
             Layout.fillWidth: true
             Layout.fillHeight: true
         }

@@ -26,6 +26,8 @@ AppScrollView {
     // Gives the entries of an ActionBar for a list of probabilities.
     required property var actionsFor
     property string selectedHand: ""
+    // A click or a drag over the matrix locks hands.
+    property bool painting: false
 
     // At the right of the money, and below it.
     property alias nodeButtons: nodeButtons.data
@@ -57,6 +59,7 @@ AppScrollView {
     signal handClicked(hand: string)
     signal bucketClicked(name: string)
     signal whyRequested(c1: string, c2: string, actionIndex: int)
+    signal handDragged(hand: string)
 
     function copyMatrix(): void {
         matrixPanel.matrix.copy();
@@ -146,7 +149,9 @@ AppScrollView {
                 unknownEv: handDetails.unknownEv
                 hands: view.hands
                 buckets: view.buckets
+                painting: view.painting
                 onHandClicked: hand => view.handClicked(hand)
+                onHandDragged: hand => view.handDragged(hand)
                 Layout.row: 0
                 Layout.column: 0
                 Layout.preferredWidth: view._sizes.matrixWidth
@@ -186,6 +191,8 @@ AppScrollView {
                         rakePercent: view.rakePercent
                         rakeCap: view.rakeCap
                         wide: view._sizes.moneyWide
+                        lockedHands: view.painting || view.strategy.lockedHands.length > 0
+                            ? view.strategy.lockedHands.length : -1
                         Layout.fillWidth: true
                         Layout.alignment: Qt.AlignTop
                     }
@@ -201,7 +208,7 @@ AppScrollView {
                     id: nodeTools
 
                     spacing: view.theme.spaceSm
-                    visible: implicitHeight > 0
+                    visible: view.painting
                 }
             }
             RowLayout {
