@@ -94,8 +94,8 @@ struct HandMatrixPicture {
     bool showEmptyLabels = true;
     int hovered = -1;   ///< Cell with the thick border; -1 for none, as for the next two.
     int selected = -1;  ///< Cell framed as chosen.
-    std::bitset<handCount> locked;  ///< Cells with a padlock in their corner.
-    int current = -1;   ///< Cell with the focus ring of the keyboard.
+    std::bitset<handCount> locked;         ///< Cells with a padlock in their corner.
+    int current = -1;                      ///< Cell with the focus ring of the keyboard.
     std::array<double, handCount> lift{};  ///< 0 for a cell at rest, 1 for one fully raised.
 
     /// Whether the hand is shown as a mix of actions: its shares fit the actions.

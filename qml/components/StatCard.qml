@@ -10,7 +10,7 @@ Rectangle {
     property string label: ""
     property string value: ""
     property string unit: ""
-    // What it was before, at the left of the value; empty for none.
+    // What it was before, at the left of the value in place of the unit at its right; empty for none.
     property string before: ""
     // "up", "down" or nothing.
     property string trend: ""
@@ -58,7 +58,7 @@ Rectangle {
                 text: qsTr("%1 →").arg(stat.before)
                 textFormat: Text.PlainText
                 color: stat.theme.legible(stat.theme.textMuted, stat.color)
-                font.pixelSize: stat.compact ? Fallback.type.bodySm : Fallback.type.bodyLg
+                font.pixelSize: stat.compact ? Fallback.type.labelMd : Fallback.type.bodyLg
                 visible: stat.before !== ""
                 Accessible.ignored: true
                 Layout.alignment: Qt.AlignBaseline
@@ -80,7 +80,7 @@ Rectangle {
                 textFormat: Text.PlainText
                 color: stat.theme.textMuted
                 font.pixelSize: Fallback.type.labelMd
-                visible: text !== ""
+                visible: text !== "" && stat.before === ""
                 Accessible.ignored: true
                 Layout.alignment: Qt.AlignBaseline
             }

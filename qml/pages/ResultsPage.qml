@@ -23,9 +23,6 @@ NodeTools {
 
     // The spot on the Setup page is another one by now.
     property bool setupChanged: false
-    // Called with a solve that is to begin, and whether it keeps the locks; calls it when nothing is
-    // lost by it, or may be.
-    property var confirmSolve: (proceed, underLocks) => proceed()
 
     property alias treeLevels: treeWalk.levels
     property alias currentNodeIndex: treeWalk.currentNodeIndex
@@ -47,9 +44,6 @@ NodeTools {
 
     // Hands are being played instead of looked at.
     property bool playMode: false
-
-    nodes: reader
-    walk: treeWalk
 
     readonly property real uiScale: Math.max(0.75, Math.min(1, width / 1540))
     // Of the current node, arrays in the node's order. A hidden page asks nothing: it would hold up the
@@ -153,6 +147,8 @@ NodeTools {
         refreshHandMatrix();
         _scheduleHandCombosLoad();
     }
+    nodes: reader
+    walk: treeWalk
     onSelectedBucketChanged: refreshHandMatrix()
     onLocksEdited: refreshHandMatrix()
     onVisibleChanged: {

@@ -148,8 +148,11 @@ Item {
         function distributions(): void {
             const page = shell.resultsPage;
             page.distributions.open();
-            picture("distributions-pending");
             tryVerify(() => page._distPayload.ok, 60000);
+            const answer = page._distPayload;
+            page._distPayload = Object.assign({}, answer, {ok: false, pending: true});
+            picture("distributions-pending");
+            page._distPayload = answer;
             picture("distributions-equity");
             keyClick(Qt.Key_End);
             keyClick(Qt.Key_Left, Qt.ShiftModifier);
@@ -159,11 +162,12 @@ Item {
             page._distMetricEquity = false;
             keyClick(Qt.Key_Home);
             picture("distributions-ev");
-            page._distPayload = Object.assign({}, page._distPayload, {
+            page._distPayload = Object.assign({}, answer, {
                 ok: false, error: "Distributions unavailable (no live solve state)."
             });
             picture("distributions-error");
             keyClick(Qt.Key_Escape);
+            wait(200);  // until the dialog has faded
         }
 
         function others(): void {

@@ -62,9 +62,13 @@ Item {
     HoverHandler {
         id: pointer
 
+        // It tells of its place with every frame; a pointer at rest leaves the plot to the keys.
+        property real _last: -1
+
         enabled: plot._hasData
         onPointChanged: {
-            if (hovered) {
+            if (hovered && point.position.x !== _last) {
+                _last = point.position.x;
                 const t = (point.position.x - plot._area.x) / plot._area.width;
                 plot.distributions.hoverAt(Math.max(0, Math.min(t, 1)));
             }

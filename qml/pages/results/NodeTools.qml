@@ -9,6 +9,9 @@ HandTools {
 
     // Of the current node, with as much as is known.
     required property var currentActions
+    // Called with a solve that is to begin, and whether it keeps the locks; calls it when nothing is
+    // lost by it, or may be.
+    property var confirmSolve: (proceed, underLocks) => proceed()
 
     readonly property alias nodeLocks: nodeLocks
     readonly property alias distributions: distributions
@@ -41,8 +44,11 @@ HandTools {
 
     // The Solve page shows how far the solve is.
     function reSolve(): void {
-        goToSolve();
-        nodeLocks.solveAgain();
+        const confirm = confirmSolve;
+        confirm(() => {
+            goToSolve();
+            nodeLocks.solveAgain();
+        }, true);
     }
 
     function _applyMixedEdit(n: int, editedIndex: int, text: string): void {
