@@ -26,7 +26,7 @@ DocumentCase {
     }
 
     function press(name: string): void {
-        waitForRendering(page, 100);
+        wait(200);  // the layout comes to rest
         mouseClick(findChild(page.Window.window.contentItem, name));
     }
 
@@ -43,7 +43,7 @@ DocumentCase {
     }
 
     function choose(name: string): void {
-        waitForRendering(page, 100);
+        wait(200);
         mouseClick(all(one(LockPanel), item => item instanceof SecondaryButton
                                                && item.text === name)[0]);
     }
@@ -54,6 +54,7 @@ DocumentCase {
 
     function test_paint(): void {
         press("lockMode");
+        wait(200);
         const matrix = one(HandMatrix);
         const ten = centre(4, 4);
         mouseClick(matrix, ten.x, ten.y);

@@ -53,6 +53,8 @@ AppScrollView {
         },
         tools: nodeTools.implicitHeight > 0 ? nodeTools.implicitHeight + theme.spaceSm : 0,
     })
+    // Locks are painted with what is painted in sight: where the height is short, the lists give way.
+    readonly property bool _toolsBeside: painting && _sizes.beside && !_sizes.moneyBelow
     // Beside the scroll bar, whether it is there or not: otherwise it would come and go with the width.
     readonly property real _contentWidth: availableWidth - theme.spaceMd
 
@@ -171,11 +173,15 @@ AppScrollView {
             }
             ColumnLayout {
                 spacing: view.theme.spaceSm
-                Layout.row: 1
-                Layout.column: 0
-                Layout.columnSpan: view._sizes.moneyBelow ? 1 : 2
-                Layout.preferredWidth: view._sizes.moneyBelow ? view._sizes.matrixWidth
-                                                              : view._contentWidth
+                Layout.row: view._toolsBeside ? 0 : 1
+                Layout.column: view._toolsBeside ? 1 : 0
+                Layout.columnSpan: view._sizes.moneyBelow || view._toolsBeside ? 1 : 2
+                Layout.preferredWidth: {
+                    if (view._toolsBeside) {
+                        return view._contentWidth - view._sizes.matrixWidth - view.theme.spaceMd;
+                    }
+                    return view._sizes.moneyBelow ? view._sizes.matrixWidth : view._contentWidth;
+                }
                 Layout.maximumWidth: Layout.preferredWidth
                 Layout.alignment: Qt.AlignTop
 
@@ -213,6 +219,7 @@ AppScrollView {
             }
             RowLayout {
                 spacing: view.theme.spaceMd
+                visible: !view._toolsBeside
                 Layout.row: view._sizes.beside ? 0 : 2
                 Layout.column: view._sizes.beside ? 1 : 0
                 Layout.rowSpan: view._sizes.beside && view._sizes.moneyBelow ? 2 : 1
