@@ -105,9 +105,10 @@ DocumentCase {
         for (const hand of ["TT", "87s", "KQo"]) {
             page.applyNodeLockToHand(0, hand);
         }
+        const shown = spyOn(page, "goToSolve");
         press("reSolve");
-        verify(controller.running && !page._startingSolveWithNodeLocks);
         waitForSolve();
+        compare([shown.count, page._startingSolveWithNodeLocks], [1, false]);
         compare([controller.nodeLocks(0).length, page._nodeHasLocks(0), page.nodeLockMode],
                 [3, true, true]);
         compare(cards().map(card => card.before), before);
