@@ -51,10 +51,13 @@ AppScrollView {
             least: money.leastWideWidth
                 + (nodeButtons.implicitWidth > 0 ? nodeButtons.implicitWidth + theme.spaceSm : 0),
         },
-        tools: nodeTools.implicitHeight > 0 ? nodeTools.implicitHeight + theme.spaceSm : 0,
+        tools: painting ? _toolsRoom : 0,
     })
     // Locks are painted with what is painted in sight: where the height is short, the lists give way.
     readonly property bool _toolsBeside: painting && _sizes.beside && !_sizes.moneyBelow
+    // What the panel of the locks takes at most without a mix. Its own height follows from where it
+    // stands, and so cannot decide on that.
+    readonly property real _toolsRoom: 220
     // Beside the scroll bar, whether it is there or not: otherwise it would come and go with the width.
     readonly property real _contentWidth: availableWidth - theme.spaceMd
 
