@@ -110,6 +110,15 @@ Item {
             shell.navIndex = 3;
             picture("results-root");
             const page = shell.resultsPage;
+            const matrix = Finding.inTree(page, item => item instanceof HandMatrix);
+            const cell = matrix.cellOf("AKs");
+            mouseMove(matrix, cell.x + 5, cell.y + 5);
+            wait(300);
+            picture("results-hand");
+            mouseMove(matrix, -5, -5);
+            shell.theme.distinctActions = true;
+            picture("results-distinct");
+            shell.theme.distinctActions = false;
             page.selectActionAtLevel(0, 0);
             picture("results-answer");
             page.selectActionAtLevel(1, 0);

@@ -35,11 +35,12 @@ Item {
         return theme.legible(suit === "s" ? theme.text : theme.suitColor(suit), theme.surface);
     }
 
-    // The ranks, what cannot be dealt faint.
-    function _line(suit: string): string {
-        return [...Cards.RANKS].map(rank => {
-            const color = freeCards.includes(rank + suit) ? _colorOf(suit) : theme.stroke;
-            return `<font color="${color}">${rank}</font>`;
+    // The ranks, what cannot be dealt faint. A colour is said once for all cards in a row that have it.
+    function _line(suit: string, color: color): string {
+        const free = Array.from(Cards.RANKS, rank => freeCards.includes(rank + suit));
+        return Array.from(Cards.RANKS, (rank, i) => {
+            const begin = free[i] === free[i - 1] ? "" : `<font color="${free[i] ? color : theme.stroke}">`;
+            return begin + rank + (free[i] === free[i + 1] ? "" : "</font>");
         }).join("");
     }
 
@@ -72,13 +73,15 @@ Item {
             required property int index
             required property string modelData
 
+            readonly property color _color: strip._colorOf(modelData)
+
             y: index * strip._lineHeight
 
             Text {
                 width: strip._lineHeight
                 height: strip._lineHeight
                 text: CardText.symbol(line.modelData)
-                color: strip._colorOf(line.modelData)
+                color: line._color
                 font.pixelSize: Fallback.type.bodySm
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
@@ -89,7 +92,7 @@ Item {
 
                 x: strip._lineHeight + (strip._pitch - _letter) / 2
                 height: strip._lineHeight
-                text: strip._line(line.modelData)
+                text: strip._line(line.modelData, line._color)
                 textFormat: Text.StyledText
                 font.family: metrics.font.family
                 font.pixelSize: metrics.font.pixelSize

@@ -45,12 +45,12 @@ Card {
     // Puts the range of the node on the clipboard, or that of the action that was chosen in the bar or
     // that the hand ended with.
     function copyRange(): void {
+        if (playMode || nodes.meta(walk.currentNodeIndex).nodeType !== "decision") {
+            return;
+        }
         const actions = nodes.actions(walk.currentNodeIndex);
         const ended = actions.findIndex(action => action === walk.ending);
         const chosen = view.chosenAction >= 0 ? view.chosenAction : ended;
-        if (playMode || actions.length === 0) {
-            return;
-        }
         clipboard.put(HandRanges.written(_weights(chosen), walk.boardWithDeals));
         //: %1 is an action
         copied.show(chosen < 0 ? qsTr("The range is on the clipboard")

@@ -86,7 +86,7 @@ AppScrollView {
         flickable.contentY = Math.max(0, Math.min(Math.max(flickable.contentY, least), top));
     }
 
-    onNodeIndexChanged: chosenAction = -1
+    onActionsChanged: chosenAction = -1
 
     // It takes what it is given: sizes that follow from its content would go round in a circle.
     implicitWidth: 300
