@@ -52,6 +52,8 @@ class AppController : public QObject {
     Q_PROPERTY(
         bool solveEstimatePending READ solveEstimatePending NOTIFY solveRequiredMemoryChanged)
     Q_PROPERTY(QString solveEstimateError READ solveEstimateError NOTIFY solveRequiredMemoryChanged)
+    /// See MemoryBudget::played.
+    Q_PROPERTY(QVariantMap solvePreview READ solvePreview NOTIFY solveRequiredMemoryChanged)
     Q_PROPERTY(bool running READ running NOTIFY runningChanged)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusTextChanged)
@@ -96,6 +98,7 @@ class AppController : public QObject {
     quint64 solveRequiredMemoryBytes() const { return memory_.requiredBytes(); }
     bool solveEstimatePending() const { return memory_.estimatePending(); }
     QString solveEstimateError() const { return memory_.estimateError(); }
+    QVariantMap solvePreview() const { return memory_.played(); }
     bool running() const { return state_.running(); }
     double progress() const { return progress_; }
     QString statusText() const { return statusText_; }
@@ -124,6 +127,7 @@ class AppController : public QObject {
     Q_INVOKABLE void requestSolveMemoryEstimate(const QVariantMap& cfg) {
         memory_.requestEstimate(cfg);
     }
+    Q_INVOKABLE void forgetSolveMemoryEstimate() { memory_.forgetEstimate(); }
 
     // Statistics. See Statistics.
     Q_INVOKABLE QVariantList solveActivityGridLastYear() {

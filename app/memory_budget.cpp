@@ -14,11 +14,51 @@ namespace {
 
 constexpr int refreshMilliseconds = 2000;
 
+QString streetName(kestrel::Street street) {
+    return street == kestrel::Street::Flop   ? QStringLiteral("flop")
+           : street == kestrel::Street::Turn ? QStringLiteral("turn")
+                                             : QStringLiteral("river");
+}
+
+QVariantMap playedOf(const kestrel_app::SolveMemoryEstimate& memory,
+                     const kestrel_app::TreePreview& preview) {
+    QVariantList streets;
+    for (const kestrel_app::StreetLines& street : preview.streets) {
+        streets.push_back(QVariantMap{{"street", streetName(street.street)},
+                                      {"lines", static_cast<double>(street.lines)},
+                                      {"decisions", static_cast<double>(street.decisions)}});
+    }
+    QVariantList sizes;
+    for (const kestrel_app::PlayedSizes& list : preview.sizes) {
+        for (const kestrel_app::PlayedSize& size : list.sizes) {
+            sizes.push_back(QVariantMap{{"street", streetName(list.street)},
+                                        {"seat", list.seat == kestrel::Seat::OOP ? "OOP" : "IP"},
+                                        {"raise", list.raises},
+                                        {"text", QString::fromStdString(size.text)},
+                                        {"chips", size.amount / 100.0},
+                                        {"percent", size.percent},
+                                        {"allIn", size.all_in}});
+        }
+    }
+    return {{"streets", streets},
+            {"sizes", sizes},
+            {"decisions", static_cast<double>(memory.decision_node_count)},
+            {"nodes", static_cast<double>(memory.node_count)},
+            {"atLeast", memory.at_least},
+            {"linesAtLeast", preview.at_least}};
+}
+
 }  // namespace
 
 QString formatBytes(quint64 bytes) {
     if (bytes == 0) {
         return QStringLiteral("—");
+    }
+    constexpr quint64 megabyte = quint64{1} << 20;
+    constexpr quint64 leastInGigabytes =
+        103 * megabyte;  // below, one digit would say little or 0.0
+    if (bytes < leastInGigabytes) {
+        return QStringLiteral("%1 MB").arg((bytes + megabyte - 1) / megabyte);
     }
     const double gigabytes = static_cast<double>(bytes) / (1 << 30);
     return QStringLiteral("%1 GB").arg(gigabytes, 0, 'f', gigabytes < 10 ? 1 : 0);
@@ -70,6 +110,13 @@ void MemoryBudget::stopEstimate() {
     noteWork();
 }
 
+void MemoryBudget::forgetEstimate() {
+    stop(estimate_);
+    if (check_ == nullptr) {
+        finishEstimate({});
+    }
+}
+
 void MemoryBudget::stop(Stop& work) {
     if (work != nullptr) {
         *work = true;
@@ -101,6 +148,7 @@ void MemoryBudget::workOut(Stop MemoryBudget::*work, const kestrel_app::SolveCon
                     limits.budget_bytes = limit;
                 }
                 estimate.memory = kestrel_app::estimate_solve_memory(config, limits);
+                estimate.preview = kestrel_app::preview_tree(config, stop.get());
             } catch (const kestrel::BuildStopped&) {
                 return;
             } catch (const std::bad_alloc&) {  // not even the memory to count it
@@ -128,6 +176,8 @@ void MemoryBudget::finishEstimate(const Estimate& estimate) {
     requiredBytes_ = estimate.memory.total_bytes;
     requiredText_ = estimate.memory.at_least ? tr("More than %1").arg(formatBytes(systemBytes_))
                                              : formatBytes(requiredBytes_);
+    played_ = error_.isEmpty() && requiredBytes_ != 0 ? playedOf(estimate.memory, estimate.preview)
+                                                      : QVariantMap();
     Q_EMIT requiredChanged();
 }
 

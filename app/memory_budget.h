@@ -10,10 +10,12 @@
 #include <memory>
 
 #include "session/memory_estimate.h"
+#include "session/tree_preview.h"
 
 namespace tidewell {
 
-/// "8.0 GB", "16 GB": units of 2^30 bytes, one digit after the point below 10; an em dash for 0.
+/// "8.0 GB", "16 GB": units of 2^30 bytes, one digit after the point below 10; "13 MB", units of
+/// 2^20 rounded up, where that would come to 0.1 at most; an em dash for 0.
 QString formatBytes(quint64 bytes);
 
 /// What the machine has, what a solve of the settings on screen would need, and what the last
@@ -42,8 +44,17 @@ class MemoryBudget : public QObject {
     /// Why the settings cannot be estimated, and so not be solved; empty when they can.
     const QString& estimateError() const { return error_; }
     quint64 reclaimableBytes() const { return reclaimableBytes_; }
+    /// What these settings will play; empty without an estimate. `streets` from the first one, each
+    /// {street: "flop", lines, decisions}, of one board; `sizes`, each {street, seat: "OOP", raise,
+    /// text, chips, percent, allIn}, what a size comes to on the first node where it can be
+    /// wagered; `decisions` and `nodes` of all boards; `atLeast` and `linesAtLeast` where no more
+    /// of them and of the lines were counted.
+    const QVariantMap& played() const { return played_; }
 
     void requestEstimate(const QVariantMap& config);
+
+    /// There are no settings that could be estimated.
+    void forgetEstimate();
 
     /// Whether a solve fits.
     struct Fit {
@@ -84,6 +95,7 @@ class MemoryBudget : public QObject {
   private:
     struct Estimate {
         kestrel_app::SolveMemoryEstimate memory;
+        kestrel_app::TreePreview preview;
         QString error;
     };
 
@@ -106,6 +118,7 @@ class MemoryBudget : public QObject {
     QString requiredText_;
     bool pending_ = false;
     QString error_;
+    QVariantMap played_;
     quint64 reclaimableBytes_ = 0;
     quint64 pendingBytes_ = 0;  // the estimate in force when the running solve began
     Stop estimate_;

@@ -62,6 +62,7 @@ constexpr Wording wordings[] = {
      QT_TRANSLATE_NOOP("SolverTexts", "the number of streets is at least 1")},
     {"Integer value is out of range", QT_TRANSLATE_NOOP("SolverTexts", "the number is too large")},
     {"Failed to parse", QT_TRANSLATE_NOOP("SolverTexts", "not a size such as 33, 75%, 2e or a")},
+    {"A size is more than 0", QT_TRANSLATE_NOOP("SolverTexts", "a size is more than 0")},
     {"Sizing:", QT_TRANSLATE_NOOP("SolverTexts", "not a size such as 33, 75%, 2e or a")},
 
     {"Flop cards must be unique", QT_TRANSLATE_NOOP("SolverTexts", "The board has a card twice")},

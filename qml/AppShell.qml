@@ -78,6 +78,8 @@ ProjectState {
             navIndex = 2;
             const config = solveConfig();
             guard.confirmSolve(() => controller.startSolveWithConfig(config), false);
+        } else if (hasProject && !running) {
+            messages.showError(spotCheck.obstacle);
         }
     }
 

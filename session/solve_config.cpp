@@ -70,6 +70,13 @@ bool is_plain_size(std::string_view piece) {
     }
 }
 
+/// A wager of 0, which the rules of the betting make the least one of.
+bool is_nothing(const SizeToken& token) {
+    return (token.kind == kestrel::SizeKind::PotPercent && !(token.ratio > 0)) ||
+           (token.kind == kestrel::SizeKind::Chips && token.chips == 0) ||
+           (token.kind == kestrel::SizeKind::Geometric && !(token.max_ratio > 0));
+}
+
 /// Runs `parse` on the normalised bet and raise texts of a seat. With a label, a failure of the
 /// parser is wrapped in what the person entered.
 template <class Parse>
@@ -182,7 +189,11 @@ std::vector<SizingFault> sizing_faults(std::string_view text, bool allow_relativ
             continue;
         }
         try {
-            kestrel::parse_size_list(normalize_sizing_text(piece, false), allow_relative);
+            const auto tokens =
+                kestrel::parse_size_list(normalize_sizing_text(piece, false), allow_relative);
+            if (std::ranges::any_of(tokens, is_nothing)) {
+                faults.push_back({std::string(piece), "A size is more than 0"});
+            }
         } catch (const std::exception& error) {
             faults.push_back({std::string(piece), error.what()});
         }

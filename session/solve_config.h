@@ -62,7 +62,7 @@ std::string normalize_sizing_text(std::string_view text, bool add_all_in);
 /// A piece of a list of sizes that cannot be taken for what it says.
 struct SizingFault {
     std::string piece;   ///< as it was entered, without white space around it
-    std::string reason;  ///< the parser's message; empty when the piece is no size at all
+    std::string reason;  ///< what a parser would say; empty when the piece is no size at all
 
     bool operator==(const SizingFault&) const = default;
 };

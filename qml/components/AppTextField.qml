@@ -12,6 +12,17 @@ Basic.TextField {
     // Help, shown while the pointer rests on the field.
     property string tip: ""
     property bool mono: false
+    // Drawn as what has to be filled in.
+    property bool marked: false
+    // Help and errors are told by someone else, by `hint`.
+    property bool tipElsewhere: false
+    readonly property bool _cut: contentWidth > width - leftPadding - rightPadding
+    readonly property string hint: {
+        if (error !== "") {
+            return error;
+        }
+        return _cut && !activeFocus ? text : tip;
+    }
     // A SetupHistory whose steps the keys of undoing take instead of the field's own, unless what
     // stands in the field is typed and not taken over.
     property var history: null
@@ -37,6 +48,16 @@ Basic.TextField {
     Accessible.name: placeholderText
     Accessible.description: error !== "" ? error : tip
 
+    // Who comes by Tab types anew. Without the keyboard the start of the text is seen.
+    onActiveFocusChanged: {
+        if (activeFocus && (focusReason === Qt.TabFocusReason
+                            || focusReason === Qt.BacktabFocusReason)) {
+            selectAll();
+        } else if (!activeFocus) {
+            cursorPosition = 0;
+        }
+    }
+
     Keys.onPressed: event => {
         // The linter does not know StandardKey.
         // qmllint disable unqualified
@@ -53,11 +74,12 @@ Basic.TextField {
         focused: field.activeFocus
         hovered: field.enabled && field.hovered
         faulty: field.error !== ""
+        marked: field.marked
     }
 
     Tip {
         theme: field.theme
-        text: field.error !== "" ? field.error : field.tip
+        text: field.tipElsewhere ? "" : field.hint
         shown: field.hovered || field.error !== "" && field.activeFocus
     }
 }

@@ -19,6 +19,8 @@ T.ToolTip {
     horizontalPadding: 10
     verticalPadding: 6
     delay: 500
+    // A press goes through to what lies beneath.
+    enabled: false
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
                  | T.Popup.CloseOnReleaseOutsideParent
 

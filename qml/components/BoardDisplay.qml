@@ -27,7 +27,10 @@ Item {
         if (filled === 4) {
             return qsTr("Turn");
         }
-        return filled === 3 ? qsTr("Flop") : qsTr("Preflop");
+        if (filled === 3) {
+            return qsTr("Flop");
+        }
+        return filled === 0 ? qsTr("No board yet") : qsTr("Flop incomplete");
     }
     readonly property real _gap: (compact ? 3 : 6) * Math.max(0.1, cardScale)
 

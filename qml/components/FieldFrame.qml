@@ -9,6 +9,7 @@ Rectangle {
     property bool focused: false
     property bool hovered: false
     property bool faulty: false
+    property bool marked: false
 
     implicitHeight: 34
     radius: theme.radiusSm
@@ -20,6 +21,9 @@ Rectangle {
         }
         if (focused) {
             return theme.strokeFocus;
+        }
+        if (marked) {
+            return theme.warn;
         }
         return hovered ? theme.textFaint : theme.stroke;
     }

@@ -4,8 +4,8 @@ import Tidewell
 // A number within bounds, with a point before its fraction whatever the language; a comma typed
 // becomes one. The field shows `value` and never writes it: what was typed leaves by `committed`
 // when editing ends, and while typing by `edited`; the owner then sets the model that `value` is
-// bound to. Text that is no number within the bounds leaves by neither: the field is marked, and
-// shows the value again when the keyboard leaves it.
+// bound to. Text that is no number within the bounds leaves by neither: it stays, and the field is
+// marked, until it is mended, emptied, or the value changes.
 AppTextField {
     id: field
 
@@ -70,10 +70,18 @@ AppTextField {
     }
 
     onValueChanged: if (!activeFocus) restore()
-    onActiveFocusChanged: if (!activeFocus) restore()
+    onActiveFocusChanged: if (!activeFocus && (!_touched || error === "")) restore()
     onTextEdited: _edit()
     onEditingFinished: _commit()
     Component.onCompleted: restore()
+
+    Connections {
+        target: field.history
+
+        function onForgotten(): void {
+            field.restore();
+        }
+    }
 
     Keys.onPressed: event => {
         if (event.text === ",") {

@@ -20,6 +20,8 @@ QtObject {
     property var _recorded: ({})
     property bool _isHeld: false
 
+    signal forgotten
+
     // From now on.
     function watch(): void {
         forget();
@@ -33,6 +35,7 @@ QtObject {
         _history = History.EMPTY;
         _recorded = _values();
         _isHeld = false;
+        forgotten();
     }
 
     function begin(): void {

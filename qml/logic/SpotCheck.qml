@@ -15,13 +15,18 @@ QtObject {
     property var controller: null
     // Enough is entered, and the last estimate fits.
     property bool canSolve: false
+    // What a field has refused and still shows, as a finding below; null for none.
+    property var refused: null
     // A new estimate is about to be asked for.
     property bool estimateDue: false
 
-    // Null while there is none; otherwise `badge` in a word or two, and `text`.
+    // Null while there is none; otherwise `badge` in a word or two, `text`, and `place`, where that is
+    // to be mended: "board", "oopRange", "ipRange", or a field of a panel such as
+    // "oopSizing/flopBetSizes" and "game/startingPot"; empty for nowhere.
     readonly property var boardMistake: _boardMistake()
-    readonly property var mistake: boardMistake ?? _rangeMistake() ?? _sizesMistake()
-    readonly property bool pending: !mistake && _missing === ""
+    readonly property var mistake:
+        boardMistake ?? refused ?? _rangeMistake() ?? _sizesMistake()
+    readonly property bool pending: !mistake && !_missing
         && (estimateDue || (controller?.solveEstimatePending ?? false))
     readonly property bool ready: _finding.text === ""
     readonly property string badge: _finding.badge
@@ -30,19 +35,21 @@ QtObject {
         if (ready || pending) {
             return ready ? "success" : "textMuted";
         }
-        return mistake || _missing === "" ? "danger" : "warn";
+        return mistake || !_missing ? "danger" : "warn";
     }
     // Empty when the spot can be solved.
     readonly property string obstacle: _finding.text
+    // Where what keeps it from being solved can be mended.
+    readonly property string place: _finding.place ?? ""
 
-    readonly property string _missing: _whatIsMissing()
+    readonly property var _missing: _whatIsMissing()
     readonly property string _estimateError: controller?.solveEstimateError ?? ""
     readonly property var _finding: {
         if (mistake) {
             return mistake;
         }
-        if (_missing !== "") {
-            return {badge: qsTr("Setup Required"), text: _missing};
+        if (_missing) {
+            return Object.assign({badge: qsTr("Setup Required")}, _missing);
         }
         if (pending) {
             return {badge: qsTr("Estimating..."),
@@ -57,7 +64,7 @@ QtObject {
         if (controller?.solveRequiredMemoryBytes > 0) {
             return {badge: qsTr("Not Enough RAM"),
                     //: Amounts of memory such as "1.2 GB"
-                    text: qsTr("This solve needs more memory than there is: %1 of %2")
+                    text: qsTr("Needs %1, %2 are free")
                         .arg(controller.solveRequiredMemoryText)
                         .arg(controller.effectiveAvailableMemoryText)};
         }
@@ -82,17 +89,19 @@ QtObject {
 
     function _boardMistake(): var {
         const card = Board.cardTwice(spot.boardText);
-        return card === "" ? null : {badge: qsTr("Check Board"),
+        return card === "" ? null : {badge: qsTr("Check Board"), place: "board",
                                      text: qsTr("The board has %1 twice").arg(card)};
     }
 
     function _rangeMistake(): var {
         const oop = TextChecks.checkRange(spot.oopRangeText, spot.boardText);
         if (oop !== "") {
-            return {badge: qsTr("Check OOP Range"), text: qsTr("OOP range: %1").arg(oop)};
+            return {badge: qsTr("Check OOP Range"), place: "oopRange",
+                    text: qsTr("OOP range: %1").arg(oop)};
         }
         const ip = TextChecks.checkRange(spot.ipRangeText, spot.boardText);
-        return ip === "" ? null : {badge: qsTr("Check IP Range"), text: qsTr("IP range: %1").arg(ip)};
+        return ip === "" ? null : {badge: qsTr("Check IP Range"), place: "ipRange",
+                                   text: qsTr("IP range: %1").arg(ip)};
     }
 
     function _sizesMistake(): var {
@@ -103,6 +112,7 @@ QtObject {
                 return {
                     badge: key.startsWith("oop") ? qsTr("Check OOP Sizing")
                                                  : qsTr("Check IP Sizing"),
+                    place: _placeOf(key),
                     //: Whose sizes they are, and what is wrong with them
                     text: qsTr("%1: %2").arg(_sizeNames[key]).arg(why)
                 };
@@ -111,22 +121,31 @@ QtObject {
         return null;
     }
 
-    function _whatIsMissing(): string {
-        const board = Board.isComplete(spot.boardText)
-            ? "" : qsTr("Choose three, four or five cards of the board, without a gap");
-        const blank = Presets.SIZING_KEYS.find(key => spot[key].trim() === "");
-        const sizes = blank === undefined
-            ? "" : qsTr("%1 are empty; - stands for no sizes").arg(_sizeNames[blank]);
-        const found = [board, _missingRange(), sizes].filter(text => text !== "");
-        return found.length > 1 ? _general : found[0] ?? "";
+    function _placeOf(key: string): string {
+        const field = key.replace(/^(oop|ip)/, "").replace(/Text$/, "");
+        return `${key.startsWith("oop") ? "oop" : "ip"}Sizing/${field[0].toLowerCase()}${field.slice(1)}`;
     }
 
-    // Single combos such as AhKh are no hand to the controller where nothing stands beside them.
-    function _missingRange(): string {
-        if (!SolveGate.hasAnyHand(spot.oopRangeText)) {
-            return qsTr("Choose at least one hand such as AA or AKs for OOP");
+    // The first thing, or all at once where nothing has been entered. Null for nothing.
+    function _whatIsMissing(): var {
+        const blank = Presets.SIZING_KEYS.find(key => spot[key].trim() === "");
+        const hasOop = SolveGate.hasAnyHand(spot.oopRangeText);
+        const hasIp = SolveGate.hasAnyHand(spot.ipRangeText);
+        if (spot.boardText === "" && !hasOop && !hasIp && blank !== undefined) {
+            return {text: _general, place: "board"};
         }
-        return SolveGate.hasAnyHand(spot.ipRangeText)
-            ? "" : qsTr("Choose at least one hand such as AA or AKs for IP");
+        if (!Board.isComplete(spot.boardText)) {
+            return {text: qsTr("Choose three, four or five cards of the board, without a gap"),
+                    place: "board"};
+        }
+        if (!hasOop) {
+            return {text: qsTr("Choose at least one hand for OOP"), place: "oopRange"};
+        }
+        if (!hasIp) {
+            return {text: qsTr("Choose at least one hand for IP"), place: "ipRange"};
+        }
+        return blank === undefined ? null
+            : {text: qsTr("%1 are empty; - stands for no sizes").arg(_sizeNames[blank]),
+               place: _placeOf(blank)};
     }
 }

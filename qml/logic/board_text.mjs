@@ -38,6 +38,32 @@ export function clearedFrom(text, slot) {
     return textOfSlots(writtenSlots(text).map((card, index) => index < slot ? card : ""));
 }
 
+// The next slot to fill of the street that a slot is of, -1 where the street is full: the flop is
+// dealt as a whole, turn and river card by card.
+export function nextSlot(text, slot) {
+    const slots = boardSlots(text);
+    return slot > 2 ? -1
+        : [1, 2].map(step => (slot + step) % 3).find(place => slots[place] === "") ?? -1;
+}
+
+// As it is shown to be typed in: "Ad Jd __ 2c".
+export function spaced(text) {
+    return (textOfSlots(writtenSlots(text)).match(/../g) ?? []).join(" ");
+}
+
+// What was typed, with or without blanks and commas, T or 10 for a ten: {board, piece}, `board` for
+// all that is whole cards, up to the first `piece` that is none or one too many; "" for none such.
+export function typedBoard(entry) {
+    const pairs = entry.replace(/[\s,;]/g, "").replace(/10/g, "T").match(/..?/g) ?? [];
+    const wrong = pairs.findIndex((pair, slot) => slot >= BOARD_SLOTS
+        || pair !== EMPTY && normalizedCard(pair) === "");
+    const good = wrong < 0 ? pairs : pairs.slice(0, wrong);
+    return {
+        board: textOfSlots(good.map(pair => pair === EMPTY ? "" : normalizedCard(pair))),
+        piece: wrong < 0 ? "" : pairs[wrong]
+    };
+}
+
 // The cards of all slots that hold one.
 export function cardsOf(text) {
     return boardSlots(text).filter(card => card !== "");

@@ -59,11 +59,11 @@ Item {
     property alias ipAddAllInIfJamLtEnabled: ipSizing.jamEnabled
     property alias ipAddAllInIfJamLtPct: ipSizing.jamPercent
 
-    property alias oopRangeText: oopRange.rangeText
-    property alias ipRangeText: ipRange.rangeText
+    property alias oopRangeText: ranges.oopRangeText
+    property alias ipRangeText: ranges.ipRangeText
     // Percent.
-    property alias oopClickWeightPct: oopRange.clickWeightPct
-    property alias ipClickWeightPct: ipRange.clickWeightPct
+    property alias oopClickWeightPct: ranges.oopClickWeightPct
+    property alias ipClickWeightPct: ranges.ipClickWeightPct
 
     property alias settingsProfiles: settingsPanel.profiles
     property alias editingCardIndex: boardPanel.editingIndex
@@ -77,23 +77,23 @@ Item {
     readonly property SetupHistory history: SetupHistory {
         spot: page
         keys: Presets.PROJECT_KEYS.filter(key => key !== "threadCount")
-        typedKeys: ["oopRangeText", "ipRangeText", "oopAddAllInIfJamLtPct", "ipAddAllInIfJamLtPct"]
+        typedKeys: ["boardText", "oopRangeText", "ipRangeText", "oopAddAllInIfJamLtPct",
+                    "ipAddAllInIfJamLtPct"]
     }
     readonly property var usedBoardCards: Board.cardsOf(boardText)
 
+    readonly property bool _narrow: width < 1700
     readonly property real _margin: 24
     readonly property real _gap: 16
     readonly property real _boardWidth: Math.max(boardPanel.display.implicitWidth + 27, 240)
     readonly property real _row1Width: 2 * _margin + _boardWidth + _gap + gameSettings.implicitWidth
         + _gap + oopSizing.implicitWidth + _gap + ipSizing.implicitWidth
-    // As large as the window allows without scrolling.
-    readonly property real _mostCellSize: {
-        const room = height - ranges.y - 2 * _margin
-            - Math.max(oopRange.surroundings, ipRange.surroundings);
-        return Math.min(Math.round(36 * uiScale), Math.floor((room + 2) / 13) - 2);
+    readonly property real _rangesWidth: 2 * _margin + ranges.neededWidth
+    readonly property FieldGuide _guide: FieldGuide {
+        spotCheck: page.spotCheck
+        panels: ({board: boardPanel, game: gameSettings, oopSizing: oopSizing, ipSizing: ipSizing,
+                  oopRange: ranges.oop, ipRange: ranges.ip})
     }
-    readonly property real _rangesWidth: 2 * _margin + oopRange.implicitWidth + _gap
-        + ipRange.implicitWidth
 
     signal goToSolve
 
@@ -107,7 +107,9 @@ Item {
     }
 
     function setBoardCardAt(index: int, card: string): void {
+        history.begin();
         boardText = Board.withCard(boardText, index, card);
+        history.end();
     }
 
     function clearBoardFrom(index: int): void {
@@ -143,10 +145,6 @@ Item {
         }
         ipAddAllInIfJamLtEnabled = oopAddAllInIfJamLtEnabled;
         ipAddAllInIfJamLtPct = oopAddAllInIfJamLtPct;
-    }
-
-    function swapRanges(): void {
-        [oopRangeText, ipRangeText] = [ipRangeText, oopRangeText];
     }
 
     function currentSettingsSnapshot(): var {
@@ -212,6 +210,8 @@ Item {
                 controller: page.controller
                 check: page.spotCheck
                 canSolve: page.canSolve
+                history: page.history
+                onPlaceWanted: place => page._guide.goTo(place)
                 onContinued: page.goToSolve()
                 Layout.fillWidth: true
             }
@@ -231,9 +231,12 @@ Item {
                         theme: page.theme
                         boardText: page.boardText
                         error: page.spotCheck.boardMistake?.text ?? ""
-                        cardScale: 1.25 * page.uiScale
+                        history: page.history
+                        marked: page._guide.markedIn("board") !== ""
+                        cardScale: page.width < 1400 ? 0.75 : 1.25 * page.uiScale
                         onCardChosen: (slot, card) => page.setBoardCardAt(slot, card)
-                        onCleared: slot => page.clearBoardFrom(slot)
+                        onCleared: slot => page.setBoardCardAt(slot, "")
+                        onEntered: board => page.boardText = board
                         Layout.fillWidth: true
                         Layout.fillHeight: true
                     }
@@ -263,6 +266,8 @@ Item {
                     history: page.history
                     title: qsTr("OOP Sizing")
                     outOfPosition: true
+                    narrow: page._narrow
+                    marked: page._guide.markedIn("oopSizing")
                     streetColumnWidth: page.sizingStreetColumnWidth
                     Layout.fillWidth: true
                     Layout.fillHeight: true
@@ -275,52 +280,26 @@ Item {
                     history: page.history
                     title: qsTr("IP Sizing")
                     outOfPosition: false
+                    narrow: page._narrow
+                    marked: page._guide.markedIn("ipSizing")
                     streetColumnWidth: page.sizingStreetColumnWidth
                     onCopyRequested: page.copyOopSizingToIp()
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                 }
             }
-            RowLayout {
+            RangesRow {
                 id: ranges
 
+                theme: page.theme
+                spotCheck: page.spotCheck
+                history: page.history
+                played: page.controller?.solvePreview ?? {}
+                boardText: page.boardText
+                uiScale: page.uiScale
+                room: page.height - y - 2 * page._margin
                 spacing: page._gap
                 Layout.fillWidth: true
-
-                RangePanel {
-                    id: oopRange
-
-                    objectName: "oopRange"
-                    theme: page.theme
-                    title: qsTr("OOP Range")
-                    boardText: page.boardText
-                    otherSeat: qsTr("IP")
-                    hasOther: page.ipRangeText !== ""
-                    history: page.history
-                    onCopyRequested: page.oopRangeText = page.ipRangeText
-                    onSwapRequested: page.swapRanges()
-                    markColor: page.theme.actionBet
-                    uiScale: page.uiScale
-                    mostCellSize: page._mostCellSize
-                    Layout.fillWidth: true
-                }
-                RangePanel {
-                    id: ipRange
-
-                    objectName: "ipRange"
-                    theme: page.theme
-                    title: qsTr("IP Range")
-                    boardText: page.boardText
-                    otherSeat: qsTr("OOP")
-                    hasOther: page.oopRangeText !== ""
-                    history: page.history
-                    onCopyRequested: page.ipRangeText = page.oopRangeText
-                    onSwapRequested: page.swapRanges()
-                    markColor: page.theme.info
-                    uiScale: page.uiScale
-                    mostCellSize: page._mostCellSize
-                    Layout.fillWidth: true
-                }
             }
         }
     }

@@ -108,6 +108,7 @@ StackLayout {
         onBuilt: page => {
             pages._bind(page);
             pages._projectKeys.forEach(key => pages._follow(page, key));
+            (page as ProjectPage).history.forget();
         }
         ProjectPage {
             anchors.fill: parent

@@ -108,6 +108,12 @@ Item {
 
     // The Setup page does so as well, once it stands; a file need not wait for it.
     onBoardTextChanged: startingStreet = Board.streetOf(boardText)
+    // What was estimated is of no spot any more.
+    on_CanSolveBaseChanged: {
+        if (!_canSolveBase) {
+            controller?.forgetSolveMemoryEstimate();
+        }
+    }
     Component.onCompleted: {
         // None of them changes what a solve needs.
         const indifferent = ["betSizesText", "maxIterations", "targetExploitability", "exactAllIn"];

@@ -132,6 +132,8 @@ Rectangle {
             canSolve: bar.canSolve
             phase: bar.solveProgress.phase
             progress: bar.solveProgress.progressWheelValue
+            // These pages say by themselves what the spot is ready for.
+            visible: bar.running || bar.currentIndex !== 1 && bar.currentIndex !== 2
         }
     }
     Rectangle {

@@ -16,8 +16,12 @@ namespace {
 constexpr quint64 gigabyte = quint64{1} << 30;
 
 TEST(MemoryBudget, Texts) {
-    const std::pair<quint64, const char*> cases[] = {
-        {0, "—"}, {10200547328, "9.5 GB"}, {10737418240, "10 GB"}};
+    const std::pair<quint64, const char*> cases[] = {{0, "—"},
+                                                     {1, "1 MB"},
+                                                     {13 << 20, "13 MB"},
+                                                     {109051904, "0.1 GB"},
+                                                     {10200547328, "9.5 GB"},
+                                                     {10737418240, "10 GB"}};
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(formatBytes(bytes), text);
 }
@@ -41,7 +45,7 @@ TEST(MemoryBudget, TellsWhatIsWrongAndWhatIsTooLarge) {
     QVariantMap broken = riverConfig();
     broken["oop_river_bet_sizes"] = "2x";
     const std::tuple<QVariantMap, QString, QString> cases[] = {
-        {riverConfig(), "0.0 GB", ""},
+        {riverConfig(), "7 MB", ""},
         {manySizes(), "More than 24 GB", ""},
         {broken, "—", "Relative raise (x) is not allowed in this context"}};
     MemoryBudget budget;

@@ -85,8 +85,8 @@ DocumentCase {
     function test_boardShowsItsSlots(): void {
         for (const [text, flags, street, shown] of [
             ["AdJd8s", {}, "Flop", 5], ["AdJd8s2c", {}, "Turn", 5], ["AdJd8s2cTh", {}, "River", 5],
-            ["AdJd", {}, "Preflop", 5], ["AdJd__2c", {}, "Flop", 5], ["", {}, "Preflop", 2],
-            ["", {editable: true}, "Preflop", 5], ["AdJd8s", {compact: true}, "", 3],
+            ["AdJd", {}, "Flop incomplete", 5], ["AdJd__2c", {}, "Flop", 5], ["", {}, "No board yet", 2],
+            ["", {editable: true}, "No board yet", 5], ["AdJd8s", {compact: true}, "", 3],
             ["AdJd8s2c", {compact: true}, "", 4], ["", {compact: true}, "", 0],
             ["", {compact: true, editable: true}, "", 5]]) {
             const board = make(boardComponent, Object.assign({boardText: text}, flags));

@@ -42,8 +42,11 @@ DocumentCase {
                 keyClick(leaveBy);
                 compare([committed.count, model.number],
                         number === undefined ? [0, 10] : [1, number], typed);
+                // What is refused stays.
+                const refused = number === undefined && typed !== "";
+                compare(field.error !== "", refused, typed);
                 if (leaveBy === Qt.Key_Tab || number !== undefined) {
-                    compare(field.text, String(model.number));
+                    compare(field.text === String(model.number), !refused, typed);
                 }
                 field.destroy();
             }
@@ -59,7 +62,9 @@ DocumentCase {
         verify(Qt.colorEqual(field.background.border.color, Fallback.theme.danger));
         compare(field.Accessible.description, field.error);
         make(textField).forceActiveFocus();
-        compare([field.error, field.text], ["", "10"]);
+        verify(field.text === "150" && field.error !== "");
+        model.number = 20;
+        compare([field.error, field.text], ["", "20"]);
     }
 
     function test_numberFollowsItsModelUnlessTypedIn(): void {

@@ -58,43 +58,67 @@ DocumentCase {
         mouseClick(all(find("cardPicker"), isIt)[0]);
     }
 
+    // The picker goes on until the flop is full, and gives the keyboard back.
     function test_board(): void {
-        openSlot(2);
+        slots()[2].forceActiveFocus();
+        keyClick(Qt.Key_Return);
+        tryVerify(() => find("cardPicker").activeFocus);
+        waitForRendering(find("cardPicker"));
         pickAceOfHearts();
-        tryCompare(page, "editingCardIndex", -1);
-        compare(page.boardText, "____Ah");
+        compare([page.boardText, page.editingCardIndex], ["____Ah", 0]);
         verify(slots()[4].disabled);
-
         // A used card cannot be taken again, and one that is typed can.
-        openSlot(1);
         pickAceOfHearts();
-        compare([page.editingCardIndex, page.boardText], [1, "____Ah"]);
-        keys(["7", "s"]);
+        compare([page.editingCardIndex, page.boardText], [0, "____Ah"]);
+        keys(["7", "s", "K", "d"]);
         tryCompare(page, "editingCardIndex", -1);
-        page.boardText = page.boardText.replace("__", "Kd") + "2c2d";
-        compare([page.boardText, page.startingStreet], ["Kd7sAh2c2d", "river"]);
+        compare(page.boardText, "7sKdAh");
+        tryVerify(() => slots()[2].activeFocus);
 
-        // From one slot straight to another, and what is behind a cleared one goes, too.
+        // From one slot straight to another, and a cleared one leaves the others.
+        page.boardText += "2c2d";
+        compare(page.startingStreet, "river");
         openSlot(4);
         openSlot(3);
         compare(find("slotName").text, "Turn card");
         mouseClick(find("clearCard"));
-        compare([page.boardText, page.startingStreet], ["Kd7sAh", "flop"]);
+        compare(page.boardText, "7sKdAh__2d");
         openSlot(0);
-        mouseClick(page, page.width - 5, 5);
+        mouseClick(find("effectiveStack"));
         tryCompare(page, "editingCardIndex", -1);
-        compare(page.boardText, "Kd7sAh");
+        verify(page.boardText === "7sKdAh__2d" && find("effectiveStack").activeFocus);
+        wait(200);
+        verify(find("effectiveStack").activeFocus);
     }
 
-    // What is out of bounds is not taken.
+    // Whole cards are taken over as they are typed; what is none stays, marked.
+    function test_boardField(): void {
+        const field = find("boardField");
+        type(field, "asKD7");
+        compare([page.boardText, field.text, field.error], ["AsKd", "asKD7", ""]);
+        keys(["c", ",", " ", "1", "0", "h", Qt.Key_Return]);
+        compare([page.boardText, field.text], ["AsKd7cTh", "As Kd 7c Th"]);
+        enter(field, "As Kz 7c");
+        page.forceActiveFocus();
+        compare([page.boardText, field.text], ["As", "As Kz 7c"]);
+        verify(find("boardHint").text.startsWith("“Kz”"));
+        page.boardText = "2c3c4c";
+        compare([field.text, field.error], ["2c 3c 4c", ""]);
+    }
+
+    // What is out of bounds is not taken, but stays in sight until it is mended.
     function test_numbers(): void {
         for (const [name, text, value] of [
             ["startingPot", "0", 18], ["startingPot", "250.5", 250.5],
             ["effectiveStack", "100000.01", 91], ["rakePercent", "0,125", 0.125],
-            ["rakeCap", "12.5", 3], ["targetExploitability", "0.000001", 1e-6]]) {
-            enter(find(name), text);
+            ["rakeCap", "12.5", 3], ["targetExploitability", "0.25", 0.25]]) {
+            const [field, good] = [find(name), Number(text.replace(",", ".")) === value];
+            enter(field, text);
             page.forceActiveFocus();
-            compare([page[name], Number(find(name).text)], [value, value], name + " " + text);
+            compare([page[name], field.text], [value, good ? String(value) : text], name);
+            compare([field.error === "", page.spotCheck.place], [good, good ? "board" : "game/" + name]);
+            page.history.forget();
+            compare(Number(field.text), value);
         }
         mouseClick(all(page, item => item instanceof SecondaryButton && item.text === "0.1%")[0]);
         compare([page.targetExploitability, find("targetExploitability").text], [0.1, "0.1"]);
@@ -262,28 +286,59 @@ DocumentCase {
     function test_obstacles(): void {
         const general = "Fill board, ranges, and sizings to enable Solve";
         const head = find("pageHead");
-        compare([head.badge, head.subtitle], ["Setup Required", general]);
-        for (const [change, badge, text] of [
-            [{ipRangeText: "", oopTurnBetSizesText: ""}, "Setup Required", general],
-            [{boardText: "AdJd"}, "Setup Required", "Choose three, four or five cards"],
+        const line = find("obstacle");
+        compare([head.badge, line.text], ["Setup Required", general]);
+        for (const [change, badge, text, place] of [
+            [{ipRangeText: "", oopTurnBetSizesText: ""}, "Setup Required", "Choose at least one hand",
+             "ipRange/rangeText"],
+            [{boardText: "AdJd"}, "Setup Required", "Choose three, four or five cards", "boardField"],
             [{boardText: "AdJdAd"}, "Check Board", "The board has Ad twice"],
             [{ipRangeText: "AdKh"}, "Check IP Range", "IP range: every hand holds a card of"],
             [{ipRangeText: "AA, ZZ"}, "Check IP Range", "IP range: “ZZ”: not a hand"],
             [{oopRangeText: "AA:0"}, "Check OOP Range", "OOP range: no hand has a weight above 0"],
-            [{ipRiverRaiseSizesText: " "}, "Setup Required", "IP raise sizes on the river are empty"],
+            [{ipRiverRaiseSizesText: " "}, "Setup Required", "IP raise sizes on the river are empty",
+             "ipSizing/riverRaiseSizes"],
+            [{oopTurnBetSizesText: "0%"}, "Check OOP Sizing",
+             "OOP bet sizes on the turn: “0%”: a size is more than 0"],
             [{oopTurnBetSizesText: "50, 2x"}, "Check OOP Sizing", "OOP bet sizes on the turn: “2x”"],
             [{startingPot: 2e7, effectiveStack: 2e7}, "Cannot Be Solved", "Pot and stack are too"],
-            [{startingPot: 1}, "Not Enough RAM", "This solve needs more memory than there is"]]) {
+            [{startingPot: 1}, "Not Enough RAM", "Needs "]]) {
             enterSpot(Object.assign(Presets.quickSpot(2), change));
             controller.requestSolveMemoryEstimate(SolveConfig.solveConfig(page));
             tryVerify(() => !controller.solveEstimatePending, 60000);
             compare(head.badge, badge);
-            verify(head.subtitle.startsWith(text), head.subtitle);
-            compare(find("continueToSolve").Accessible.description, head.subtitle);
+            verify(line.text.startsWith(text), line.text);
+            compare(find("continueToSolve").Accessible.description, line.text);
+            if (place) {
+                mouseClick(line);
+                verify(find(place).activeFocus && find(place).marked, place);
+                page.forceActiveFocus();
+            }
         }
         Object.assign(page, {boardText: "AdJdAd", oopRangeText: "AA, AdAd"});
         verify(find("boardHint").text === "The board has Ad twice"
                && find("oopRange/rangeText").error.startsWith("“AdAd”"));
+    }
+
+    // Lines by street, and what the sizes come to in chips.
+    function test_preview(): void {
+        enterSpot(Object.assign(Presets.quickSpot(2), {
+            boardText: "AdJd8s4c2h", startingStreet: "river", oopRiverBetSizesText: "50, a", ipRiverBetSizesText: "500c",
+            ipRiverRaiseSizesText: "3x", oopRiverRaiseSizesText: "-"}));
+        controller.requestSolveMemoryEstimate(SolveConfig.solveConfig(page));
+        tryVerify(() => !controller.solveEstimatePending, 60000);
+        const {streets, sizes} = controller.solvePreview;
+        compare(sizes.map(size => [size.seat, size.raise, size.text, size.chips, size.allIn].join()),
+                ["OOP,false,50,9,false", "OOP,false,a,91,true", "IP,false,500c,5,false",
+                 "IP,true,3x,27,false"]);
+        compare([streets.length, streets[0].street, controller.solvePreview.decisions],
+                [1, "river", streets[0].decisions]);
+        const shown = all(find("preview"), item => item instanceof AppLabel && item.visible)
+            .map(item => item.text);
+        verify(shown.includes("50% → 9\na → all-in 91") && shown.includes("3x → to 27 (100%)"), shown);
+        controller.forgetSolveMemoryEstimate();
+        compare([controller.solveRequiredMemoryText, find("previewTotal").text.slice(0, 5)],
+                ["—", "Shown"]);
     }
 
     // What was typed last is taken over by any press; who has gone on before the estimate is there
@@ -323,6 +378,8 @@ DocumentCase {
 
     // What is larger than the window moves by the wheel and to what has the keyboard.
     function test_scrolling(): void {
+        // The window opens so wide, and need not grow for the page.
+        verify(page.recommendedWindowWidth <= 1540, page.recommendedWindowWidth);
         page.width = 900;
         page.height = 600;
         const pane = Finding.inTree(page, item => item instanceof WidePane);

@@ -20,6 +20,14 @@ Card {
     // Percent of the starting pot.
     property real targetExploitability: 0
 
+    // The first that a field has refused and still shows, as in SpotCheck but for the panel.
+    readonly property var refused: {
+        const field = [pot, stack, rake, cap, target].find(entry => entry.error !== "");
+        return field === undefined ? null
+            //: A field and what is wrong with what was typed there
+            : {field: field.objectName, text: qsTr("%1: %2").arg(field.Accessible.name).arg(field.error)};
+    }
+
     padding: theme.spaceMd
     Accessible.role: Accessible.Grouping
     Accessible.name: title.title
@@ -43,6 +51,8 @@ Card {
 
             FieldLabel { text: qsTr("Starting Pot") }
             Field {
+                id: pot
+
                 objectName: "startingPot"
                 placeholderText: qsTr("e.g., 100.0")
                 value: panel.startingPot
@@ -54,6 +64,8 @@ Card {
 
             FieldLabel { text: qsTr("Effective Stack") }
             Field {
+                id: stack
+
                 objectName: "effectiveStack"
                 placeholderText: qsTr("e.g., 100.0")
                 value: panel.effectiveStack
@@ -65,6 +77,8 @@ Card {
 
             FieldLabel { text: qsTr("Rake (%)") }
             Field {
+                id: rake
+
                 objectName: "rakePercent"
                 placeholderText: qsTr("e.g., 5.0")
                 value: panel.rakePercent
@@ -76,6 +90,8 @@ Card {
 
             FieldLabel { text: qsTr("Rake Cap") }
             Field {
+                id: cap
+
                 objectName: "rakeCap"
                 placeholderText: qsTr("e.g., 0")
                 value: panel.rakeCap
@@ -86,6 +102,8 @@ Card {
 
             FieldLabel { text: qsTr("Target Exploitability (%)") }
             Field {
+                id: target
+
                 objectName: "targetExploitability"
                 placeholderText: qsTr("e.g., 0.10")
                 value: panel.targetExploitability
@@ -137,8 +155,11 @@ Card {
         history: panel.history
         leftPadding: 6
         rightPadding: 6
+        // The head of the page says what is wrong.
+        tipElsewhere: true
         Layout.preferredWidth: panel.inputColumnWidth
-        Layout.minimumWidth: panel.inputColumnWidth
+        // Room for "12.555".
+        Layout.minimumWidth: Math.max(64, panel.inputColumnWidth)
         Layout.fillWidth: true
     }
 }

@@ -13,6 +13,10 @@ RowLayout {
     property real percent: 0
     property SetupHistory history: null
 
+    // What the field has refused and still shows, as in SpotCheck but for the panel; null for none.
+    readonly property var refused: field.error === "" ? null
+        : {field: field.objectName, text: `${field.Accessible.name}: ${field.error}`}
+
     signal switched(active: bool)
     signal committed(percent: real)
 
@@ -37,6 +41,8 @@ RowLayout {
         Layout.preferredWidth: 84
     }
     NumberField {
+        id: field
+
         objectName: "jamPercent"
         theme: row.theme
         history: row.history

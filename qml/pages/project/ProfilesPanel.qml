@@ -52,13 +52,13 @@ Card {
         ProfileButton {
             objectName: "loadSettings"
             text: qsTr("Load settings")
-            iconName: "folder-open"
+            iconName: panel.width < 300 ? "" : "folder-open"
             onClicked: (loadDialog.get() as LoadProfileDialog).openFresh()
         }
         ProfileButton {
             objectName: "saveSettings"
             text: qsTr("Save settings")
-            iconName: "save"
+            iconName: panel.width < 300 ? "" : "save"
             onClicked: (saveDialog.get() as SaveProfileDialog).openFresh()
         }
     }

@@ -23,6 +23,8 @@ Card {
     // What a painted hand gets.
     property real clickWeightPct: 100
     property SetupHistory history: null
+    // It is what keeps the spot from being solved.
+    property bool marked: false
 
     // Stands at the right of the matrix.
     property Component browser: null
@@ -180,6 +182,7 @@ Card {
                     history: panel.history
                     rangeText: panel.rangeText
                     boardText: panel.boardText
+                    marked: panel.marked
                     Accessible.name: panel.title
                     onEdited: text => panel._set(text)
                     Layout.preferredWidth: matrix.implicitWidth

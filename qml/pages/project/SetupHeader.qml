@@ -14,6 +14,7 @@ RowLayout {
     property var controller: null
     required property SpotCheck check
     property bool canSolve: false
+    property SetupHistory history: null
 
     readonly property real _required: controller?.solveRequiredMemoryBytes ?? 0
     readonly property real _available: controller?.effectiveAvailableMemoryBytes ?? 0
@@ -24,6 +25,8 @@ RowLayout {
     readonly property Item _focused: Window.activeFocusItem
 
     signal continued
+    // To where what stands in the way can be mended.
+    signal placeWanted(place: string)
 
     function _tryToGo(): void {
         if (_goesOn && !check.pending) {
@@ -53,15 +56,43 @@ RowLayout {
         interval: 0
         onTriggered: header._tryToGo()
     }
-    SectionHeader {
-        objectName: "pageHead"
-        theme: header.theme
-        title: qsTr("Project Setup")
-        badge: header.check.badge
-        badgeColor: header.theme[header.check.color]
-        // A line is kept free, so that nothing moves when there is something to say.
-        subtitle: header.check.obstacle || " "
+    ColumnLayout {
+        spacing: header.theme.spaceXs
         Layout.fillWidth: true
+
+        SectionHeader {
+            objectName: "pageHead"
+            theme: header.theme
+            title: qsTr("Project Setup")
+            badge: header.check.badge
+            badgeColor: header.theme[header.check.color]
+            Layout.fillWidth: true
+        }
+        ObstacleLine {
+            objectName: "obstacle"
+            theme: header.theme
+            text: header.check.obstacle
+            leads: header.check.place !== ""
+            onClicked: header.placeWanted(header.check.place)
+            Layout.fillWidth: true
+        }
+    }
+    IconButton {
+        objectName: "undo"
+        theme: header.theme
+        iconText: "↶"
+        //: Of a button; the keys stand behind it
+        tip: qsTr("Undo (%1)").arg("Ctrl+Z")
+        enabled: header.history?.canUndo ?? false
+        onClicked: header.history.undo()
+    }
+    IconButton {
+        objectName: "redo"
+        theme: header.theme
+        iconText: "↷"
+        tip: qsTr("Redo (%1)").arg("Ctrl+Shift+Z")
+        enabled: header.history?.canRedo ?? false
+        onClicked: header.history.redo()
     }
     ColumnLayout {
         spacing: 2

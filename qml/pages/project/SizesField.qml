@@ -27,6 +27,16 @@ AppTextField {
     inputMethodHints: Qt.ImhNoPredictiveText
     Accessible.name: label
 
+    tipElsewhere: true
+
+    Connections {
+        target: field.history
+
+        function onForgotten(): void {
+            field.text = field.value;
+        }
+    }
+
     onValueChanged: text = value
     onEditingFinished: if (text !== value) committed(text)
     Component.onCompleted: text = value

@@ -30,6 +30,11 @@ Card {
     // Percent of the pot.
     property real jamPercent: 0
     property SetupHistory history: null
+    // Labels stand above the fields, which then have the width.
+    property bool narrow: false
+    // The name of the field that is to be filled in, empty for none.
+    property string marked: ""
+    readonly property var refused: jam.refused
 
     signal copyRequested
 
@@ -47,7 +52,7 @@ Card {
             Layout.fillWidth: true
         }
         GridLayout {
-            columns: 4
+            columns: panel.narrow ? 3 : 4
             columnSpacing: panel.theme.spaceXs + 2
             rowSpacing: panel.theme.spaceSm
             Layout.fillWidth: true
@@ -55,6 +60,7 @@ Card {
             Item {
                 implicitWidth: 1
                 implicitHeight: 1
+                visible: !panel.narrow
             }
             StreetHead { text: qsTr("Flop") }
             StreetHead { text: qsTr("Turn") }
@@ -100,7 +106,7 @@ Card {
                 onCommitted: sizes => panel.riverRaiseSizes = sizes
             }
 
-            RowLabel { text: qsTr("Add All-In") }
+            RowLabel { text: qsTr("Add all-in") }
             StreetToggle {
                 objectName: "flopAddAllIn"
                 Accessible.name: qsTr("Add all-in on the flop")
@@ -149,7 +155,7 @@ Card {
             Item {
                 implicitWidth: 1
                 implicitHeight: 1
-                visible: !panel.outOfPosition
+                visible: !panel.outOfPosition && !panel.narrow
             }
             SecondaryButton {
                 objectName: "copySizing"
@@ -164,6 +170,8 @@ Card {
             }
         }
         JamRow {
+            id: jam
+
             theme: panel.theme
             history: panel.history
             active: panel.jamEnabled
@@ -173,8 +181,17 @@ Card {
             Layout.fillWidth: true
             Layout.topMargin: panel.theme.spaceXs
         }
-        Item {
+        HintLine {
+            id: hintLine
+
+            theme: panel.theme
+            objectName: "sizingHint"
+            Layout.fillWidth: true
             Layout.fillHeight: true
+            // What it says asks for no width.
+            Layout.preferredWidth: 1
+            // Three lines, so that nothing moves when there is something to say.
+            Layout.preferredHeight: 44
         }
     }
 
@@ -193,14 +210,24 @@ Card {
         wrapMode: Text.Wrap
         Layout.preferredWidth: Math.min(Math.ceil(implicitWidth), 66)
         Layout.fillWidth: true
+        Layout.columnSpan: panel.narrow ? 3 : 1
     }
     component BetSizes: SizesField {
+        id: sizes
+
         theme: panel.theme
         history: panel.history
         placeholderText: "33, 75, 125"
         tip: qsTr("Percent of the pot, such as 33, 75. Also 500c for 5 chips, 2e for all chips in "
                   + "over 2 streets, a for all-in, - for none.")
-        Layout.minimumWidth: panel.streetColumnWidth
+        leftPadding: panel.narrow ? 3 : 6
+        rightPadding: leftPadding
+        font.pixelSize: panel.narrow ? Fallback.type.labelMd : Fallback.type.mono
+        marked: panel.marked === objectName
+        onHoveredChanged: hintLine.note(sizes)
+        onActiveFocusChanged: hintLine.note(sizes)
+        // Fourteen characters: "33, 75, 125, a".
+        Layout.minimumWidth: Math.max(panel.streetColumnWidth, panel.narrow ? 109 : 0)
         Layout.preferredWidth: panel.streetColumnWidth
         Layout.fillWidth: true
     }
