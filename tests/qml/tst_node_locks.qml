@@ -59,7 +59,7 @@ DocumentCase {
         const ten = centre(4, 4);
         mouseClick(matrix, ten.x, ten.y);
         compare(locks(), [], "nothing is selected");
-        choose("Bet 50%");
+        choose("Bet 50% · 5");
         const nine = centre(5, 5);
         mousePress(matrix, ten.x, ten.y);
         mouseMove(matrix, nine.x, nine.y);

@@ -15,6 +15,11 @@ Rectangle {
 
     signal solveRequested
 
+    // With the chips, unless they are not known.
+    function _nameOf(action: var): string {
+        return action.chips > 0 ? ActionText.shown(action) : ActionText.fromAnyCase(action.name);
+    }
+
     implicitWidth: 320
     implicitHeight: Math.ceil(column.implicitHeight) + 2 * theme.spaceMd
     radius: theme.radiusSm
@@ -65,7 +70,7 @@ Rectangle {
                     required property int index
                     required property var modelData
 
-                    text: ActionText.fromAnyCase(modelData.name)
+                    text: panel._nameOf(modelData)
                     swatch: panel.theme.actionColor(modelData.actionType || modelData.name)
                     checked: !panel.locks.mixed && panel.locks.selectedAction === index
                     onClicked: panel.locks.select(index)
@@ -87,7 +92,7 @@ Rectangle {
                 required property int index
                 required property var modelData
 
-                readonly property string _name: ActionText.fromAnyCase(modelData.name)
+                readonly property string _name: panel._nameOf(modelData)
 
                 spacing: panel.theme.spaceSm
 
@@ -95,7 +100,7 @@ Rectangle {
                     theme: panel.theme
                     text: line._name
                     elide: Text.ElideRight
-                    Layout.preferredWidth: 90
+                    Layout.preferredWidth: 120
                 }
                 AppLabel {
                     theme: panel.theme
