@@ -148,7 +148,8 @@ Item {
             page.selectActionAtLevel(0, 0);
             page.selectActionAtLevel(1, 0);
             picture("locks-chance");
-            page.reSolve();
+            page.goToSolve();
+            page.nodeLocks.solveAgain();
             tryVerify(() => !shell.running && shell.controller.resultIterations > 0, 300000);
             shell.navIndex = 3;
             picture("locks-solved");
