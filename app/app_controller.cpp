@@ -367,4 +367,5 @@ void AppController::dropResult() {
     answers_.clear();
     handLists_.clear();
     distributions_.clear();
+    playSource_.clear();
 }

@@ -13,6 +13,7 @@
 #include "app/files/project_file.h"
 #include "app/files/text_files.h"
 #include "app/memory_budget.h"
+#include "app/play/play_source.h"
 #include "app/results/distribution_jobs.h"
 #include "app/results/hand_list_jobs.h"
 #include "app/results/node_answers.h"
@@ -79,6 +80,8 @@ class AppController : public QObject {
     Q_PROPERTY(bool nodeLocksUnsaved READ nodeLocksUnsaved NOTIFY nodeLocksChanged)
     /// Why the last save failed; empty when it did not.
     Q_PROPERTY(QString saveError READ saveError NOTIFY saveErrorChanged)
+    /// For a Trainer.
+    Q_PROPERTY(QObject* playSource READ playSource CONSTANT)
 
   public:
     explicit AppController(QObject* parent = nullptr);
@@ -117,6 +120,7 @@ class AppController : public QObject {
     bool cancelling() const { return state_.stopping(); }
     bool nodeLocksUnsaved() const { return locks_.unsaved(); }
     QString saveError() const { return saveError_; }
+    QObject* playSource() { return &playSource_; }
 
     // Solves.
     Q_INVOKABLE void startSolve() { startSolveWithConfig({}); }
@@ -292,6 +296,7 @@ class AppController : public QObject {
     tidewell::NodeAnswers answers_{session_};
     tidewell::HandListJobs handLists_{session_, answers_};
     tidewell::DistributionJobs distributions_{session_};
+    tidewell::PlaySource playSource_{session_, results_, answers_};
     tidewell::NodeLockStore locks_;
     tidewell::MemoryBudget memory_;
     tidewell::Statistics statistics_;

@@ -220,6 +220,14 @@ std::optional<std::vector<double>> pocket_action_evs(const FinishedSolve& solve,
     return evs;
 }
 
+std::optional<std::vector<double>> pocket_strategy(const FinishedSolve& solve, std::uint64_t node,
+                                                   Seat seat, std::string_view c1,
+                                                   std::string_view c2) {
+    const auto view = view_decision(solve, node);
+    const auto hand = view && view->hero == seat ? position_of(*view, c1, c2) : std::nullopt;
+    return hand ? std::optional(view->probabilities(*hand)) : std::nullopt;
+}
+
 std::optional<std::vector<HandBucket>> hand_buckets(const FinishedSolve& solve,
                                                     std::uint64_t node) {
     const auto view = view_decision(solve, node);

@@ -81,6 +81,12 @@ std::optional<std::vector<double>> pocket_action_evs(const FinishedSolve& solve,
                                                      kestrel::Seat seat, std::string_view c1,
                                                      std::string_view c2);
 
+/// Of a decision of `seat`: the probability of each action for one of the seat's hands, given in
+/// the same way. They add up to 1; uniform where nothing is known. No value walk.
+std::optional<std::vector<double>> pocket_strategy(const FinishedSolve& solve, std::uint64_t node,
+                                                   kestrel::Seat seat, std::string_view c1,
+                                                   std::string_view c2);
+
 /// Of a decision: the classes that its range holds, in their fixed order. Counts the whole range,
 /// also hands that the turn or river blocks.
 std::optional<std::vector<HandBucket>> hand_buckets(const FinishedSolve& solve, std::uint64_t node);

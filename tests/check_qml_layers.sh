@@ -15,9 +15,10 @@ components      theme logic
 pages/home      $own_parts
 pages/project   $own_parts
 pages/results   $own_parts
+pages/results/play  pages/results $own_parts
 pages/settings  $own_parts
 pages/solve     $own_parts
-pages           pages/home pages/project pages/results pages/settings pages/solve $own_parts
+pages           pages/home pages/project pages/results pages/results/play pages/settings pages/solve $own_parts
 shell           pages $own_parts
 "
 

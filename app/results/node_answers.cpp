@@ -146,21 +146,24 @@ void NodeAnswers::keepHandCombos(int node, std::vector<HandCombo> combos) {
 }
 
 QVariantList NodeAnswers::seatHandCombos(int node, const QString& player) {
+    return listOf(rangeOf(node, seatOf(player)));
+}
+
+NodeAnswers::Kept<std::vector<SeatCombo>> NodeAnswers::rangeOf(int node, Seat seat) {
     if (node < 0) {
-        return {};
+        return nullptr;
     }
-    const Seat seat = seatOf(player);
     if (auto combos = session_.seat_hand_combos(indexOf(node), seat)) {
         records_[node].seat_combos[index_of(seat)] =
             std::make_shared<const std::vector<SeatCombo>>(*std::move(combos));
     }
     const auto record = records_.find(node);
     if (record == records_.end()) {
-        return {};
+        return nullptr;
     }
     const auto combos = record->second.seat_combos[index_of(seat)];
     used(node);
-    return listOf(combos);
+    return combos;
 }
 
 QVariantList NodeAnswers::pocketActionEvs(int node, const QString& player, const QString& c1,
@@ -217,22 +220,34 @@ bool NodeAnswers::isKept(int node) const {
     return record.strategy && record.combos && record.buckets && record.stats;
 }
 
+/// What is known already stays.
+void NodeAnswers::take(int node, NodeRecord record) {
+    NodeRecord& known = records_[node];
+    const auto part = [&](auto NodeRecord::*member) {
+        if (!(known.*member)) {
+            known.*member = std::move(record.*member);
+        }
+    };
+    part(&NodeRecord::strategy);
+    part(&NodeRecord::combos);
+    part(&NodeRecord::buckets);
+    part(&NodeRecord::stats);
+}
+
 void NodeAnswers::keep(int node, NodeRecord record) {
     if (node < 0) {
         return;
     }
-    NodeRecord& kept = records_[node];
-    const auto take = [&](auto NodeRecord::*part) {
-        if (!(kept.*part)) {
-            kept.*part = std::move(record.*part);
-        }
-    };
-    take(&NodeRecord::strategy);
-    take(&NodeRecord::combos);
-    take(&NodeRecord::buckets);
-    take(&NodeRecord::stats);
+    take(node, std::move(record));
     forGood_.insert(node);
     recent_.forget(node);
+}
+
+void NodeAnswers::add(int node, NodeRecord record) {
+    if (node >= 0) {
+        take(node, std::move(record));
+        used(node);
+    }
 }
 
 void NodeAnswers::keep(int node) {

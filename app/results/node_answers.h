@@ -56,6 +56,10 @@ class NodeAnswers {
     /// Per hand `c1`, `c2`, `weight`. `player`: "IP" in any case, anything else is OOP.
     QVariantList seatHandCombos(int node, const QString& player);
 
+    /// The same as records, weights of the range; null where nothing is known.
+    std::shared_ptr<const std::vector<kestrel_app::SeatCombo>> rangeOf(int node,
+                                                                       kestrel::Seat seat);
+
     /// One value for each action of one hand.
     QVariantList pocketActionEvs(int node, const QString& player, const QString& c1,
                                  const QString& c2);
@@ -69,6 +73,9 @@ class NodeAnswers {
 
     /// Takes over what `work_out` told of a node, for good. What is known already stays.
     void keep(int node, kestrel_app::NodeRecord record);
+
+    /// The same, for as long as there is room.
+    void add(int node, kestrel_app::NodeRecord record);
 
     /// Works it out first where need be.
     void keep(int node);
@@ -88,6 +95,7 @@ class NodeAnswers {
     Part known(int node, Part kestrel_app::NodeRecord::*part, Ask ask);
     Kept<kestrel_app::HandStrategy> strategyOf(int node);
     Kept<kestrel_app::ReachStrategy> reachOf(int node, std::string_view bucket);
+    void take(int node, kestrel_app::NodeRecord record);
     void used(int node);
 
     const kestrel_app::SolveSession& session_;

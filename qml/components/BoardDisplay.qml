@@ -15,6 +15,7 @@ Item {
     // The slots that can be pressed when editable; null for all.
     property var clickableIndices: null
     property bool compact: false
+    property bool showStreet: !compact
     property real cardScale: 1
     property real horizontalPadding: compact ? 0 : 10
 
@@ -71,7 +72,7 @@ Item {
             font.weight: Fallback.type.weightSemibold
             font.capitalization: Font.AllUppercase
             font.letterSpacing: 1
-            visible: !board.compact
+            visible: board.showStreet
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

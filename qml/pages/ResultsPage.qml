@@ -8,19 +8,11 @@ import "../logic/action_list.mjs" as ActionList
 
 // Walks the tree of a finished solve: at the left the way down, at the right what is played at the
 // current node.
-NodeTools {
+PlayScope {
     id: page
 
     property Theme theme: Fallback.theme
     property Typography type: Fallback.type
-    // The program's AppController; null for none.
-    property var controller: null
-    // Of the solve, before any card is dealt in the tree.
-    property string boardText: ""
-    property real rakePercent: 0
-    // In chips, 0 for none.
-    property real rakeCap: 0
-
     // The spot on the Setup page is another one by now.
     property bool setupChanged: false
 
@@ -42,13 +34,12 @@ NodeTools {
     property alias handActionTypeList: strategyData.actionTypes
     property alias handActionProbs: strategyData.actionProbs
 
-    // Hands are being played instead of looked at.
-    property bool playMode: false
+    nodes: reader
+    walk: treeWalk
+    choice: chanceChoice
 
-    readonly property real uiScale: Math.max(0.75, Math.min(1, width / 1540))
-    // Of the current node, arrays in the node's order. A hidden page asks nothing: it would hold up the
-    // end of a solve.
-    currentActions: visible ? _actionsOf(currentNodeIndex) : []
+    // Of the current node, arrays in the node's order.
+    currentActions: looked ? _actionsOf(currentNodeIndex) : []
     readonly property var actionFrequenciesActions: _normalizeActionEvsAroundFold(currentActions)
 
     // refreshHandMatrix() is due.
@@ -75,8 +66,8 @@ NodeTools {
     }
 
     function refreshHandMatrix(): void {
-        _matrixStale = !visible;
-        if (visible) {
+        _matrixStale = !looked;
+        if (looked) {
             strategyData.refresh(currentNodeIndex, selectedBucket,
                                  nodeLocks.ofNode(currentNodeIndex));
         }
@@ -126,7 +117,9 @@ NodeTools {
     }
 
     Keys.onPressed: event => {
-        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp) {
+        if (playMode) {
+            event.accepted = handlePlayKey(event);
+        } else if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp) {
             strategyPanel.scrollBy(event.key === Qt.Key_PageDown ? 0.9 : -0.9);
             event.accepted = true;
         } else if (event.matches(StandardKey.Copy)) {
@@ -147,18 +140,20 @@ NodeTools {
         refreshHandMatrix();
         _scheduleHandCombosLoad();
     }
-    nodes: reader
-    walk: treeWalk
     onSelectedBucketChanged: refreshHandMatrix()
     onLocksEdited: refreshHandMatrix()
     onVisibleChanged: {
         if (!visible) {
             chanceChoice.close();
             distributions.close();
-        } else if (_matrixStale) {
+        }
+    }
+    onLookedChanged: {
+        if (looked && _matrixStale) {
             refreshHandMatrix();
         }
     }
+    onPlayModeChanged: if (!playMode) treePanel.forceActiveFocus()
     Component.onCompleted: _takeResults()
 
     Connections {
@@ -207,6 +202,7 @@ NodeTools {
 
         nodes: reader
         walk: treeWalk
+        replacing: page.playMode
     }
     StrategyData {
         id: strategyData
@@ -263,16 +259,28 @@ NodeTools {
             onBucketClicked: name => page.toggleBucketFilter(name)
             onWhyRequested: (c1, c2, action) => page.whyRequested(c1, c2, action)
             onHandDragged: hand => page.applyNodeLockToHand(page.currentNodeIndex, hand)
-            headerActions: SecondaryButton {
-                objectName: "distributions"
-                theme: page.theme
-                text: qsTr("Distributions")
-                tip: qsTr("Each player's equity or EV by hand, as two curves.")
-                horizontalPadding: page.theme.spaceSm
-                onClicked: page.distributions.open()
-                Layout.fillWidth: true
-                Layout.preferredWidth: Math.max(110, Math.round(140 * page.uiScale))
-            }
+            headerActions: [
+                SecondaryButton {
+                    objectName: "distributions"
+                    theme: page.theme
+                    text: qsTr("Distributions")
+                    tip: qsTr("Each player's equity or EV by hand, as two curves.")
+                    horizontalPadding: page.theme.spaceSm
+                    onClicked: page.distributions.open()
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: Math.max(110, Math.round(140 * page.uiScale))
+                },
+                SecondaryButton {
+                    objectName: "play"
+                    theme: page.theme
+                    text: page.playMode ? qsTr("Range view") : qsTr("Play vs solution")
+                    horizontalPadding: page.theme.spaceSm
+                    onClicked: page.playMode = !page.playMode
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: Math.max(110, Math.round(140 * page.uiScale))
+                    Layout.minimumWidth: implicitWidth
+                }
+            ]
             nodeButtons: LockButtons {
                 theme: page.theme
                 locks: page.nodeLocks
@@ -283,6 +291,13 @@ NodeTools {
                 visible: page.nodeLockMode
                 onSolveRequested: page.reSolve()
                 Layout.fillWidth: true
+            }
+
+            PlayPanel {
+                anchors.fill: parent
+                page: page
+                theme: page.theme
+                onVisibleChanged: if (visible) forceActiveFocus()
             }
         }
     }

@@ -180,6 +180,57 @@ Item {
             wait(200);  // until the dialog has faded
         }
 
+        // What an action would lose, by index; NaN where nobody knows.
+        function losses(page: ResultsPage): var {
+            const node = page.playNodeIndex;
+            const actor = shell.controller.nodeMeta(node).player;
+            return Array.from(shell.controller.nodeActions(node), (_, action) =>
+                page._suboptimalEvInfoAtNode(node, actor, action).evLoss ?? NaN);
+        }
+
+        // As the keyboard does, with the least or the greatest loss.
+        function press(page: ResultsPage, best: bool): void {
+            const all = losses(page);
+            const wanted = best ? Math.min(...all) : Math.max(...all);
+            keyClick(Qt.Key_1 + all.indexOf(wanted));
+        }
+
+        function awaitTurn(page: ResultsPage): void {
+            tryVerify(() => page.playAwaitingUserAction || page.playHandComplete, 60000);
+        }
+
+        function play(): void {
+            const page = shell.resultsPage;
+            click(find("play"));
+            picture("play-role");
+            page.trainer.seed(5);
+            keyClick(Qt.Key_3);
+            awaitTurn(page);
+            picture("play-waiting");
+            while (!page.playHandComplete) {
+                press(page, true);
+                awaitTurn(page);
+            }
+            picture("play-complete");
+            keyClick(Qt.Key_Space);
+            awaitTurn(page);
+            press(page, false);
+            tryVerify(() => page.playHandComplete);
+            picture("play-mistake");
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Space);
+            awaitTurn(page);
+            picture("play-pinned");
+            keyClick(Qt.Key_D);
+            for (const best of [true, false]) {
+                tryVerify(() => page.playAwaitingUserAction);
+                press(page, best);
+                tryVerify(() => page.playDrillFeedbackText !== "");
+                picture(best ? "play-drill-right" : "play-drill-wrong");
+            }
+            page.playMode = false;
+        }
+
         function others(): void {
             shell.navIndex = 4;
             picture("settings");
@@ -212,6 +263,7 @@ Item {
             results();
             locks();
             distributions();
+            play();
             others();
         }
 

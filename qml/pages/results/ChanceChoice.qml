@@ -8,6 +8,9 @@ QtObject {
     required property NodeReader nodes
     required property TreeWalk walk
 
+    // The card takes the place of another one, and what came after that is cut off.
+    property bool replacing: false
+
     // Of the chance node, -1 while no choice is open.
     property int levelIndex: -1
     property int nodeIndex: -1
@@ -20,6 +23,9 @@ QtObject {
 
     readonly property string title: nodes.meta(nodeIndex).chanceDeal === "river"
         ? qsTr("Choose River Card") : qsTr("Choose Turn Card")
+
+    // By another card.
+    signal replaced
 
     function open(level: int, node: int): void {
         nodeIndex = node;
@@ -47,7 +53,13 @@ QtObject {
         }
         const own = Object.keys(indexByCard).find(shown => indexByCard[shown] === action);
         walk.showCard(nodeIndex, card || (own ?? actions[action].name));
-        walk.selectInstead(levelIndex, action);
+        if (replacing) {
+            walk.goTo(levelIndex);
+            walk.follow(action);
+            replaced();
+        } else {
+            walk.selectInstead(levelIndex, action);
+        }
         close();
     }
 

@@ -10,8 +10,8 @@ FocusScope {
 
     required property NodeReader nodes
     required property TreeWalk walk
-    // Of a hand that is being played; empty for none.
-    property string playBoardText: ""
+    // Hands are being played instead of looked at.
+    property bool playMode: false
 
     readonly property alias handList: handList
 
@@ -24,9 +24,12 @@ FocusScope {
     property alias _handCombosLoading: handList.loading
     property alias visibleHandCombos: handList.shown
     readonly property var currentHandCombos: _known ? _loadedHandCombos : []
-    readonly property var currentHandBuckets: visible && _known
+    readonly property var currentHandBuckets: looked && _known
         ? nodes.handBuckets(walk.currentNodeIndex) : []
 
+    // Somebody looks at the hands. Where nobody does nothing is asked for: it would hold up the end of a
+    // solve, or the table.
+    readonly property bool looked: visible && !playMode
     readonly property bool _known: nodes.controller !== null && nodes.controller.resultIterations > 0
 
     // What one of a hand's actions is worth is to be explained.
@@ -63,7 +66,7 @@ FocusScope {
 
         nodes: tools.nodes
         nodeIndex: tools.walk.currentNodeIndex
-        boardText: tools.playBoardText || tools.walk.boardWithDeals
-        active: tools.visible
+        boardText: tools.walk.boardWithDeals
+        active: tools.looked
     }
 }

@@ -27,6 +27,8 @@ Card {
     required property string playBoardText
     property bool setupChanged: false
     required property NodeLockState locks
+    // What takes the place of the strategy then.
+    default property alias playContent: playPlace.data
 
     property alias headerActions: header.actions
     // At the right of the node's money, and below it.
@@ -91,7 +93,7 @@ Card {
 
             theme: panel.theme
             controller: panel.nodes.controller
-            boardText: panel.playMode ? panel.playBoardText : panel.walk.boardWithDeals
+            boardText: panel.playMode && panel.playBoardText || panel.walk.boardWithDeals
             player: panel.walk.selectedPlayer
             meta: panel.nodes.meta(panel.walk.currentNodeIndex)
             ending: panel.walk.ending
@@ -126,7 +128,10 @@ Card {
             Layout.fillHeight: true
         }
         Item {
+            id: playPlace
+
             visible: panel.playMode
+            Layout.fillWidth: true
             Layout.fillHeight: true
         }
     }

@@ -33,17 +33,12 @@ QtObject {
         if (level !== levels.count - 1 || levels.get(level).selectedActionIndex >= 0) {
             return;
         }
-        const actions = nodes.actions(levels.get(level).nodeIndex);
-        if (action < 0 || action >= actions.length) {
-            return;
-        }
-        levels.setProperty(level, "selectedActionIndex", action);
-        const child = actions[action].childIndex;
-        // The root is nobody's child: 0 stands for none.
-        if (child > 0 && child < nodes.nodeCount() && nodes.meta(child).nodeType !== "terminal") {
-            levels.append({nodeIndex: child, selectedActionIndex: -1});
-        }
-        _arrive();
+        _take(action, false);
+    }
+
+    // The same on the last level, to the end of a hand too: it gets a level of its own.
+    function follow(action: int): void {
+        _take(action, true);
     }
 
     // Back to a level, with all its actions to choose from.
@@ -116,6 +111,22 @@ QtObject {
 
     function updateBoard(): void {
         boardWithDeals = boardBefore(levels.count);
+    }
+
+    function _take(action: int, toTheEnd: bool): void {
+        const level = levels.count - 1;
+        const actions = nodes.actions(levels.get(level).nodeIndex);
+        if (action < 0 || action >= actions.length) {
+            return;
+        }
+        levels.setProperty(level, "selectedActionIndex", action);
+        const child = actions[action].childIndex;
+        // The root is nobody's child: 0 stands for none.
+        if (child > 0 && child < nodes.nodeCount()
+                && (toTheEnd || nodes.meta(child).nodeType !== "terminal")) {
+            levels.append({nodeIndex: child, selectedActionIndex: -1});
+        }
+        _arrive();
     }
 
     function _arrive(): void {
