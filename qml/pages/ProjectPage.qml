@@ -294,7 +294,8 @@ Item {
                 theme: page.theme
                 spotCheck: page.spotCheck
                 history: page.history
-                played: page.controller?.solvePreview ?? {}
+                // What is solved of a mistake is not what was meant.
+                played: page.spotCheck.mistake ? {} : page.controller?.solvePreview ?? {}
                 boardText: page.boardText
                 uiScale: page.uiScale
                 room: page.height - y - 2 * page._margin

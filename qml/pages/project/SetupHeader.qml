@@ -99,7 +99,8 @@ RowLayout {
 
         MemoryLine {
             objectName: "solveMemory"
-            text: qsTr("Solve RAM: %1").arg(header.controller?.solveRequiredMemoryText || "—")
+            text: qsTr("Solve RAM: %1").arg(header.check.mistake
+                ? "—" : header.controller?.solveRequiredMemoryText || "—")
             color: header._tooLarge ? header.theme.danger : header.theme.textMuted
         }
         MemoryLine {
