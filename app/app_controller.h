@@ -211,6 +211,11 @@ class AppController : public QObject {
     Q_INVOKABLE QVariantList nodeHandCombos(int nodeIndex) {
         return answer([&] { return answers_.handCombos(nodeIndex); });
     }
+    /// `count` entries of nodeHandCombos from one on, or as many as there are. Of a list that has
+    /// been prepared; otherwise empty.
+    Q_INVOKABLE QVariantList nodeHandCombosPart(int nodeIndex, int first, int count) {
+        return answer([&] { return answers_.handCombosPart(nodeIndex, first, count); });
+    }
     /// Whether nodeHandCombos answers at once; where not, nodeHandCombosReady follows. See
     /// HandListJobs.
     Q_INVOKABLE bool prepareNodeHandCombos(int nodeIndex) {

@@ -134,6 +134,22 @@ QVariantList NodeAnswers::handCombos(int node) {
     return listOf(combos);
 }
 
+QVariantList NodeAnswers::handCombosPart(int node, int first, int count) {
+    const auto record = records_.find(node);
+    if (record == records_.end() || !record->second.combos || first < 0) {
+        return {};
+    }
+    const auto combos = record->second.combos;
+    used(node);
+    QVariantList list;
+    const auto end = std::min(combos->size(), static_cast<std::size_t>(first) +
+                                                  static_cast<std::size_t>(std::max(0, count)));
+    for (std::size_t i = static_cast<std::size_t>(first); i < end; ++i) {
+        list.append(variantMap((*combos)[i]));
+    }
+    return list;
+}
+
 bool NodeAnswers::knowsHandCombos(int node) const {
     const auto record = records_.find(node);
     return record != records_.end() && record->second.combos;

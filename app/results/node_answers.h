@@ -47,6 +47,9 @@ class NodeAnswers {
     /// `actionProbs`; by falling `ev`.
     QVariantList handCombos(int node);
 
+    /// `count` of its entries from `first` on, or as many as there are, of a list that is known.
+    QVariantList handCombosPart(int node, int first, int count);
+
     /// Whether `handCombos` has nothing left to ask.
     bool knowsHandCombos(int node) const;
 

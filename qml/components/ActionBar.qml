@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tidewell
 import "../logic/action_bar.mjs" as Bar
-import "../logic/action_list.mjs" as ActionList
 
 // How often each action is taken, as segments of one bar, with a line of figures for each action below
 // if labels are shown.
@@ -24,7 +23,6 @@ Item {
                                                (_, index) => actions[index])
     readonly property var _types: _entries.map(action => action.actionType || action.name)
     readonly property var _shares: Bar.shares(_entries)
-    readonly property var _colors: _types.map(type => theme.actionColorAmong(type, _types))
     readonly property real _labelGap: 6
     // The actions under the pointer and under the keyboard.
     readonly property int _pointed: hover.hovered ? _indexAt(hover.point.position.x) : -1
@@ -32,27 +30,6 @@ Item {
 
     signal actionClicked(index: int, name: string)
     signal actionHovered(index: int, name: string, frequency: real)
-
-    function _isFramed(index: int): bool {
-        return activeFocus ? index === _current
-                           : selectedAction !== "" && _entries[index].name === selectedAction;
-    }
-
-    // As the picture takes them. A text needs some width even before it is measured.
-    function _segments(width: real, height: real): var {
-        return Bar.segments(_shares, width, height, theme.radiusSm).map((segment, index) => {
-            const percent = _percent(index);
-            const isTold = segment.width > 35 && percent > 0;
-            const isHatched = ActionList.isAllIn(_types[index]);
-            return Object.assign(segment, {
-                color: _colors[index],
-                hatch: isHatched ? theme.hatchOn(_colors[index]) : "transparent",
-                parted: Bar.isParted(_shares, _types, index),
-                framed: _isFramed(index),
-                text: isTold ? qsTr("%1%").arg(percent) : ""
-            });
-        });
-    }
 
     function _percent(index: int): int {
         return Math.round(100 * _shares[index]);
@@ -96,16 +73,16 @@ Item {
         }
     }
 
-    ActionBarItem {
+    MixBar {
         width: parent.width
         height: bar.showLabels
             ? Math.max(0, bar.height - bar._labelGap - Math.ceil(labels.implicitHeight)) : bar.height
-        segments: bar._segments(width, height)
-        radius: bar.theme.radiusSm
-        ground: bar.theme.surface2
-        frame: bar.theme.text
-        plate: bar.theme.plate
-        textColor: bar.theme.plateText
+        theme: bar.theme
+        shares: bar._shares
+        looks: bar.theme.actionLooks(bar._types)
+        framed: bar.activeFocus ? bar._current
+            : bar.selectedAction === "" ? -1
+            : bar._entries.findIndex(action => action.name === bar.selectedAction)
 
         FocusRing {
             theme: bar.theme

@@ -1,13 +1,17 @@
 // The bar that shows how often each action is taken: shares of its width, in pixels.
 
-import { isSized } from "./action_list.mjs";
+import { toArray } from "./action_list.mjs";
 
 const LEAST_VISIBLE = 1;  // pixels
 
 // Of each action, 0 to 1, whatever the frequencies add up to. What is negative or no number counts 0.
 export function shares(actions) {
-    const raw = actions.map(action => action.frequency > 0 && Number.isFinite(action.frequency)
-        ? action.frequency : 0);
+    return sharesOf(actions.map(action => action.frequency));
+}
+
+export function sharesOf(frequencies) {
+    const raw = toArray(frequencies).map(frequency =>
+        frequency > 0 && Number.isFinite(frequency) ? frequency : 0);
     const total = raw.reduce((sum, frequency) => sum + frequency, 0);
     return raw.map(frequency => total > 0 ? Math.min(1, frequency / total) : 0);
 }
@@ -47,10 +51,11 @@ export function indexAt(fractions, place) {
 }
 
 // Whether a segment and the one before it that is not empty are two sizes, between which a line stands.
-export function isParted(fractions, types, index) {
+// `sized` tells of each action whether it is one.
+export function isParted(fractions, sized, index) {
     let before = index - 1;
     while (before >= 0 && !(fractions[before] > 0)) {
         --before;
     }
-    return before >= 0 && isSized(types[index]) && isSized(types[before]);
+    return before >= 0 && sized[index] && sized[before];
 }

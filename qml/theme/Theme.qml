@@ -1,4 +1,5 @@
 import QtQuick
+import "../logic/action_list.mjs" as ActionList
 import "../logic/color_difference.mjs" as Colors
 import "../logic/distinct_colors.mjs" as Distinct
 
@@ -139,6 +140,16 @@ QtObject {
     function actionColorAmong(action: var, actions: var): color {
         const found = distinctActions ? Distinct.distinctColor(action, actions, dark) : null;
         return found ? Qt.rgba(found.r, found.g, found.b, 1) : _plainActionColor(action);
+    }
+
+    // How bars show each of these type words, which are those of one node: maps of `color`, `hatch`, the
+    // colour of its stripes, and whether it is `sized`.
+    function actionLooks(actions: var): var {
+        return actions.map(action => {
+            const color = actionColorAmong(action, actions);
+            return {color: color, hatch: ActionList.isAllIn(action) ? hatchOn(color) : "transparent",
+                    sized: ActionList.isSized(action)};
+        });
     }
 
     // For the stripes of an all-in.

@@ -2,8 +2,12 @@ import QtQuick
 import QtTest
 import Tidewell
 
+import "../../tests/qml/finding.mjs" as Finding
+
 // How long the real program takes from an input to the picture that shows it, at 1920x1080: for each
-// step of a stroke over the matrix of a range, and of a walk through the tree of a result. Run by
+// step of a stroke over the matrix of a range, of a walk through the tree of a result, and of what is done
+// with a list of 1,176 hands. A walk that waits for the hands of each node tells how long the event loop is
+// held up in one go, whatever for. Run by
 //     xvfb-run -a -s "-screen 0 1920x1080x24" qml_tests -input frame_times.qml
 // where the processor draws all: with OpenGL (llvmpipe), or with QT_QUICK_BACKEND=software by Qt Quick
 // itself, which draws only what has changed. The figures are for a machine with nothing else to do.
@@ -55,6 +59,22 @@ Item {
         // Milliseconds from each input to its picture, and until the program has answered it.
         property var found: []
         property var handled: []
+
+        // The longest time in which the event loop did nothing else, in milliseconds, while `holding`.
+        property real hold: 0
+        property real heldSince: 0
+
+        property bool holding: false
+
+        // Goes once round the event loop after the other.
+        function noteHold(): void {
+            const now = Date.now();
+            hold = Math.max(hold, now - heldSince);
+            heldSince = now;
+            if (holding) {
+                Qt.callLater(noteHold);
+            }
+        }
 
         function takeFrame(now: real): void {
             if (input !== null && shown >= awaited) {
@@ -144,6 +164,72 @@ Item {
                     return step !== undefined;
                 });
             }
+            const held = [];
+            holding = true;
+            heldSince = Date.now();
+            noteHold();
+            for (const step of ways.join("h") + "h") {
+                hold = 0;
+                take(page, step);
+                tryVerify(() => !page._handCombosLoading, 20000);
+                wait(150);
+                held.push(hold);
+            }
+            holding = false;
+            report("Walking and waiting for the hands, longest hold", held);
+        }
+
+        // Down the list line by line and in leaps, sorted, searched and filtered.
+        function test_list(): void {
+            const ranks = [..."AKQJT98765432"];
+            const all = ranks.map((high, i) => ranks.slice(i).map(low => high + low)).join(",");
+            const sizes = {};
+            for (const seat of ["oop", "ip"]) {
+                for (const street of ["Flop", "Turn", "River"]) {
+                    sizes[`${seat}${street}BetSizesText`] = "100";
+                    sizes[`${seat}${street}RaiseSizesText`] = "100";
+                }
+            }
+            shell.resetToDefaults();
+            shell.applyProjectState(Object.assign(sizes, {
+                boardText: "AhQh7h", oopRangeText: all, ipRangeText: all, startingPot: 10,
+                effectiveStack: 10, maxIterations: 1}));
+            shell.syncPagesFromRoot();
+            tryVerify(() => shell.canSolve, 60000);
+            keyClick(Qt.Key_F5);
+            tryVerify(() => shell.controller.resultIterations > 0 && !shell.running, 300000);
+            shell.navIndex = 3;
+            const page = shell.resultsPage;
+            tryVerify(() => page.visibleHandCombos.length === 1176, 60000);
+            wait(1000);
+            const list = Finding.allSeen(page, item => item instanceof HandListView)[0];
+            const most = list.contentHeight - list.height;
+            const places = count => Array.from({length: count}, (_, i) => i / count);
+            const scroll = part => () => list.contentY = Math.round(part * most);
+            const actions = [
+                ...Array.from({length: 60}, (_, i) => () => list.contentY = 20 * i),
+                ...places(40).map(scroll)];
+            measure("Scrolling 1,176 hands", nextOf(actions));
+            const heads = ["weight", "ev", 0, 1];
+            measure("Sorting 1,176 hands",
+                    nextOf([...heads, ...heads].map(key => () => page.handList.sortBy(key))));
+            measure("Searching 1,176 hands", nextOf(
+                ["A", "AK", "AKs", "AKs 2", "AKs 22", "", "J", "JJ", ""].map(text =>
+                    () => page.handSearchText = text)));
+            measure("Filtering 1,176 hands", nextOf(
+                ["top pair", "", "air", "", "flush", ""].map(name => () => page.selectedBucket = name)));
+        }
+
+        function nextOf(actions: var): var {
+            const left = actions.slice();
+            return () => {
+                const action = left.shift();
+                if (action) {
+                    action();
+                    root.Window.window.update();  // what changes nothing has a picture, too
+                }
+                return action !== undefined;
+            };
         }
 
         function take(page: ResultsPage, step: string): void {

@@ -1,5 +1,6 @@
 import QtQuick
 import Tidewell
+import "../../logic/action_bar.mjs" as Bar
 
 // A class of hands: its name, how many hands it has, and what they do.
 Rectangle {
@@ -8,8 +9,13 @@ Rectangle {
     required property Theme theme
     // Map of `name`, `displayName`, `combos`; null for none.
     required property var bucket
-    // As ActionBar takes them.
-    required property var actions
+    // As MixBar takes them.
+    required property var looks
+    // Gives the entries of an ActionBar for a list of probabilities.
+    required property var actionsFor
+    // For texts, on a row and on the current one.
+    required property color muted
+    required property color mutedOnCurrent
     required property bool current
     required property bool hovered
     required property bool focusShown
@@ -19,6 +25,15 @@ Rectangle {
         ? qsTr("%1 combos").arg(bucket.combos.toLocaleString(Qt.locale(), "f", 1)) : ""
 
     signal pressed
+
+    // Of a class that somebody is on: another node has others.
+    function _mix(): string {
+        return !bucket || !(current || hovered || focusShown) ? ""
+            : actionsFor(bucket.actionProbs).map(action =>
+                //: An action and how often it is taken: "Bet 33%: 40%"
+                qsTr("%1: %2%").arg(ActionText.shown(action)).arg(Math.round(100 * action.frequency)))
+            .join(", ");
+    }
 
     implicitHeight: Math.ceil(name.implicitHeight) + 16 + 4 + 12
     radius: theme.radiusXs
@@ -31,8 +46,9 @@ Rectangle {
     border.width: focusShown ? 2 : 0
     border.color: theme.strokeFocus
     Accessible.role: Accessible.ListItem
-    //: A class of hands: its name, how many hands, and what they do: "Top pair, 12.0 combos: Check 40%"
-    Accessible.name: qsTr("%1, %2: %3").arg(_title).arg(_combos).arg(bar.Accessible.name)
+    //: A class of hands and how many hands it has: "Top pair, 12.0 combos"
+    Accessible.name: qsTr("%1, %2").arg(_title).arg(_combos)
+    Accessible.description: row._mix()
     Accessible.selectable: true
     Accessible.selected: current
     Accessible.onPressAction: row.pressed()
@@ -59,20 +75,17 @@ Rectangle {
         anchors.baseline: name.baseline
         theme: row.theme
         text: row._combos
-        color: row.theme.legible(row.theme.textMuted, row.current ? row.theme.surface3
-                                                                  : row.theme.surface2)
+        color: row.current ? row.mutedOnCurrent : row.muted
         font.pixelSize: Fallback.type.labelMd
         Accessible.ignored: true
     }
-    ActionBar {
-        id: bar
-
+    MixBar {
         x: 6
         y: name.y + Math.ceil(name.implicitHeight) + 4
         width: parent.width - 12
         height: 16
         theme: row.theme
-        actions: row.actions
-        showLabels: false
+        shares: row.bucket ? Bar.sharesOf(row.bucket.actionProbs) : []
+        looks: row.looks
     }
 }

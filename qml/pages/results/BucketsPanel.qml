@@ -10,22 +10,45 @@ ListFrame {
     id: panel
 
     required property var buckets
+    // Whether the node is one to look at; one on the way is not shown.
+    required property bool settled
+    // The actions of the node.
+    required property var actions
     // Gives the entries of an ActionBar for a list of probabilities.
     required property var actionsFor
     // Name of the class, empty for none.
     property string selected: ""
 
+    // With the actions they are of.
+    property var _shown: []
+    property var _shownActions: []
+    readonly property var _looks: theme.actionLooks(
+        _shownActions.map(action => action.actionType || action.name))
+    readonly property color _muted: theme.legible(theme.textMuted, theme.surface2)
+    readonly property color _mutedOnCurrent: theme.legible(theme.textMuted, theme.surface3)
+
     signal chosen(name: string)
 
-    function _choose(index: int): void {
-        if (index >= 0 && index < buckets.length) {
-            list.currentIndex = index;
-            chosen(buckets[index].name);
+    function _show(): void {
+        if (settled) {
+            _shownActions = actions;
+            _shown = buckets;
         }
     }
 
+    function _choose(index: int): void {
+        if (index >= 0 && index < _shown.length) {
+            list.currentIndex = index;
+            chosen(_shown[index].name);
+        }
+    }
+
+    onBucketsChanged: _show()
+    onSettledChanged: _show()
+    Component.onCompleted: _show()
+
     title: qsTr("Buckets")
-    note: qsTr("%1 shown").arg(buckets.length.toLocaleString(Qt.locale(), "f", 0))
+    note: qsTr("%1 shown").arg(_shown.length.toLocaleString(Qt.locale(), "f", 0))
 
     ListView {
         id: list
@@ -45,7 +68,7 @@ ListFrame {
         activeFocusOnTab: count > 0
         keyNavigationEnabled: false
         model: RowCountModel {
-            count: panel.buckets.length
+            count: panel._shown.length
         }
         Accessible.role: Accessible.List
         Accessible.name: panel.title
@@ -80,12 +103,15 @@ ListFrame {
         delegate: BucketRow {
             required property int index
 
-            readonly property var _bucket: panel.buckets[index] ?? null
+            readonly property var _bucket: panel._shown[index] ?? null
 
             width: ListView.view.width - list.barRoom
             theme: panel.theme
             bucket: _bucket
-            actions: _bucket ? panel.actionsFor(_bucket.actionProbs) : []
+            looks: panel._looks
+            muted: panel._muted
+            mutedOnCurrent: panel._mutedOnCurrent
+            actionsFor: panel.actionsFor
             current: _bucket !== null && _bucket.name === panel.selected
             hovered: pointer.row === index
             focusShown: list.activeFocus && ListView.isCurrentItem

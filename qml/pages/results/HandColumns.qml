@@ -10,6 +10,7 @@ QtObject {
     // Of values, one for each action.
     required property int lines
 
+    readonly property var locale: Qt.locale()
     readonly property FontMetrics _digits: FontMetrics {
         font.pixelSize: Fallback.type.labelMd
         font.family: Fallback.theme.monoFamily

@@ -18,6 +18,7 @@ ListFrame {
 
     // Label of the hand that the pointer or else the keyboard is on, empty for none.
     readonly property alias litHand: list.litHand
+    readonly property bool _listed: !hands.loading && hands.shown.length > 0
 
     signal whyRequested(c1: string, c2: string, actionIndex: int)
 
@@ -88,41 +89,46 @@ ListFrame {
             onClicked: panel.hands.handClass = ""
         }
     }
-    AppLabel {
-        theme: panel.theme
-        text: panel._message()
-        color: panel.theme.legible(panel.theme.textMuted, panel.color)
-        font.pixelSize: Fallback.type.bodySm
-        wrapMode: Text.Wrap
-        visible: text !== ""
-        Layout.fillWidth: true
-    }
-    HandListHead {
-        theme: panel.theme
-        columns: list.columns
-        hands: panel.hands
-        visible: list.visible
-        Layout.fillWidth: true
-        Layout.bottomMargin: -panel.theme.spaceXs
-    }
-    HandListView {
-        id: list
-
-        theme: panel.theme
-        hands: panel.hands
-        actionsFor: panel.actionsFor
-        uiScale: panel.uiScale
-        unknownEv: panel.unknownEv
-        visible: !panel.hands.loading && panel.hands.shown.length > 0
-        Accessible.name: panel.title
-        onWhyRequested: (c1, c2, action) => panel.whyRequested(c1, c2, action)
-        onCopyRequested: panel.copy()
-        Layout.fillWidth: true
-        Layout.fillHeight: true
-    }
-    // Keeps what stands above at the top.
+    // The message lies over the list, which keeps its rows from one node to the next: to take them away
+    // and bring them back would cost a frame at each step of a walk.
     Item {
-        visible: !list.visible
+        Layout.fillWidth: true
         Layout.fillHeight: true
+
+        AppLabel {
+            width: parent.width
+            theme: panel.theme
+            text: panel._message()
+            color: panel.theme.legible(panel.theme.textMuted, panel.color)
+            font.pixelSize: Fallback.type.bodySm
+            wrapMode: Text.Wrap
+            visible: text !== ""
+        }
+        HandListHead {
+            id: heads
+
+            width: parent.width
+            theme: panel.theme
+            columns: list.columns
+            hands: panel.hands
+            opacity: panel._listed ? 1 : 0
+            enabled: panel._listed
+        }
+        HandListView {
+            id: list
+
+            anchors.fill: parent
+            anchors.topMargin: heads.height + panel.theme.spaceXs
+            theme: panel.theme
+            hands: panel.hands
+            actionsFor: panel.actionsFor
+            uiScale: panel.uiScale
+            unknownEv: panel.unknownEv
+            opacity: panel._listed ? 1 : 0
+            enabled: panel._listed
+            Accessible.name: panel.title
+            onWhyRequested: (c1, c2, action) => panel.whyRequested(c1, c2, action)
+            onCopyRequested: panel.copy()
+        }
     }
 }

@@ -22,17 +22,25 @@ QtObject {
     // Maps of `c1`, `c2`, `weight`, `ev`, and by action `actionEvs` and `actionProbs`, as they came.
     property var loaded: []
     property bool loading: false
+    // Nobody is walking on: what costs time may be shown.
+    readonly property bool settled: !_debounce.running
     // The actions of the node that `loaded` is of.
     property var definitions: []
     readonly property var shown: HandFilter.filtered(loaded, handClass, bucket, searchText,
-                                                     Math.floor(boardText.length / 2))
+                                                     _boardCards)
 
     // Of the rows: `key` as HandRows.sorted() takes it.
     property var order: ({key: "", rising: false})
     readonly property var rows: HandRows.sorted(shown, order.key, order.rising)
 
-    // load() is due as soon as somebody looks.
+    // On the board of `loaded`.
+    property int _boardCards: 0
+    // A list is due as soon as somebody looks.
     property bool _stale: false
+
+    // Of `loaded` to be, so far.
+    property var _arrived: []
+    readonly property int _partLength: 128
 
     // Whoever walks on quickly asks for the list of the last node alone.
     readonly property Timer _debounce: Timer {
@@ -45,7 +53,7 @@ QtObject {
 
         function onNodeHandCombosReady(node: int): void {
             if (list.loading && node === list.nodeIndex && !list._debounce.running) {
-                list._take();
+                list._fetch();
             }
         }
     }
@@ -71,20 +79,39 @@ QtObject {
 
     function _load(): void {
         const controller = nodes.controller;
+        _arrived = [];
         if (!active) {
             _stale = true;
-        } else if (!controller || controller.prepareNodeHandCombos(nodeIndex)) {
-            _take();
+        } else if (nodes.meta(nodeIndex).nodeType !== "decision") {
+            _take([]);
+        } else if (controller.prepareNodeHandCombos(nodeIndex)) {
+            _fetch();
         }
     }
 
-    function _take(): void {
+    // A part of the list at a time: a whole one holds up the event loop for some frames.
+    function _fetch(): void {
+        if (!loading || _debounce.running) {
+            return;  // walked on
+        }
+        const part = nodes.handCombosPart(nodeIndex, _arrived.length, _partLength);
+        _arrived = _arrived.concat(part);
+        if (part.length < _partLength) {
+            _take(_arrived);
+            _arrived = [];
+        } else {
+            Qt.callLater(_fetch);
+        }
+    }
+
+    function _take(combos: var): void {
         const actions = nodes.actions(nodeIndex);
         if (order.key >= actions.length) {
             order = {key: "", rising: false};
         }
         definitions = actions;
-        loaded = nodes.handCombos(nodeIndex);
+        _boardCards = Math.floor(boardText.length / 2);
+        loaded = combos;
         loading = false;
     }
 

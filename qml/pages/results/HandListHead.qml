@@ -48,7 +48,7 @@ Item {
                 theme: heads.theme
                 key: index
                 order: heads.hands.order
-                swatch: heads.theme.actionColor(modelData.actionType || modelData.name)
+                actionType: modelData.actionType || modelData.name
                 text: ActionText.label(modelData.name, modelData.actionType)
                 //: How often an action is taken: "frequency of Bet 33%"
                 what: qsTr("frequency of %1").arg(text)

@@ -22,9 +22,13 @@ ListView {
         scale: list.uiScale
         lines: Math.max(1, list.hands.definitions.length)
     }
+    readonly property HandListLook _look: HandListLook {
+        theme: list.theme
+        definitions: list.hands.definitions
+    }
     readonly property string litHand: {
         const row = pointer.row >= 0 ? pointer.row : _keyboard ? currentIndex : -1;
-        const combo = visible ? hands.rows[row] : undefined;
+        const combo = enabled ? hands.rows[row] : undefined;
         return combo ? HandFilter.classOfCards(combo.c1, combo.c2) : "";
     }
 
@@ -88,8 +92,9 @@ ListView {
     activeFocusOnTab: true
     cacheBuffer: 0
     model: RowCountModel {
-        count: list.hands.rows.length
+        id: rows
     }
+    Component.onCompleted: rows.count = hands.rows.length
     Accessible.role: Accessible.List
     Accessible.description: qsTr("Left and right choose an action, Return shows why.")
 
@@ -112,8 +117,12 @@ ListView {
     Connections {
         target: list.hands
 
-        // Another list begins at its top.
+        // Another list begins at its top. None leaves the rows where they are: nobody sees them, and
+        // most of the time there are others soon.
         function onRowsChanged(): void {
+            if (list.hands.rows.length > 0) {
+                rows.count = list.hands.rows.length;
+            }
             list.currentIndex = 0;
             list._line = 0;
             list.positionViewAtBeginning();
@@ -129,7 +138,8 @@ ListView {
         columns: list.columns
         combo: list.hands.rows[index] ?? null
         definitions: list.hands.definitions
-        actions: combo ? list.actionsFor(combo.actionProbs) : []
+        actionsFor: list.actionsFor
+        look: list._look
         unknownEv: list.unknownEv
         current: ListView.isCurrentItem && list.activeFocus
         hovered: pointer.row === index

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tidewell
+import "../../logic/action_bar.mjs" as Bar
 import "../../logic/hand_rows.mjs" as HandRows
 
 // One hand of the list: its cards, how much of it comes here, what each action is worth, and how often
@@ -11,11 +12,12 @@ Rectangle {
 
     required property Theme theme
     required property HandColumns columns
+    required property HandListLook look
     // As the list holds it; null for none.
     required property var combo
     required property var definitions
-    // As ActionBar takes them.
-    required property var actions
+    // Gives the entries of an ActionBar for a list of probabilities.
+    required property var actionsFor
     // Why the values are not known; empty where they are.
     required property string unknownEv
     required property bool current
@@ -26,39 +28,41 @@ Rectangle {
     required property int focusedLine
 
     readonly property var _lines: combo ? HandRows.evLines(combo, definitions) : []
-    readonly property string _weight: combo ? _percent(combo.weight) : ""
-    readonly property color _ground: {
-        if (current) {
-            return theme.surface3;
-        }
-        return hovered ? theme.surfaceHover : theme.surface2;
-    }
-    // The actions' colours, as text on the row.
-    readonly property var _tints: definitions.map(action => theme.legible(
-        theme.actionColor(action.actionType || action.name), _ground))
+    readonly property var _shade: look.shades[current ? "current" : hovered ? "hovered" : "plain"]
 
     signal whyPressed(action: int)
 
     function _percent(share: real): string {
         const percent = 100 * share;
-        if (percent > 0 && percent < 0.5) {
-            return qsTr("<1%");
-        }
-        return qsTr("%1%").arg(percent.toLocaleString(Qt.locale(), "f", 0));
+        return percent > 0 && percent < 0.5 ? qsTr("<1%") : qsTr("%1%").arg(Math.round(percent));
     }
 
+    // A hand that nobody is on is told by its cards alone: lists change often.
     function _spoken(): string {
         if (!combo) {
             return "";
         }
+        if (!current && !hovered) {
+            return combo.c1 + combo.c2;
+        }
         const cards = [combo.c1, combo.c2].map(card => CardText.spoken(card[0], card[1]));
+        const mix = actionsFor(combo.actionProbs).map(action =>
+            //: An action and how often it is taken: "Bet 33%: 40%"
+            qsTr("%1: %2%").arg(ActionText.shown(action)).arg(Math.round(100 * action.frequency)));
         //: A hand of the list: its two cards, how much of it comes here, and what it does
-        return qsTr("%1, %2, weight %3: %4").arg(cards[0]).arg(cards[1]).arg(_weight)
-                                            .arg(bar.Accessible.name);
+        return qsTr("%1, %2, weight %3: %4").arg(cards[0]).arg(cards[1])
+                                            .arg(_percent(combo.weight)).arg(mix.join(", "));
+    }
+
+    function _spokenValue(line: var, value: string): string {
+        const isOne = line.action >= 0 && line.action < definitions.length;
+        //: What an action of a hand is worth: "Bet 33%: EV 12.50"
+        return current && isOne ? qsTr("%1: EV %2").arg(ActionText.shown(definitions[line.action])).arg(value)
+                                : value;
     }
 
     radius: theme.radiusXs
-    color: current || hovered ? _ground : "transparent"
+    color: current || hovered ? _shade.ground : "transparent"
     border.width: focusShown ? 1 : 0
     border.color: theme.strokeFocus
     Accessible.role: Accessible.ListItem
@@ -66,39 +70,27 @@ Rectangle {
     Accessible.selectable: true
     Accessible.selected: current
 
-    CardFace {
+    MiniCard {
         x: row.columns.cardsX
         y: row.columns.cardsY
-        width: row.columns.cardWidth
-        height: row.columns.cardHeight
         theme: row.theme
-        rank: row.combo ? row.combo.c1[0] : ""
-        suit: row.combo ? row.combo.c1[1] : ""
-        mini: true
+        name: row.combo ? row.combo.c1 : ""
         unit: row.columns.cardUnit
-        cornerRadius: 4 * unit
-        selected: false
     }
-    CardFace {
+    MiniCard {
         x: row.columns.cardsX + row.columns.cardWidth + row.columns.cardGap
         y: row.columns.cardsY
-        width: row.columns.cardWidth
-        height: row.columns.cardHeight
         theme: row.theme
-        rank: row.combo ? row.combo.c2[0] : ""
-        suit: row.combo ? row.combo.c2[1] : ""
-        mini: true
+        name: row.combo ? row.combo.c2 : ""
         unit: row.columns.cardUnit
-        cornerRadius: 4 * unit
-        selected: false
     }
     AppLabel {
         x: row.columns.weightX
         width: row.columns.weightWidth
         anchors.verticalCenter: parent.verticalCenter
         theme: row.theme
-        text: row._weight
-        color: row.theme.legible(row.theme.textMuted, row._ground)
+        text: row.combo ? row._percent(row.combo.weight) : ""
+        color: row._shade.muted
         font.pixelSize: Fallback.type.labelMd
         horizontalAlignment: Text.AlignRight
         Accessible.ignored: true
@@ -110,7 +102,7 @@ Rectangle {
         theme: row.theme
         //: Before the values of a hand's actions
         text: qsTr("EV:")
-        color: row.theme.legible(row.theme.textMuted, row._ground)
+        color: row._shade.muted
         font.pixelSize: Fallback.type.labelMd
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
@@ -129,26 +121,24 @@ Rectangle {
             height: row.columns.lineHeight
             visible: index < row._lines.length
             theme: row.theme
+            text: row.unknownEv === "" && Number.isFinite(_line.ev)
+                ? _line.ev.toLocaleString(row.columns.locale, "f", 2) : qsTr("—")
+            color: row._shade.tints[_line.action] ?? row.theme.text
             action: _line.action
-            ev: _line.ev
+            spoken: row._spokenValue(_line, text)
             unknownEv: row.unknownEv
-            actionName: _line.action >= 0 && _line.action < row.definitions.length
-                ? ActionText.shown(row.definitions[_line.action]) : ""
-            tint: row._tints[_line.action] ?? row.theme.text
             lit: row.hoveredLine === index
             focusShown: row.focusedLine === index
             onPressed: row.whyPressed(action)
         }
     }
-    ActionBar {
-        id: bar
-
+    MixBar {
         x: row.columns.barX
         width: row.columns.barWidth
         height: row.columns.barHeight
         anchors.verticalCenter: parent.verticalCenter
         theme: row.theme
-        actions: row.actions
-        showLabels: false
+        shares: row.combo ? Bar.sharesOf(row.combo.actionProbs) : []
+        looks: row.look.actions
     }
 }

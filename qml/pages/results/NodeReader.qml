@@ -70,10 +70,11 @@ QtObject {
         return nodeCount() > 0 ? controller.nodeHandBuckets(node) : [];
     }
 
-    // Maps of `c1`, `c2`, `weight`, `ev`, `actionEvs`, `actionProbs`, `buckets`, by falling EV. Dear to the
-    // controller near the root of a large tree, unless it has prepared the list.
-    function handCombos(node: int): var {
-        return nodeCount() > 0 ? controller.nodeHandCombos(node) : [];
+    // Maps of `c1`, `c2`, `weight`, `ev`, `actionEvs`, `actionProbs`, `buckets`, by falling EV: as many of
+    // the list, from a place on, as there are. The controller must have prepared the list.
+    function handCombosPart(node: int, first: int, count: int): var {
+        return nodeCount() > 0
+            ? ActionList.toArray(controller.nodeHandCombosPart(node, first, count)) : [];
     }
 
     // Locks of the solve, as in a project, count too.

@@ -11,8 +11,8 @@ T.Button {
     // What it stands for in the list's order, and that order.
     required property var key
     required property var order
-    // Before the text; transparent for none.
-    property color swatch: "transparent"
+    // Type word of an action whose colour stands before the text; empty for none.
+    property string actionType: ""
     // What is sorted by, for the tip.
     property string what: text
 
@@ -36,12 +36,13 @@ T.Button {
     contentItem: RowLayout {
         spacing: 3
 
-        Rectangle {
+        ActionSwatch {
             implicitWidth: 8
             implicitHeight: 8
             radius: 2
-            color: head.swatch
-            visible: head.swatch.a > 0
+            theme: head.theme
+            actionType: head.actionType
+            visible: head.actionType !== ""
         }
         Text {
             text: head._arrow

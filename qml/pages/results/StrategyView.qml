@@ -234,6 +234,8 @@ AppScrollView {
                 BucketsPanel {
                     theme: view.theme
                     buckets: view.buckets
+                    settled: view.hands.settled
+                    actions: view.actions
                     actionsFor: view.actionsFor
                     selected: view.hands.bucket
                     onChosen: name => view.bucketClicked(name)
