@@ -121,6 +121,14 @@ Item {
             shell.theme.distinctActions = false;
             page.selectActionAtLevel(0, 0);
             picture("results-answer");
+            page.toggleBucketFilter("top pair");
+            page.toggleHandFilter("AJs");
+            picture("results-filters");
+            page.toggleHandFilter("AJs");
+            page.handSearchText = "AKQ";
+            picture("results-no-match");
+            page.handSearchText = "";
+            page.toggleBucketFilter("top pair");
             page.selectActionAtLevel(1, 0);
             picture("results-chance");
             page.openChancePicker(2, page.currentNodeIndex);
