@@ -21,6 +21,9 @@ Flow {
     signal acted(action: int)
 
     function _markOf(action: int): color {
+        if (chosen < 0) {
+            return "transparent";  // the verdict may be read for longer, but is of another hand
+        }
         if (verdict.wrong && action === verdict.bestIndex) {
             return theme.success;
         }

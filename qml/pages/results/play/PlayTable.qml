@@ -202,30 +202,30 @@ Rectangle {
         visible: table.trainer.complete
         onClicked: table.trainer.nextHand()
     }
-    Column {
+    KeyButton {
+        id: drillButton
+
         anchors.left: parent.left
         anchors.bottom: parent.bottom
         anchors.margins: table.theme.spaceMd
-        spacing: table.theme.spaceSm
-
-        TableBubble {
-            objectName: "drillToast"
-            theme: table._dark
-            text: table.page.playDrillFeedbackText
-            tint: table.page.playDrillFeedbackWrong ? theme.danger : theme.success
-            maximumWidth: table.width - 2 * table.theme.spaceMd
-        }
-        KeyButton {
-            theme: table._dark
-            compact: true
-            implicitHeight: 32
-            text: table.trainer.drilling ? qsTr("Stop drill") : qsTr("Drill spot")
-            //: The key
-            keyText: qsTr("D")
-            enabled: table.trainer.drilling || table._actor !== ""
-            visible: table._runs
-            onClicked: table.page.toggleDrill()
-        }
+        theme: table._dark
+        compact: true
+        implicitHeight: 32
+        text: table.trainer.drilling ? qsTr("Stop drill") : qsTr("Drill spot")
+        //: The key
+        keyText: qsTr("D")
+        enabled: table.trainer.drilling || table._actor !== ""
+        visible: table._runs
+        onClicked: table.page.toggleDrill()
+    }
+    // Above the button, and above what stands beside the cards of IP.
+    TableBubble {
+        x: drillButton.x
+        y: Math.min(drillButton.y, ipSeat.y) - height - table.theme.spaceXs
+        theme: table._dark
+        text: table.page.playDrillFeedbackText
+        tint: table.page.playDrillFeedbackWrong ? theme.danger : theme.success
+        maximumWidth: table.width - 2 * table.theme.spaceMd
     }
 
     // To the right of a seat's cards: its last action, the user's choices, or what was wrong.
