@@ -37,7 +37,11 @@ AppScrollView {
     property int chosenAction: -1
 
     readonly property var _meta: nodes.meta(nodeIndex)
-    readonly property var _sizes: StrategyLayout.shareOut({
+    // A layout takes no other sizes while it lays out, which is when the room changes: it is given them
+    // right afterwards.
+    readonly property var _sizes: _settledSizes ?? _wantedSizes
+    property var _settledSizes: null
+    readonly property var _wantedSizes: StrategyLayout.shareOut({
         width: _contentWidth, height: availableHeight, scale: uiScale,
         gap: theme.spaceMd, line: theme.spaceSm,
         barTitle: barTitle.implicitHeight,
@@ -86,6 +90,11 @@ AppScrollView {
         flickable.contentY = Math.max(0, Math.min(Math.max(flickable.contentY, least), top));
     }
 
+    function _settle(): void {
+        _settledSizes = _wantedSizes;
+    }
+
+    on_WantedSizesChanged: Qt.callLater(_settle)
     onActionsChanged: chosenAction = -1
 
     // It takes what it is given: sizes that follow from its content would go round in a circle.
