@@ -38,6 +38,8 @@ AppController::AppController(QObject* parent)
             &AppController::handDistributions169Ready);
     connect(&handLists_, &tidewell::HandListJobs::ready, this, &AppController::nodeHandCombosReady);
     connect(&locks_, &tidewell::NodeLockStore::changed, this, &AppController::nodeLocksChanged);
+    connect(&here_, &tidewell::HereJobs::ready, this, &AppController::nodeActionStatsHereReady);
+    connect(&why_, &tidewell::WhyJobs::ready, this, &AppController::nodeActionBreakdownReady);
     setStatusText(tr("Ready"));
 }
 
@@ -366,6 +368,8 @@ void AppController::dropResult() {
     releaser_.release(std::pair(std::exchange(results_, {}), answers_.records()));
     answers_.clear();
     handLists_.clear();
+    here_.clear();
+    why_.drop();
     distributions_.clear();
     playSource_.clear();
 }

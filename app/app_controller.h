@@ -16,10 +16,12 @@
 #include "app/play/play_source.h"
 #include "app/results/distribution_jobs.h"
 #include "app/results/hand_list_jobs.h"
+#include "app/results/here_jobs.h"
 #include "app/results/node_answers.h"
 #include "app/results/node_lock_store.h"
 #include "app/results/solve_results.h"
 #include "app/results/solve_run.h"
+#include "app/results/why_jobs.h"
 #include "app/run_state.h"
 #include "app/showdown.h"
 #include "app/statistics.h"
@@ -183,7 +185,7 @@ class AppController : public QObject {
     Q_INVOKABLE void clearNodeLocks(int nodeIndex) { locks_.clearNode(nodeIndex); }
     Q_INVOKABLE QVariantList nodeLocks(int nodeIndex) { return locks_.ofNode(nodeIndex); }
 
-    // Questions about the result. See ResultTree, NodeAnswers and DistributionJobs.
+    // Questions about the result. See ResultTree, NodeAnswers and the jobs.
     Q_INVOKABLE int treeNodeCount() { return results_.tree.nodeCount(); }
     Q_INVOKABLE QVariantMap nodeMeta(int nodeIndex) {
         return answer([&] { return results_.tree.meta(nodeIndex); });
@@ -193,6 +195,18 @@ class AppController : public QObject {
     }
     Q_INVOKABLE QVariantList nodeActionStats(int nodeIndex) {
         return answer([&] { return answers_.actionStats(nodeIndex); });
+    }
+    /// Of the hands that come to the node. Where `pending` is set, nodeActionStatsHereReady
+    /// follows.
+    Q_INVOKABLE QVariantList nodeActionStatsHere(int nodeIndex) {
+        return answer([&] { return here_.request(nodeIndex); });
+    }
+    /// The same at once, with `pending` set where equity and EV are not known yet.
+    Q_INVOKABLE QVariantList nodeActionSharesHere(int nodeIndex) {
+        return answer([&] { return answers_.actionSharesHere(nodeIndex); });
+    }
+    Q_INVOKABLE bool nodeOpponentComes(int nodeIndex) {
+        return !answer([&] { return !answers_.opponentComes(nodeIndex); });
     }
     Q_INVOKABLE QVariantList nodePocketActionEvs(int nodeIndex, const QString& player,
                                                  const QString& c1, const QString& c2) {
@@ -227,6 +241,12 @@ class AppController : public QObject {
     Q_INVOKABLE QVariantList nodeHandBuckets(int nodeIndex) {
         return answer([&] { return answers_.handBuckets(nodeIndex); });
     }
+    /// Where `pending` is set, nodeActionBreakdownReady follows. See WhyJobs.
+    Q_INVOKABLE QVariantMap nodeActionBreakdown(int nodeIndex, const QString& c1, const QString& c2,
+                                                int actionIndex) {
+        return answer([&] { return why_.request(nodeIndex, c1, c2, actionIndex); });
+    }
+    Q_INVOKABLE void dropActionBreakdown() { why_.drop(); }
     Q_INVOKABLE QVariantMap nodeHandDistributions169(int nodeIndex) {
         return answer([&] { return distributions_.request(nodeIndex); });
     }
@@ -239,6 +259,9 @@ class AppController : public QObject {
     void resultsChanged();
     void handDistributions169Ready(int nodeIndex);
     void nodeHandCombosReady(int nodeIndex);
+    void nodeActionStatsHereReady(int nodeIndex);
+    void nodeActionBreakdownReady(int nodeIndex, const QString& c1, const QString& c2,
+                                  int actionIndex);
     void solveStatsChanged();
     void playVsSolutionStatsChanged();
     void systemMemoryChanged();
@@ -300,6 +323,8 @@ class AppController : public QObject {
     tidewell::SolveResults results_;
     tidewell::NodeAnswers answers_{session_};
     tidewell::HandListJobs handLists_{session_, answers_};
+    tidewell::HereJobs here_{session_, answers_};
+    tidewell::WhyJobs why_{session_};
     tidewell::DistributionJobs distributions_{session_};
     tidewell::PlaySource playSource_{session_, results_, answers_};
     tidewell::NodeLockStore locks_;

@@ -31,7 +31,7 @@ double percentage(const std::string& option, std::string_view text) {
 void check_together(const Options& options) {
     const bool asks_of_a_solve = !options.json_path.empty() || !options.save_path.empty() ||
                                  !options.node_line.empty() || !options.locks.empty() ||
-                                 options.stats || options.tables();
+                                 options.stats || !options.why.empty() || options.tables();
     if (options.signature && (!options.spot_path.empty() || asks_of_a_solve)) {
         throw InputError("--signature solves spots of its own and reports nothing else");
     }
@@ -103,6 +103,11 @@ Options parse_options(std::span<const char* const> arguments) {
             options.list_depth = whole_number<std::size_t>(name, value(), 0, 1000);
         } else if (name == "--lock") {
             options.locks.push_back(parse_lock(value()));
+        } else if (name == "--why") {
+            options.why = value();
+            if (options.why.empty()) {
+                throw InputError("--why takes a hand of two cards such as AhKd");
+            }
         } else if (name == "--stats") {
             flag(options.stats);
         } else if (name == "--combos") {
@@ -147,7 +152,9 @@ Options:
   --save FILE         write a project that the desktop program opens (.tidewellproj),
                       with the tree, and the hands of the root and of --node
   --stats             also how many combos take each action of the node, with what
-                      equity and EV
+                      equity and EV: of whole ranges, and of the hands that come there
+  --why HAND          what the EV of each action is made of for a hand such as AhKd:
+                      the answers, how often each comes, and the EV behind it
   --combos            the hands of the node's player: EV, how often each action, tags
   --buckets           classes of hands such as "top pair": how often each action
   --distributions     both players' hands: EV and equity

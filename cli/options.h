@@ -22,6 +22,7 @@ struct Options {
     std::string node_line;
     std::optional<std::size_t> list_depth;
     std::vector<Lock> locks;
+    std::string why;  ///< a hand; empty for none
     bool stats = false;
     bool combos = false;
     bool buckets = false;

@@ -27,10 +27,12 @@
 #include "cli/terminal.h"
 #include "cli/terminal_report.h"
 #include "cli/timing.h"
+#include "cli/why.h"
 #include "platform/interrupt.h"
 #include "platform/memory_info.h"
 #include "platform/standard_streams.h"
 #include "session/hand_distributions.h"
+#include "session/node_here.h"
 #include "session/node_queries.h"
 #include "session/signature.h"
 
@@ -113,6 +115,9 @@ void check_questions(const Options& options, const kestrel::Game& game, const No
     if (of_decisions && game.nodes[path.node].kind != kestrel::NodeKind::Decision) {
         throw InputError("nobody decides behind " + line_of(game, path) +
                          ", where --stats, --combos and --buckets need a decision");
+    }
+    if (!options.why.empty()) {
+        check_why(game, path, parse_hand(options.why));
     }
 }
 
@@ -230,6 +235,10 @@ ExitCode solve(const Options& options, Clock::time_point program_start, Interrup
     report.locks = std::move(locks);
     if (options.stats) {
         report.stats = kestrel_app::node_action_stats(*run.finished, path.node);
+        report.here = kestrel_app::action_stats_here(*run.finished, path.node);
+    }
+    if (!options.why.empty()) {
+        report.why = why(*run.finished, path, parse_hand(options.why));
     }
     const std::string tables = tables_of(options, run, report.node);
     report.peak_resident_bytes = tidewell_platform::peak_resident_bytes();
@@ -238,6 +247,9 @@ ExitCode solve(const Options& options, Clock::time_point program_start, Interrup
         write_files(options, report, {run, task.settings, config.node_locks, path.node}, interrupt);
     print_report(screen.out, screen.style, report);
     print_stats(screen.out, screen.style, report);
+    if (report.why) {
+        print_why(screen.out, screen.style, *report.why, distinct_names(report.node.actions));
+    }
     std::cout << tables << std::flush;
     if (!options.json_path.empty() && !is_replaced(options.json_path)) {
         write_json(report, options.json_path);

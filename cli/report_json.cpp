@@ -28,6 +28,12 @@ Json actions_json(const SolveReport& report) {
             entry["equity"] = report.stats->equity[a];  // NaN becomes null
             entry["ev"] = report.stats->ev[a] / 100.0;
         }
+        if (report.here) {
+            entry["here"] = {{"combos", report.here->combos[a]},
+                             {"frequency", report.here->frequencies[a]},
+                             {"equity", report.here->equity[a]},
+                             {"ev", report.here->ev[a] / 100.0}};
+        }
         actions.push_back(std::move(entry));
     }
     return actions;
@@ -52,12 +58,42 @@ Json combos_json(const NodeReport& node) {
     return combos;
 }
 
+Json parts_json(const std::vector<kestrel_app::FollowUp>& parts) {
+    Json list = Json::array();
+    for (const kestrel_app::FollowUp& part : parts) {
+        list.push_back({{"name", part.name},
+                        {"type", part.type},
+                        {"probability", part.probability},
+                        {"ev", part.ev / 100.0},  // NaN becomes null
+                        {"follows", word_of(part.follows)},
+                        {"parts", parts_json(part.parts)}});
+    }
+    return list;
+}
+
+Json why_json(const SolveReport& report) {
+    Json actions = Json::array();
+    for (std::size_t a = 0; a < report.why->breakdowns.size(); ++a) {
+        const kestrel_app::ActionBreakdown& action = report.why->breakdowns[a];
+        actions.push_back({{"name", report.node.actions[a].name},
+                           {"type", report.node.actions[a].type},
+                           {"ev", action.ev / 100.0},
+                           {"follows", word_of(action.follows)},
+                           {"parts", parts_json(action.parts)}});
+    }
+    return {{"hand", report.why->hand}, {"actions", std::move(actions)}};
+}
+
 Json node_json(const SolveReport& report) {
-    return {{"index", report.node.index},
-            {"player", report.node.player},
-            {"pot", report.node.pot / 100.0},
-            {"actions", actions_json(report)},
-            {"combos", combos_json(report.node)}};
+    Json node = {{"index", report.node.index},
+                 {"player", report.node.player},
+                 {"pot", report.node.pot / 100.0},
+                 {"actions", actions_json(report)},
+                 {"combos", combos_json(report.node)}};
+    if (report.why) {
+        node["why"] = why_json(report);
+    }
+    return node;
 }
 
 Json trace_json(const SolveReport& report) {

@@ -10,6 +10,8 @@
 #include "cli/locks.h"
 #include "cli/solve_run.h"
 #include "cli/timing.h"
+#include "cli/why.h"
+#include "session/node_here.h"
 #include "session/node_queries.h"
 
 namespace tidewell_cli {
@@ -45,7 +47,10 @@ struct SolveReport {
     std::vector<TracePoint> trace;
     PhaseSeconds seconds;  ///< of the reported solve; the total is of the whole program
     NodeReport node;
-    std::optional<kestrel_app::NodeActionStats> stats;  ///< of the node's actions, if asked for
+    // Of the node's actions, if asked for: the whole ranges, the hands that come, and one hand.
+    std::optional<kestrel_app::NodeActionStats> stats;
+    std::optional<kestrel_app::ActionStatsHere> here;
+    std::optional<WhyReport> why;
 
     std::vector<Lock> locks;                               ///< of the reported solve
     std::optional<kestrel_app::SolveResult> before_locks;  ///< of the solve without them

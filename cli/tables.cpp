@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "cli/columns.h"
 #include "cli/format.h"
 
 namespace tidewell_cli {
@@ -101,36 +102,35 @@ std::string distributions_table(const kestrel_app::HandDistributions& distributi
 }
 
 void print_stats(std::ostream& out, const TerminalStyle& style, const SolveReport& report) {
-    if (!report.stats) {
-        return;
-    }
-    const kestrel_app::NodeActionStats& stats = *report.stats;
-    std::vector<std::array<std::string, 5>> lines = {
-        {"Action", "Frequency", "Combos", "Equity", "EV"}};
+    using Lines = std::vector<std::vector<std::string>>;
     const std::vector<std::string> names = distinct_names(report.node.actions);
-    for (std::size_t a = 0; a < names.size(); ++a) {
-        const std::string equity = figure(100.0 * stats.equity[a], 2);
-        lines.push_back({names[a], fixed(100.0 * report.node.actions[a].frequency, 2) + " %",
-                         fixed(stats.combos[a], 2), equity == "-" ? equity : equity + " %",
-                         amount(stats.ev[a])});
-    }
-    std::array<std::size_t, 5> widths{};
-    for (const auto& line : lines) {
-        for (std::size_t column = 0; column < line.size(); ++column) {
-            widths[column] = std::max(widths[column], line[column].size());
+    const auto add = [&](Lines& lines, std::size_t a, double frequency, const auto& stats) {
+        const auto percent = [](double part) {
+            const std::string text = figure(100.0 * part, 2);
+            return text == "-" ? text : text + " %";
+        };
+        lines.push_back({names[a], percent(frequency), fixed(stats.combos[a], 2),
+                         percent(stats.equity[a]), amount(stats.ev[a])});
+    };
+    if (report.stats) {
+        Lines lines = {{"Action", "Frequency", "Combos", "Equity", "EV"}};
+        for (std::size_t a = 0; a < names.size(); ++a) {
+            add(lines, a, report.node.actions[a].frequency, *report.stats);
         }
+        print_columns(out, style, lines);
+        out << "  Of whole ranges, whatever was played on the way. EV: chips out of the pot.\n";
     }
-    out << '\n';
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::string text = lines[i][0] + std::string(widths[0] - lines[i][0].size(), ' ');
-        for (std::size_t column = 1; column < widths.size(); ++column) {
-            text += "   " + std::string(widths[column] - lines[i][column].size(), ' ') +
-                    lines[i][column];
+    if (report.here) {
+        Lines lines = {{"Hands here", "Frequency", "Combos", "Equity", "EV"}};
+        for (std::size_t a = 0; a < names.size(); ++a) {
+            add(lines, a, report.here->frequencies[a], *report.here);
         }
-        out << "  " << (i == 0 ? style.foreground(palette::muted) : "") << text
-            << (i == 0 ? style.reset() : "") << '\n';
+        print_columns(out, style, lines);
+        out << (report.here->opponent_comes
+                    ? "  Of the hands that come here, against those that the other player comes "
+                      "with.\n"
+                    : "  The other player never comes here.\n");
     }
-    out << "  Of whole ranges, whatever was played on the way. EV: chips out of the pot.\n";
 }
 
 }  // namespace tidewell_cli

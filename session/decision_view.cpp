@@ -1,5 +1,7 @@
 #include "session/decision_view.h"
 
+#include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "session/action_names.h"
@@ -34,6 +36,24 @@ std::vector<double> DecisionView::probabilities(std::size_t hand) const {
 std::vector<float> DecisionView::own_reach() const {
     return reach_along(solve, index, solve.parents().path_to(index), hero,
                        std::vector<float>(pockets.size(), 1.0F));
+}
+
+std::optional<std::size_t> DecisionView::position_of(std::string_view c1,
+                                                     std::string_view c2) const {
+    kestrel::Card first = kestrel::NO_CARD;
+    kestrel::Card second = kestrel::NO_CARD;
+    try {
+        first = kestrel::parse_card(c1.substr(0, 2));
+        second = kestrel::parse_card(c2.substr(0, 2));
+    } catch (const std::invalid_argument&) {
+        return std::nullopt;
+    }
+    const kestrel::Pocket pocket{std::min(first, second), std::max(first, second)};
+    const auto found = std::ranges::find(pockets, pocket);
+    if (first == second || found == pockets.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - pockets.begin());
 }
 
 std::vector<std::string> DecisionView::action_names() const {

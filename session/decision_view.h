@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/finished_solve.h"
@@ -34,6 +35,10 @@ struct DecisionView {
 
     /// How much of each hand the seat's own play brings here, 0 to 1, whatever its range weight.
     std::vector<float> own_reach() const;
+
+    /// The place of a hand, given as two card texts in either order, among the seat's; nothing for
+    /// texts that are no cards and for a hand that the range does not hold.
+    std::optional<std::size_t> position_of(std::string_view c1, std::string_view c2) const;
 
     std::vector<std::string> action_names() const;
     std::vector<std::string> action_types() const;

@@ -8,6 +8,7 @@
 
 #include "engine/game/game.h"
 #include "engine/solver/discounted_cfr.h"
+#include "session/recent_values.h"
 
 namespace kestrel_app {
 
@@ -46,6 +47,10 @@ class FinishedSolve {
 
     const std::shared_ptr<const kestrel::Game> game;
     const std::shared_ptr<const kestrel::DiscountedCfr> solver;
+
+    /// Of decisions: what their actions are worth against the hands that the opponent comes with.
+    /// See ReachedValues.
+    mutable RecentValues recent_values;
 
   private:
     mutable std::once_flag parents_made_;

@@ -3,81 +3,23 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <random>
-#include <span>
-#include <stdexcept>
 #include <utility>
 
+#include "session/action_equity.h"
 #include "session/decision_view.h"
-#include "session/equity.h"
 #include "session/hand_classes.h"
 #include "session/hand_labels.h"
 #include "session/reach.h"
+#include "session/reached_values.h"
 
 namespace kestrel_app {
 namespace {
 
 using kestrel::Card;
-using kestrel::CardContext;
 using kestrel::Game;
 using kestrel::GameNode;
-using kestrel::NO_CARD;
 using kestrel::Pocket;
 using kestrel::Seat;
-
-/// Equity of the hands that take one action.
-double action_equity(const DecisionView& view, std::size_t action,
-                     std::span<const double> their_weights, std::mt19937& generator) {
-    std::vector<double> weights(view.pockets.size());
-    for (std::size_t h = 0; h < weights.size(); ++h) {
-        weights[h] = view.weight(h) * view.probability(action, h);
-    }
-    const GameNode& node = view.node;
-    if (node.turn != NO_CARD && node.river != NO_CARD) {
-        return exact_equity(view.cards, view.hero, node.turn, node.river, weights, their_weights);
-    }
-    constexpr std::size_t samples_on_the_turn = 4000;
-    constexpr std::size_t samples_on_the_flop = 6000;
-    const std::size_t samples = node.turn != NO_CARD ? samples_on_the_turn : samples_on_the_flop;
-    const auto& their_pockets = view.cards.pockets[index_of(other(view.hero))];
-    return monte_carlo_equity(generator, std::span(view.cards.board).first(3), node.turn,
-                              node.river, {view.pockets, weights}, {their_pockets, their_weights},
-                              samples);
-}
-
-/// The reach of both seats at a decision, and the values of its children against the opponent's.
-struct ReachedValues {
-    std::vector<float> hero_reach;  // of the seat's own play alone
-    std::vector<float> values;      // A x H, action-major
-    HandValues scale;
-};
-
-ReachedValues reached_values(const DecisionView& view) {
-    const std::vector<PathStep> path = view.solve.parents().path_to(view.index);
-    const Seat opponent = other(view.hero);
-    const std::vector<float> their_reach =
-        reach_along(view.solve, view.index, path, opponent, range_weights(view.cards, opponent));
-    return {view.own_reach(), view.solve.solver->action_values(view.game, view.index, their_reach),
-            HandValues(view.game, view.node, view.hero, their_reach)};
-}
-
-std::optional<std::size_t> position_of(const DecisionView& view, std::string_view c1,
-                                       std::string_view c2) {
-    Card first = NO_CARD;
-    Card second = NO_CARD;
-    try {
-        first = kestrel::parse_card(c1.substr(0, 2));
-        second = kestrel::parse_card(c2.substr(0, 2));
-    } catch (const std::invalid_argument&) {
-        return std::nullopt;
-    }
-    const Pocket pocket{std::min(first, second), std::max(first, second)};
-    const auto found = std::ranges::find(view.pockets, pocket);
-    if (first == second || found == view.pockets.end()) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(found - view.pockets.begin());
-}
 
 }  // namespace
 
@@ -88,30 +30,32 @@ std::optional<NodeActionStats> node_action_stats(const FinishedSolve& solve, std
     }
     const std::size_t hands = view->pockets.size();
     const std::vector<float> their_range = range_weights(view->cards, other(view->hero));
-    const std::vector<double> their_weights(their_range.begin(), their_range.end());
     const HandValues scale(view->game, view->node, view->hero, their_range);
-    const std::vector<float> values = solve.solver->action_values(
-        view->game, node, view->cards.pocket_weights[index_of(other(view->hero))]);
-    constexpr std::uint32_t seed = 0xC0FFEE;
-    std::mt19937 generator(static_cast<std::uint32_t>(node) ^ seed);
+    const auto ask = [&] { return solve.solver->action_values(view->game, node, their_range); };
+    // Where everybody comes, as to the root, the same values are asked for elsewhere.
+    const bool all_come = opponent_reach(*view) == their_range;
+    const RecentValues::Values shared = all_come ? solve.recent_values.of(node, ask) : nullptr;
+    const std::vector<float> values = shared ? *shared : ask();
+    ActionEquity equity(*view, their_range);
 
     NodeActionStats stats;
     stats.action_names = view->action_names();
     stats.action_types = view->action_types();
     stats.frequencies = solve.solver->action_frequencies(node);
     for (std::size_t a = 0; a < view->actions; ++a) {
+        std::vector<double> taken(hands);
         double combos = 0;
         double ev = 0;
         for (std::size_t h = 0; h < hands; ++h) {
-            const double taken = view->weight(h) * view->probability(a, h);
-            combos += taken;
-            const double value = taken * scale.scaled(values[a * hands + h], h);
+            taken[h] = view->weight(h) * view->probability(a, h);
+            combos += taken[h];
+            const double value = taken[h] * scale.scaled(values[a * hands + h], h);
             ev += std::isfinite(value) ? value : 0.0;
         }
         ev = combos > 0 ? ev / combos + scale.half_pot() : 0.0;
         stats.combos.push_back(combos);
         stats.ev.push_back(ev);
-        stats.equity.push_back(action_equity(*view, a, their_weights, generator));
+        stats.equity.push_back(equity.of(taken));
     }
     return stats;
 }
@@ -156,8 +100,8 @@ std::optional<std::vector<HandCombo>> hand_combos(const FinishedSolve& solve, st
         return std::nullopt;
     }
     const std::size_t hands = view->pockets.size();
-    const ReachedValues reached = reached_values(*view);
-    const std::vector<float> node_values = solve.solver->decision_values(node, reached.values);
+    const ReachedValues reached(*view);
+    const std::vector<float> node_values = solve.solver->decision_values(node, *reached.values);
     const std::vector<Card> board = board_cards(view->game, view->node);
 
     std::vector<HandCombo> combos;
@@ -168,10 +112,10 @@ std::optional<std::vector<HandCombo>> hand_combos(const FinishedSolve& solve, st
         HandCombo combo;
         combo.c1 = kestrel::card_to_string(view->pockets[h].low);
         combo.c2 = kestrel::card_to_string(view->pockets[h].high);
-        combo.weight = static_cast<double>(reached.hero_reach[h]) * view->weight(h);
+        combo.weight = static_cast<double>(reached.own_reach[h]) * view->weight(h);
         combo.ev = reached.scale.of(node_values[h], h);
         for (std::size_t a = 0; a < view->actions; ++a) {
-            combo.action_evs.push_back(reached.scale.of(reached.values[a * hands + h], h));
+            combo.action_evs.push_back(reached.of(a, h));
         }
         combo.action_probs = view->probabilities(h);
         combo.buckets = classify(board, view->pockets[h]).names();
@@ -208,14 +152,14 @@ std::optional<std::vector<double>> pocket_action_evs(const FinishedSolve& solve,
     if (!view || view->hero != seat) {
         return std::nullopt;
     }
-    const auto hand = position_of(*view, c1, c2);
+    const auto hand = view->position_of(c1, c2);
     if (!hand) {
         return std::nullopt;
     }
-    const ReachedValues reached = reached_values(*view);
+    const ReachedValues reached(*view);
     std::vector<double> evs;
     for (std::size_t a = 0; a < view->actions; ++a) {
-        evs.push_back(reached.scale.of(reached.values[a * view->pockets.size() + *hand], *hand));
+        evs.push_back(reached.of(a, *hand));
     }
     return evs;
 }
@@ -224,7 +168,7 @@ std::optional<std::vector<double>> pocket_strategy(const FinishedSolve& solve, s
                                                    Seat seat, std::string_view c1,
                                                    std::string_view c2) {
     const auto view = view_decision(solve, node);
-    const auto hand = view && view->hero == seat ? position_of(*view, c1, c2) : std::nullopt;
+    const auto hand = view && view->hero == seat ? view->position_of(c1, c2) : std::nullopt;
     return hand ? std::optional(view->probabilities(*hand)) : std::nullopt;
 }
 

@@ -51,6 +51,11 @@ std::size_t behind(const NodeActionStats& stats) {
            behind(stats.combos) + behind(stats.equity) + behind(stats.ev);
 }
 
+std::size_t behind(const ActionStatsHere& stats) {
+    return behind(stats.action_names) + behind(stats.action_types) + behind(stats.combos) +
+           behind(stats.frequencies) + behind(stats.equity) + behind(stats.ev);
+}
+
 constexpr std::size_t of_an_allocation = 16;  // what the allocator adds, about
 
 template <class Element>
@@ -87,6 +92,13 @@ NodeActionStats in_chips(NodeActionStats stats) {
     return stats;
 }
 
+ActionStatsHere in_chips(ActionStatsHere stats) {
+    for (double& ev : stats.ev) {
+        ev /= hundredths_per_chip;
+    }
+    return stats;
+}
+
 std::vector<HandCombo> in_chips(std::vector<HandCombo> combos) {
     for (HandCombo& combo : combos) {
         combo.ev /= hundredths_per_chip;
@@ -104,7 +116,8 @@ std::size_t hand_list_bytes(const NodeRecord& record) {
 
 std::size_t memory_bytes(const NodeRecord& record) {
     return sizeof record + bytes_of(record.strategy) + bytes_of(record.reach) +
-           bytes_of(record.stats) + bytes_of(record.buckets) + hand_list_bytes(record);
+           bytes_of(record.stats) + bytes_of(record.stats_here) + bytes_of(record.buckets) +
+           hand_list_bytes(record);
 }
 
 NodeRecord work_out(const FinishedSolve& solve, std::uint64_t node) {
@@ -117,6 +130,7 @@ NodeRecord work_out(const FinishedSolve& solve, std::uint64_t node) {
     record.combos = kept(in_chips(hand_combos(solve, node).value()));
     record.buckets = kept(hand_buckets(solve, node).value());
     record.stats = kept(in_chips(node_action_stats(solve, node).value()));
+    record.stats_here = kept(in_chips(action_stats_here(solve, node).value()));
     return record;
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "session/finished_solve.h"
+#include "session/node_here.h"
 #include "session/node_queries.h"
 #include "session/reach_strategy.h"
 
@@ -21,8 +22,9 @@ struct NodeRecord {
     using Kept = std::shared_ptr<const Answer>;
 
     Kept<HandStrategy> strategy;
-    Kept<ReachStrategy> reach;  ///< of all hands
-    Kept<NodeActionStats> stats;
+    Kept<ReachStrategy> reach;         ///< of all hands
+    Kept<NodeActionStats> stats;       ///< of the whole range
+    Kept<ActionStatsHere> stats_here;  ///< of the hands that come
     Kept<std::vector<HandBucket>> buckets;
 
     // Whole hand lists: some hundred bytes for each hand.
@@ -49,6 +51,7 @@ inline constexpr double hundredths_per_chip = 100.0;
 
 // Answers of a solve as records keep them.
 NodeActionStats in_chips(NodeActionStats stats);
+ActionStatsHere in_chips(ActionStatsHere stats);
 std::vector<HandCombo> in_chips(std::vector<HandCombo> combos);
 
 /// Bytes that the hand lists of a record take, and the whole of it.

@@ -46,6 +46,9 @@ class HandValues {
     /// `scaled` and half of the pot; 0 where that is not finite.
     double of(float value, std::size_t hand) const;
 
+    /// Whether there is a hand that comes and that `seat`'s hand can meet.
+    bool meets(std::size_t hand) const { return met_[hand] > 0; }
+
     /// Half of the pot in hundredths of a chip.
     double half_pot() const { return half_; }
 

@@ -233,6 +233,18 @@ std::optional<NodeActionStats> SolveSession::node_action_stats(std::uint64_t nod
     });
 }
 
+std::optional<ActionStatsHere> SolveSession::action_shares_here(std::uint64_t node) const {
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::action_shares_here(solve, node);
+    });
+}
+
+std::optional<bool> SolveSession::opponent_comes(std::uint64_t node) const {
+    return asked(finished(), [&](const FinishedSolve& solve) {
+        return kestrel_app::opponent_comes(solve, node);
+    });
+}
+
 std::optional<HandStrategy> SolveSession::hand_strategy(std::uint64_t node) const {
     return asked(finished(), [&](const FinishedSolve& solve) {
         return kestrel_app::hand_strategy(solve, node);

@@ -13,6 +13,7 @@
 
 #include "session/finished_solve.h"
 #include "session/hand_distributions.h"
+#include "session/node_here.h"
 #include "session/node_queries.h"
 #include "session/reach_strategy.h"
 #include "session/releaser.h"
@@ -80,8 +81,10 @@ class SolveSession {
     std::shared_ptr<const kestrel::DiscountedCfr> solver() const;
 
     // Questions to the finished solve; nothing without one. Throw std::bad_alloc. See
-    // node_queries.h and reach_strategy.h.
+    // node_queries.h, node_here.h and reach_strategy.h.
     std::optional<NodeActionStats> node_action_stats(std::uint64_t node) const;
+    std::optional<ActionStatsHere> action_shares_here(std::uint64_t node) const;
+    std::optional<bool> opponent_comes(std::uint64_t node) const;
     std::optional<HandStrategy> hand_strategy(std::uint64_t node) const;
     std::optional<ReachStrategy> reach_strategy(std::uint64_t node, std::string_view bucket) const;
     std::optional<std::vector<HandCombo>> hand_combos(std::uint64_t node) const;

@@ -35,6 +35,8 @@ constexpr const char* seatNames[] = {"OOP", "IP"};
 // as long.
 constexpr const char* reachCache = "handStrategyReachByNode";
 
+constexpr const char* hereCache = "actionStatsHereByNode";
+
 void tell(std::atomic<double>* progress, double fraction) {
     if (progress != nullptr) {
         progress->store(fraction, std::memory_order_relaxed);
@@ -99,6 +101,8 @@ void writeCaches(JsonLines& lines, const NodeRecords& records) {
     });
     writeCache(lines, "actionStatsByNode", records,
                [&](const NodeRecord& record) { return listOf(record.stats); });
+    writeCache(lines, hereCache, records,
+               [&](const NodeRecord& record) { return listOf(record.stats_here); });
     writeCache(lines, "handCombosByNode", records,
                [&](const NodeRecord& record) { return listOf(record.combos); });
     writeCache(lines, "handBucketsByNode", records,
@@ -234,6 +238,7 @@ QHash<QStringList, JsonStream> streamsInto(TreeReader& tree, NodeRecords& record
                   intoPart(&NodeRecord::reach,
                            [](const json& entry) { return readReach(objectAt(entry, "data")); })),
             cache("actionStatsByNode", intoPart(&NodeRecord::stats, list(readStats))),
+            cache(hereCache, intoPart(&NodeRecord::stats_here, list(readStatsHere))),
             cache("handCombosByNode", intoPart(&NodeRecord::combos, list(readCombos))),
             cache("handBucketsByNode", intoPart(&NodeRecord::buckets, list(readBuckets))),
             cache("seatHandCombosByNode", readSeatHands)};

@@ -10,6 +10,7 @@
 namespace tidewell {
 namespace {
 
+using kestrel_app::ActionStatsHere;
 using kestrel_app::HandBucket;
 using kestrel_app::HandCombo;
 using kestrel_app::HandStrategy;
@@ -140,14 +141,6 @@ const json& listAt(const json& object, const char* key) {
     return elementsOf(at(object, key));
 }
 
-json jsonList(const NodeActionStats& stats) {
-    json list = json::array();
-    for (std::size_t action = 0; action < stats.action_names.size(); ++action) {
-        list.push_back(jsonObject(stats, action));
-    }
-    return list;
-}
-
 SolveNodeMeta readMeta(const json& object, std::size_t node) {
     return {viewAt(object, "nodeType"),
             viewAt(object, "chanceDeal"),
@@ -211,6 +204,20 @@ NodeActionStats readStats(const json& list) {
         stats.combos.push_back(numberAt(action, "combos", unknown));
         stats.equity.push_back(numberAt(action, "equity", unknown));
         stats.ev.push_back(numberAt(action, "ev", unknown));
+    }
+    return stats;
+}
+
+ActionStatsHere readStatsHere(const json& list) {
+    ActionStatsHere stats;
+    for (const json& action : elementsOf(list)) {
+        stats.action_names.push_back(textAt(action, "name"));
+        stats.action_types.push_back(textAt(action, "actionType"));
+        stats.combos.push_back(numberAt(action, "combos", unknown));
+        stats.frequencies.push_back(numberAt(action, "frequency", unknown));
+        stats.equity.push_back(numberAt(action, "equity", unknown));
+        stats.ev.push_back(numberAt(action, "ev", unknown));
+        stats.opponent_comes = stats.opponent_comes || flagAt(action, "reached");
     }
     return stats;
 }

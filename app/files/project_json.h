@@ -41,7 +41,23 @@ nlohmann::json jsonList(const std::vector<Record>& records) {
     return list;
 }
 
-nlohmann::json jsonList(const kestrel_app::NodeActionStats& stats);
+/// One object for each action.
+template <class Stats>
+nlohmann::json jsonListOfActions(const Stats& stats) {
+    nlohmann::json list = nlohmann::json::array();
+    for (std::size_t action = 0; action < stats.action_names.size(); ++action) {
+        list.push_back(jsonObject(stats, action));
+    }
+    return list;
+}
+
+inline nlohmann::json jsonList(const kestrel_app::NodeActionStats& stats) {
+    return jsonListOfActions(stats);
+}
+
+inline nlohmann::json jsonList(const kestrel_app::ActionStatsHere& stats) {
+    return jsonListOfActions(stats);
+}
 
 // A node of the tree and its actions, with texts that point into the document. These throw
 // std::invalid_argument, with the node, for numbers that are out of range.
@@ -52,6 +68,7 @@ std::vector<kestrel_app::SolveActionInfo> readActions(const nlohmann::json& list
 std::optional<kestrel_app::HandStrategy> readStrategy(const nlohmann::json& object);
 kestrel_app::ReachStrategy readReach(const nlohmann::json& object);
 kestrel_app::NodeActionStats readStats(const nlohmann::json& list);
+kestrel_app::ActionStatsHere readStatsHere(const nlohmann::json& list);
 std::vector<kestrel_app::HandCombo> readCombos(const nlohmann::json& list);
 std::vector<kestrel_app::HandBucket> readBuckets(const nlohmann::json& list);
 std::vector<kestrel_app::SeatCombo> readSeatCombos(const nlohmann::json& list);

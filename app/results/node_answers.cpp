@@ -13,6 +13,7 @@ namespace tidewell {
 namespace {
 
 using kestrel::Seat;
+using kestrel_app::ActionStatsHere;
 using kestrel_app::HandBucket;
 using kestrel_app::HandCombo;
 using kestrel_app::HandStrategy;
@@ -37,6 +38,16 @@ QVariantList listOf(const NodeRecord::Kept<std::vector<Record>>& records) {
         for (const Record& record : *records) {
             list.append(variantMap(record));
         }
+    }
+    return list;
+}
+
+/// A map for each action.
+template <class Stats>
+QVariantList listOfActions(const Stats& stats) {
+    QVariantList list;
+    for (std::size_t a = 0; a < stats.action_names.size(); ++a) {
+        list.append(variantMap(stats, a));
     }
     return list;
 }
@@ -75,11 +86,40 @@ QVariantList NodeAnswers::actionStats(int node) {
         auto answer = session_.node_action_stats(indexOf(node));
         return answer ? std::optional(kestrel_app::in_chips(*std::move(answer))) : std::nullopt;
     });
-    QVariantList list;
-    for (std::size_t a = 0; stats && a < stats->action_names.size(); ++a) {
-        list.append(variantMap(*stats, a));
+    return stats ? listOfActions(*stats) : QVariantList();
+}
+
+QVariantList NodeAnswers::actionStatsHere(int node) const {
+    const auto record = records_.find(node);
+    return record == records_.end() || !record->second.stats_here
+               ? QVariantList()
+               : listOfActions(*record->second.stats_here);
+}
+
+void NodeAnswers::keepHere(int node, ActionStatsHere stats) {
+    records_[node].stats_here =
+        std::make_shared<const ActionStatsHere>(kestrel_app::in_chips(std::move(stats)));
+}
+
+QVariantList NodeAnswers::actionSharesHere(int node) const {
+    QVariantList list = actionStatsHere(node);
+    const auto shares =
+        node >= 0 && list.isEmpty() ? session_.action_shares_here(indexOf(node)) : std::nullopt;
+    for (const QVariant& action : shares ? listOfActions(*shares) : QVariantList()) {
+        QVariantMap map = action.toMap();
+        map.insert("pending", true);
+        list.append(map);
     }
     return list;
+}
+
+bool NodeAnswers::opponentComes(int node) const {
+    if (node >= 0 && session_.finished()) {
+        return session_.opponent_comes(indexOf(node)).value_or(true);
+    }
+    const auto record = records_.find(node);
+    return record == records_.end() || !record->second.stats_here ||
+           record->second.stats_here->opponent_comes;
 }
 
 NodeAnswers::Kept<HandStrategy> NodeAnswers::strategyOf(int node) {
@@ -233,7 +273,7 @@ bool NodeAnswers::isKept(int node) const {
         return false;
     }
     const NodeRecord& record = found->second;
-    return record.strategy && record.combos && record.buckets && record.stats;
+    return record.strategy && record.combos && record.buckets && record.stats && record.stats_here;
 }
 
 /// What is known already stays.
@@ -248,6 +288,7 @@ void NodeAnswers::take(int node, NodeRecord record) {
     part(&NodeRecord::combos);
     part(&NodeRecord::buckets);
     part(&NodeRecord::stats);
+    part(&NodeRecord::stats_here);
 }
 
 void NodeAnswers::keep(int node, NodeRecord record) {

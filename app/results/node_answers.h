@@ -35,6 +35,19 @@ class NodeAnswers {
     /// known is NaN.
     QVariantList actionStats(int node);
 
+    /// The same of the hands that come to the node, and `reached`: whether the opponent comes, too.
+    /// What is kept; see HereJobs. See ActionStatsHere.
+    QVariantList actionStatsHere(int node) const;
+
+    /// Takes over what was worked out of them. Money in hundredths of a chip.
+    void keepHere(int node, kestrel_app::ActionStatsHere stats);
+
+    /// The same at once: where equity and EV are not kept they are NaN, and `pending` is set.
+    QVariantList actionSharesHere(int node) const;
+
+    /// Whether the opponent of who decides at a node ever comes there; true where nobody knows.
+    bool opponentComes(int node) const;
+
     /// `weights`, `dominantActionTypes` and `actionProbs` by hand label, `actionNames` and
     /// `actionTypeList` by action.
     QVariantMap handStrategy(int node);

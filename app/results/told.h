@@ -76,6 +76,18 @@ void tell(const kestrel_app::NodeActionStats& stats, std::size_t action, const M
     member("name", stats.action_names[action]);
 }
 
+/// The same of the hands that come; `reached`: the opponent comes, too.
+template <class Member>
+void tell(const kestrel_app::ActionStatsHere& stats, std::size_t action, const Member& member) {
+    member("actionType", stats.action_types[action]);
+    member("combos", stats.combos[action]);
+    member("equity", stats.equity[action]);
+    member("ev", stats.ev[action]);
+    member("frequency", stats.frequencies[action]);
+    member("name", stats.action_names[action]);
+    member("reached", stats.opponent_comes);
+}
+
 template <class Member>
 void tell(const kestrel_app::HandCombo& combo, const Member& member) {
     member("actionEvs", combo.action_evs);

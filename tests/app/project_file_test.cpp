@@ -48,6 +48,9 @@ ProjectData solvedProject(SolvedSpot& spot) {
         answers.handStrategyReach169(node, "");
         answers.handBuckets(node);
         answers.actionStats(node);
+        if (auto here = action_stats_here(*spot.session().finished(), node)) {
+            answers.keepHere(node, *std::move(here));
+        }
         if (node < 5) {
             answers.handCombos(node);
             answers.seatHandCombos(node, node % 2 == 0 ? "OOP" : "IP");
@@ -95,6 +98,11 @@ TEST_F(ProjectFile, HoldsASolveAndAnswersAsItDid) {
         same(loaded.handStrategyReach169(node, ""), live.handStrategyReach169(node, ""));
         same(loaded.handBuckets(node), live.handBuckets(node));
         same(loaded.actionStats(node), live.actionStats(node));
+        if (auto here = action_stats_here(*spot.session().finished(), node)) {
+            EXPECT_EQ(loaded.opponentComes(node), here->opponent_comes);
+            live.keepHere(node, *std::move(here));
+        }
+        same(loaded.actionStatsHere(node), live.actionStatsHere(node));
         for (const QVariant& action : loaded.actionStats(node)) {
             unknown = unknown || std::isnan(action.toMap()["equity"].toDouble());
         }
@@ -161,6 +169,8 @@ json smallFile() {
             "handStrategyReachByNode": [{"nodeIndex": 3, "data": {"weights": {"AA": 0.5},
                 "actionProbs": {"AA": [0.5]}}}],
             "actionStatsByNode": [{"nodeIndex": 4, "data": [{"name": "Fold", "equity": 0.5}]}],
+            "actionStatsHereByNode": [{"nodeIndex": 4, "data": [{"name": "Fold", "combos": 2,
+                "reached": true}]}],
             "handCombosByNode": [{"nodeIndex": 5, "data": [{"c1": "2c", "ev": 1.25}]}],
             "handBucketsByNode": [{"nodeIndex": 6, "data": [{"name": "air", "combos": 3}]}],
             "seatHandCombosByNode": [{"nodeIndex": 7, "seat": " ip ", "data": [{"c1": "2c"}]}]},

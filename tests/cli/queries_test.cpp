@@ -16,6 +16,7 @@
 #include "cli/spot_file.h"
 #include "cli/tables.h"
 #include "session/hand_labels.h"
+#include "session/node_here.h"
 #include "session/solve_session.h"
 #include "tests/cli/support.h"
 
@@ -156,12 +157,43 @@ TEST_F(Queries, AnswersAreThoseOfTheSession) {
             EXPECT_DOUBLE_EQ(actions[a]["equity"], stats.equity[a]);
             EXPECT_DOUBLE_EQ(actions[a]["ev"], stats.ev[a] / 100);
         }
+        const auto here = *action_stats_here(*reference.session().finished(), node);
+        for (std::size_t a = 0; a < here.ev.size(); ++a) {
+            const json expected = {{"frequency", here.frequencies[a]},
+                                   {"combos", here.combos[a]},
+                                   {"equity", here.equity[a]},
+                                   {"ev", here.ev[a] / 100}};
+            EXPECT_EQ(actions[a]["here"], expected);
+        }
     }
     // With tables the report is told beside them. A card to come is nobody's choice.
     const RunResult dealt = run({turn_, "--distributions", "--node", "Check/Check"});
     EXPECT_THAT(dealt.err, AllOf(HasSubstr("Exploitability"), HasSubstr("Check/Check")));
     const auto hands = *reference.session().hand_distributions(reference.node("Check/Check"));
     EXPECT_EQ(rows_of(dealt.out).size(), 1 + hands[0].hands.size() + hands[1].hands.size());
+}
+
+TEST_F(Queries, WhyAddsUpToTheEv) {
+    const Reference reference(turn_spot);
+    const RunResult output = run({turn_, "--why", " jsAS", "--node", "Check", "--json", file_});
+    EXPECT_THAT(output.out, AllOf(HasSubstr("With JsAs"), HasSubstr("\n    Fold ")));
+    const json node = json::parse(contents(file_))["node"];
+    EXPECT_EQ(node["why"]["hand"], "JsAs");
+    const auto evs =
+        *reference.session().pocket_action_evs(node["index"], kestrel::Seat::IP, "As", "Js");
+    ASSERT_EQ(node["why"]["actions"].size(), evs.size());
+    for (std::size_t a = 0; a < evs.size(); ++a) {
+        const json& action = node["why"]["actions"][a];
+        EXPECT_EQ(action["follows"], a == 0 ? "deal" : "answers");
+        double sum = 0;
+        for (const json& part : action["parts"]) {
+            sum += part["ev"].is_null()
+                       ? 0.0
+                       : part["probability"].get<double>() * part["ev"].get<double>();
+        }
+        EXPECT_NEAR(sum, evs[a] / 100, 1e-4);
+        EXPECT_NEAR(action["ev"], evs[a] / 100, 1e-9);
+    }
 }
 
 TEST(Tables, UnknownFiguresAreDashesAndNull) {
@@ -235,6 +267,10 @@ TEST_F(Queries, WhatCannotBeAskedIsToldBeforeTheSolve) {
         {{"--lock", "Check/Check;AKs=1"}, "nobody decides behind Check/Check"},
         {{"--lock", ";72o=1,0,0,0"}, "OOP holds no 72o behind root"},
         {{"--stats", "--node", "Check/Check"}, "nobody decides behind Check/Check"},
+        {{"--why", "KcQd", "--node", "Check/Check"}, "nobody decides behind Check/Check"},
+        {{"--why", "KK"}, "a hand of two cards such as AhKd, not 'KK'"},
+        {{"--why", "KcKc"}, "a hand of two cards"},
+        {{"--why", "KdAh"}, "OOP cannot hold KdAh behind root"},
     };
     for (auto [arguments, message] : cases) {
         arguments.insert(arguments.begin(), river_);

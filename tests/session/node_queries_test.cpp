@@ -12,6 +12,7 @@
 #include "session/hand_classes.h"
 #include "session/hand_distributions.h"
 #include "session/hand_labels.h"
+#include "session/node_here.h"
 #include "session/reach_strategy.h"
 #include "tests/session/finished.h"
 
@@ -286,6 +287,102 @@ TEST(ActionStats, CombosValuesAndEquity) {
             }
             EXPECT_NEAR(combos, sum_of(Row(range.begin(), range.end())), 1e-4);
         }
+    }
+}
+
+/// A flop spot is too dear for the plain form; here it is compared with the whole range's figures.
+kestrel::Spot flop_spot() {
+    return {.board = "Td9c6h", .oop = "TT,87s,KQo", .ip = "99,AcAd,T8s"};
+}
+
+TEST(ActionStatsHere, AreThoseOfTheHandsThatCome) {
+    bool differs = false;
+    bool nobody = false;
+    for (const kestrel::Spot& spot : spots()) {
+        SCOPED_TRACE(std::string(spot.board) + (spot.rake > 0 ? " raked" : ""));
+        const Answered a(spot);
+        const auto reaches = plain_reaches(a);
+        for (std::size_t node = 0; node < a.game().nodes.size(); node += 1 + node / 8) {
+            const GameNode& n = a.game().nodes[node];
+            const bool decides = n.kind == NodeKind::Decision;
+            const bool met_by_both = sum_of(reaches[node][0]) > 0 && sum_of(reaches[node][1]) > 0;
+            const auto here = action_stats_here(a.finish, node);
+            const auto whole = node_action_stats(a.finish, node);
+            ASSERT_EQ(here.has_value(), decides);
+            if (!here) {
+                EXPECT_EQ(opponent_comes(a.finish, node), met_by_both);
+                continue;
+            }
+            const Row& own = reaches[node][index_of(n.seat)];
+            const Row& theirs = reaches[node][index_of(other(n.seat))];
+            EXPECT_EQ(here->opponent_comes, sum_of(theirs) > 0);
+            EXPECT_EQ(opponent_comes(a.finish, node), sum_of(theirs) > 0);
+            const auto strategy = a.cfr().average_strategy(node);
+            const Row met = plain_met(a.game(), n.seat, theirs);
+            for (std::size_t k = 0; k < n.actions.size(); ++k) {
+                const Row evs = plain_evs(a, node, n.children[k], n.seat, theirs);
+                Row taken = own;
+                Row pairs = own;
+                double ev = 0;
+                double counted = 0;
+                double equity = 0;
+                double compared = 0;
+                for (std::size_t h = 0; h < own.size(); ++h) {
+                    taken[h] *= static_cast<double>(strategy[k * own.size() + h]);
+                    if (!(taken[h] > 0 && met[h] > 0)) continue;
+                    ev += taken[h] * evs[h];
+                    counted += taken[h];
+                    const Pocket& hero = a.game().cards.pockets[index_of(n.seat)][h];
+                    const double pair = taken[h] * (n.river != NO_CARD ? met[h] : 1.0);
+                    equity += pair * plain_equity(a, n, n.seat, hero, theirs);
+                    compared += pair;
+                }
+                EXPECT_NEAR(here->combos[k], sum_of(taken), 1e-6);
+                const double share = sum_of(taken) / sum_of(own);
+                ASSERT_EQ(std::isnan(here->frequencies[k]), std::isnan(share));
+                ASSERT_EQ(std::isnan(here->ev[k]), !(counted > 0)) << node;
+                ASSERT_EQ(std::isnan(here->equity[k]), !(compared > 0)) << node;
+                nobody = nobody || std::isnan(here->ev[k]);
+                if (!(counted > 0)) continue;
+                EXPECT_NEAR(here->frequencies[k], share, 1e-6);
+                EXPECT_NEAR(here->ev[k], ev / counted, 0.5) << node;
+                const double chance = equity / compared;
+                const double bound =
+                    n.river != NO_CARD ? 1e-5 : sampling_bound(chance, 3000) + 0.01;
+                EXPECT_NEAR(here->equity[k], chance, bound) << node;
+                const bool deep = a.finish.parents().path_to(node).size() >= 3;
+                differs = differs ||
+                          (deep && std::abs(here->ev[k] - whole->ev[k]) > 1 &&
+                           std::abs(share - static_cast<double>(whole->frequencies[k])) > 0.01);
+            }
+        }
+    }
+    EXPECT_TRUE(differs) << "three actions deep";
+    EXPECT_TRUE(nobody) << "somewhere";
+}
+
+/// At the root everybody comes: to the last digit that is shown, also where equities are sampled.
+TEST(ActionStatsHere, AtTheRootAreThoseOfTheWholeRange) {
+    kestrel::Spot turn = turn_spot();
+    kestrel::Spot river = river_spot();
+    for (kestrel::Spot* const spot : {&turn, &river}) {
+        spot->oop = "TT,87s,KQo";
+        spot->ip = "99,AJs,T8s";
+    }
+    for (const kestrel::Spot& spot : {turn, river, flop_spot()}) {
+        const Answered a(spot, 5);
+        const auto here = action_stats_here(a.finish, 0);
+        const auto whole = node_action_stats(a.finish, 0);
+        ASSERT_TRUE(here && whole && here->opponent_comes);
+        for (std::size_t k = 0; k < whole->combos.size(); ++k) {
+            EXPECT_EQ(here->combos[k], whole->combos[k]);
+            EXPECT_EQ(here->equity[k], whole->equity[k]);
+            EXPECT_NEAR(here->ev[k], whole->ev[k], 1e-6);
+            EXPECT_NEAR(here->frequencies[k], static_cast<double>(whole->frequencies[k]), 1e-6);
+        }
+        const auto shares = action_shares_here(a.finish, 0);
+        EXPECT_EQ(shares->frequencies, here->frequencies);
+        EXPECT_TRUE(std::isnan(shares->ev[0]) && std::isnan(shares->equity[0]));
     }
 }
 
