@@ -11,9 +11,11 @@ Item {
 
     property Theme theme: Fallback.theme
     // Maps of `name`, `actionType`, `frequency` and, if known, `chips`, `combos`, `equity` (0 to 1) and
-    // `ev`. The frequencies count in relation to each other.
+    // `ev`, and `pending` while those are on their way. The frequencies count in relation to each other.
     property var actions: []
     property bool showLabels: true
+    // Why nobody can say what the actions are worth; empty where `ev` and `equity` count.
+    property string unknownEv: ""
     // Segments can be pressed.
     property bool interactive: false
     // Name of the action that is framed, none if empty.
@@ -121,6 +123,7 @@ Item {
                 action: modelData
                 types: bar._types
                 percent: bar._percent(index)
+                unknownEv: bar.unknownEv
             }
         }
     }

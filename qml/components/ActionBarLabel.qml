@@ -12,11 +12,16 @@ Row {
     // Of all actions of the bar.
     required property var types
     required property int percent
+    // Why nobody can say what the action is worth; empty where its figures count.
+    property string unknownEv: ""
+
+    // What stands for a figure that is not known, or not yet.
+    readonly property string _none: action.pending && unknownEv === "" ? qsTr("…") : qsTr("—")
 
     // Such as "12.50 EV".
     function _phrase(phrase: string, figure: real, digits: int): string {
         return Number.isFinite(figure)
-            ? phrase.arg(figure.toLocaleString(Qt.locale(), "f", digits)) : qsTr("—");
+            ? phrase.arg(figure.toLocaleString(Qt.locale(), "f", digits)) : _none;
     }
 
     function _combosText(combos: real): string {
@@ -47,7 +52,8 @@ Row {
     }
     AppLabel {
         theme: label.theme
-        text: qsTr("%1%").arg(label.percent)
+        text: Number.isFinite(ActionList.known(label.action.frequency))
+            ? qsTr("%1%").arg(label.percent) : qsTr("—")
         font.pixelSize: Fallback.type.labelMd
     }
     AppLabel {
@@ -66,7 +72,18 @@ Row {
         theme: label.theme
         muted: true
         //: Expected value, in chips
-        text: label._phrase(qsTr("%1 EV"), ActionList.known(label.action.ev), 2)
+        text: label._phrase(qsTr("%1 EV"),
+                            label.unknownEv === "" ? ActionList.known(label.action.ev) : NaN, 2)
         font.pixelSize: Fallback.type.labelMd
+        Accessible.description: label.unknownEv
+
+        HoverHandler {
+            id: hover
+        }
+        Tip {
+            theme: label.theme
+            text: label.unknownEv
+            shown: hover.hovered
+        }
     }
 }

@@ -29,6 +29,9 @@ PlayScope {
     property alias chancePickerAvailableCardIndices: chanceChoice.availableIndices
     property alias chancePickerBoardText: chanceChoice.boardText
 
+    // Figures count the hands that come to the node, not the whole range.
+    property alias handsHere: figuresStore.handsHere
+
     property alias handWeights: strategyData.weights
     property alias handColors: strategyData.colors
     property alias handActionTypeList: strategyData.actionTypes
@@ -184,11 +187,15 @@ PlayScope {
         }
     }
 
+    FiguresStore {
+        id: figuresStore
+    }
     NodeReader {
         id: reader
 
         controller: page.controller
         lockedNodes: page.nodeLocks.lockedNodes
+        handsHere: page.handsHere
         onControllerChanged: page._takeResults()
     }
     TreeWalk {
@@ -258,6 +265,7 @@ PlayScope {
             onHandClicked: hand => page._takeHand(hand)
             onBucketClicked: name => page.toggleBucketFilter(name)
             onWhyRequested: (c1, c2, action) => page.whyRequested(c1, c2, action)
+            onHandsHereChosen: handsHere => figuresStore.choose(handsHere)
             onHandDragged: hand => page.applyNodeLockToHand(page.currentNodeIndex, hand)
             headerActions: [
                 SecondaryButton {

@@ -9,6 +9,7 @@ TestCase {
 
     // Set by the program that runs the tests.
     readonly property var controller: appController // qmllint disable unqualified
+    readonly property var terminal: terminalProgram // qmllint disable unqualified
     // For files of the tests' own; it goes with the process.
     readonly property url temporaryFolder: temporaryFolderUrl // qmllint disable unqualified
 

@@ -11,6 +11,7 @@
 #include "app/graphics_backend.h"
 #include "app/language_manager.h"
 #include "app/update/update_manager.h"
+#include "tests/qml/terminal.h"
 #include "tests/temporary_folder.h"
 
 /// What a document finds: the program's own objects, anew for each test file.
@@ -36,6 +37,7 @@ class Surroundings : public QObject {
                                     new LanguageManager(engine, engine));
         context->setContextProperty(QStringLiteral("appController"), new AppController(engine));
         context->setContextProperty(QStringLiteral("updates"), new UpdateManager(engine));
+        context->setContextProperty(QStringLiteral("terminalProgram"), new Terminal(engine));
         context->setContextProperty(QStringLiteral("temporaryFolderUrl"),
                                     QUrl::fromLocalFile(QDir::tempPath()));
     }

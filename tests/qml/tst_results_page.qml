@@ -16,6 +16,7 @@ DocumentCase {
         page.rakePercent = 0;
         page.rakeCap = 0;
         page.nodeLocksByNode = {};
+        page.handsHere = true;
         tryVerify(() => !pickerCard("As"), 5000, "the picker of the last test is gone");
         every(GameTreePanel)[0].forceActiveFocus();
     }
@@ -144,9 +145,19 @@ DocumentCase {
     // Bar, matrix and legend show the current node, its own actions and its own player's hands.
     function test_strategy(): void {
         solve(Spots.river);
-        for (const way of [[], [0], [1]]) {
+        for (const [way, button] of [[[], "Hands here"], [[0], "Whole range"], [[1], "Whole range"],
+                                     [[1], "Hands here"]]) {
             choose(way);
-            const stats = Array.from(controller.nodeActionStats(page.currentNodeIndex));
+            mouseClick(all(page, item => item instanceof SecondaryButton && item.text === button)[0]);
+            const here = button === "Hands here";
+            compare([page.handsHere, all(page, item => item.objectName === "figuresCaption")[0].text],
+                    [here, here ? "of the hands that come here" : "of the whole starting range"]);
+            tryVerify(() => !page.currentActions[0].pending);
+            const node = page.currentNodeIndex;
+            const stats = Array.from(here ? controller.nodeActionStatsHere(node)
+                                          : controller.nodeActionStats(node));
+            const options = boxes().filter(box => box.depth === way.length);
+            compare(options.map(box => box.frequency), stats.map(entry => entry.frequency));
             const strategy = controller.nodeHandStrategyReach169(page.currentNodeIndex, "");
             compare([page.handWeights, page.handActionProbs, page.handActionTypeList],
                     [strategy.weights, strategy.actionProbs, stats.map(entry => entry.actionType)]);
@@ -250,6 +261,98 @@ DocumentCase {
         page.selectActionAtLevel(3, 1);
         compare(boxes().map(box => box._chipLabel).slice(3),
                 ["Bet 50% · 10", "Fold", "Call · 10", "Raise to 34"]);
+    }
+
+    // What the bar tells of an action behind its name, from the figures of the terminal program.
+    function toldOf(actions: var): var {
+        const total = actions.reduce((sum, entry) => sum + entry.frequency, 0);
+        const fold = actions.find(entry => entry.name === "Fold");
+        const offset = fold && fold.ev !== null ? fold.ev : 0;
+        return actions.map(entry => {
+            const rounded = Math.round(entry.combos);
+            const whole = Math.abs(entry.combos - rounded) < 1e-6;
+            const count = whole && rounded === 1 ? "1 combo"
+                                                 : figure(entry.combos, whole ? 0 : 1) + " combos";
+            return [Math.round(100 * entry.frequency / total) + "%", count,
+                    entry.equity === null ? "—" : figure(100 * entry.equity, 1) + "% equity",
+                    entry.ev === null ? "—" : figure(entry.ev - offset, 2) + " EV"];
+        });
+    }
+
+    // The ways to the first decisions of the tree.
+    function waysToDecisions(count: int): var {
+        const ways = [];
+        const open = [[0, []]];
+        while (open.length > 0 && ways.length < count) {
+            const [node, way] = open.shift();
+            if (controller.nodeMeta(node).nodeType === "decision") {
+                ways.push(way);
+            }
+            Array.from(controller.nodeActions(node)).forEach((action, index) => {
+                open.push([action.childIndex, way.concat(index)]);
+            });
+        }
+        return ways;
+    }
+
+    function test_figuresAreThoseOfTheTerminalProgram(): void {
+        solve(Spots.turn);
+        const ways = waysToDecisions(20);
+        compare(ways.length, 20);
+        for (const way of ways) {
+            const line = way.map(action => "#" + (action + 1)).join("/");
+            const result = terminal.solve(Spots.turn, line);
+            choose(way);
+            compare(result.node.index, page.currentNodeIndex, line);
+            for (const here of [true, false]) {
+                page.handsHere = here;
+                tryVerify(() => !page.currentActions[0].pending);
+                const shown = every(ActionBarLabel).map(label => texts(label).slice(1));
+                const known = controller.nodeOpponentComes(page.currentNodeIndex);
+                const told = result.node.actions.map(action => Object.assign(
+                    {}, here ? action.here : action, {name: action.name}, known ? {} : {ev: null}));
+                compare(shown, toldOf(told), line);
+            }
+            compare(every(StatCard)[0].value, figure(result.ev_oop + 5, 3));
+        }
+    }
+
+    // A lock keeps the opponent away from a node; a project without the figures of its hands.
+    function test_unreachedAndUnknown(): void {
+        solve(Spots.river);
+        Array.of("TT", "87s", "KQo").forEach(hand => controller.setNodeLockProbs(0, hand, [1, 0]));
+        controller.reSolveWithNodeLocks();
+        tryVerify(() => !controller.running && controller.resultIterations > 0, 60000);
+        choose([1]);
+        tryVerify(() => !page.currentActions[0].pending);
+        const told = () => all(page, item => item.objectName === "unreached").length;
+        compare([told(), texts(every(ActionBarLabel)[1]).slice(3)], [1, ["—", "—"]]);
+        const window = page.Window.window.contentItem;
+        tryVerify(() => {
+            mouseMove(every(ActionBarLabel)[1].children[5], 4, 4);
+            return all(window, item => item.Accessible.role === Accessible.ToolTip && item.text
+                               === "The other player never comes here").length === 1;
+        });
+        choose([0]);
+        compare(told(), 0);
+
+        const file = temporaryFolder + "/older.tidewellproj";
+        verify(controller.saveProject(file, {}));
+        verify(controller.loadProject(file).ok);
+        verify(all(page, item => item instanceof SecondaryButton && item.text === "Hands here")[0]
+               .checked, "the root is always kept");
+        choose([1]);
+        verify(controller.nodeActionStatsHere(page.currentNodeIndex).length > 0, "looked at before");
+        compare(told(), 1);
+
+        const text = controller.readTextFile(file).text;
+        controller.saveTextFile(file, text.replace("actionStatsHereByNode", "another"));
+        verify(controller.loadProject(file).ok);
+        const [here, whole] = all(page, item => item instanceof SecondaryButton && item.compact
+                                                && item.text.match(/Hands here|Whole range/));
+        compare([here.enabled, here.checked, whole.checked, page.handsHere],
+                [false, false, true, true], "of an older program");
+        compare(page.currentActions[0].combos, controller.nodeActionStats(0)[0].combos);
     }
 
     function test_bucketAndLocks(): void {

@@ -11,13 +11,31 @@ QtObject {
     // Nodes with locks that were set in the interface, as keys.
     property var lockedNodes: ({})
 
+    // Figures of actions count the hands that come to a node where they are known, not the whole range.
+    property bool handsHere: true
+
     property var _answers: ({})
+    // By node index what is known of the hands that come there; _hereRevision tells of more.
+    property var _here: ({})
+    property int _hereRevision: 0
     // The last strategy that was asked for; the controller keeps the others.
     property var _strategy: null
+
+    readonly property Connections _ready: Connections {
+        target: reader.controller
+
+        function onNodeActionStatsHereReady(node: int): void {
+            if (node in reader._here) {
+                delete reader._here[node];
+                ++reader._hereRevision;
+            }
+        }
+    }
 
     // The result is another one.
     function forget(): void {
         _answers = {};
+        _here = {};
         _strategy = null;
     }
 
@@ -39,17 +57,52 @@ QtObject {
     // Array of maps of `name`, `actionType`, `frequency`, `combos`, `equity`, `ev`, `chips`. Dear to the
     // controller near the root of a large tree.
     function actionStats(node: int): var {
-        return nodeCount() > 0 ? _once("stats" + node, () => {
-            const plain = actions(node);
-            return ActionList.toArray(controller.nodeActionStats(node)).map((entry, index) =>
-                Object.assign({}, entry, {chips: plain[index]?.chips ?? NaN}));
-        }) : [];
+        return nodeCount() > 0
+            ? _once("stats" + node, () => _withChips(node, controller.nodeActionStats(node))) : [];
     }
 
-    // The actions with as much as is known of them.
+    // The same of the hands that come to the node, and `reached`: whether the opponent comes, too. While
+    // `pending` is set, equity and EV are on their way. Empty where nobody knows which hands come.
+    function actionStatsHere(node: int): var {
+        const more = _hereRevision;
+        const known = _here;
+        if (nodeCount() === 0) {
+            return [];
+        }
+        // What another node has interrupted is asked for again.
+        if (!known[node] || known[node].some(action => action.pending)) {
+            known[node] = _withChips(node, controller.nodeActionStatsHere(node));
+        }
+        return known[node];
+    }
+
+    // The actions with as much as is known of them, by the chosen hands.
     function knownActions(node: int): var {
-        const stats = actionStats(node);
+        const here = handsHere ? actionStatsHere(node) : [];
+        const stats = here.length > 0 ? here : actionStats(node);
         return stats.length > 0 ? stats : actions(node);
+    }
+
+    // The actions with their frequencies by the chosen hands, at once at every node; -1 where nobody can
+    // say.
+    function frequencies(node: int): var {
+        const here = handsHere ? _sharesHere(node) : [];
+        return actions(node).map((action, index) => {
+            const frequency = here[index]?.frequency ?? action.frequency;
+            return Object.assign({}, action, {frequency: Number.isFinite(frequency) ? frequency : -1});
+        });
+    }
+
+    // Whether it is known which hands come to the node. A project may not hold it.
+    function knowsHandsHere(node: int): bool {
+        return _sharesHere(node).length > 0;
+    }
+
+    // Whether the opponent of who acts at the node ever comes there; otherwise nobody can say what
+    // anything is worth. True where that is not known.
+    function opponentComes(node: int): bool {
+        return nodeCount() === 0
+            || _once("comes" + node, () => controller.nodeOpponentComes(node));
     }
 
     // Maps by hand label `weights`, `actionProbs` and `dominantActionTypes`, and the list `actionTypeList`,
@@ -80,6 +133,18 @@ QtObject {
     // Locks of the solve, as in a project, count too.
     function hasLocks(node: int): bool {
         return node in lockedNodes || nodeCount() > 0 && controller.nodeLocks(node).length > 0;
+    }
+
+    function _sharesHere(node: int): var {
+        return nodeCount() > 0
+            ? _once("shares" + node,
+                    () => ActionList.toArray(controller.nodeActionSharesHere(node))) : [];
+    }
+
+    function _withChips(node: int, list: var): var {
+        const plain = actions(node);
+        return ActionList.toArray(list).map((entry, index) =>
+            Object.assign({}, entry, {chips: plain[index]?.chips ?? NaN}));
     }
 
     function _actionsWithChips(node: int): var {

@@ -30,7 +30,7 @@ QtObject {
         }
         const answer = nodes.handStrategy(node, bucket);
         const typeList = answer.actionTypeList ?? [];
-        const definitions = nodes.knownActions(node);
+        const definitions = nodes.actions(node);
         theme.actionsAtNode = definitions.map(definition => definition.actionType);
         const stored = answer.actionProbs ?? {};
         const count = HandStrategy.actionCount(definitions, stored, typeList);

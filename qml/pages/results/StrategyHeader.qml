@@ -21,6 +21,8 @@ Item {
     // `evOop`, `evIp`, `exploitability` and `startingPot` of the result before the last solve under
     // locks; null for none.
     property var before: null
+    // The opponent of who is to act never comes to the current node.
+    property bool unreached: false
     default property alias actions: actionColumn.data
 
     readonly property bool _isDeal: meta.nodeType === "chance"
@@ -130,6 +132,15 @@ Item {
                 stroke: "transparent"
                 textColor: header._onShade(header.theme.warn)
                 visible: header.setupChanged
+            }
+            Chip {
+                objectName: "unreached"
+                theme: header.theme
+                text: qsTr("The other player never comes here")
+                tint: header._shade(header.theme.warn)
+                stroke: "transparent"
+                textColor: header._onShade(header.theme.warn)
+                visible: header.unreached
             }
         }
     }

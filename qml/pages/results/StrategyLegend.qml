@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tidewell
 
-// Which colour stands for which action of the matrix. What is hardly ever done is left out.
+// Which colour stands for which action of the matrix. What is hardly ever done is left out; where nobody
+// knows how often, nothing is.
 Flow {
     id: legend
 
@@ -24,7 +25,7 @@ Flow {
     spacing: 6
 
     Repeater {
-        model: legend.actions.filter(action => action.frequency > 0.05)
+        model: legend.actions.filter(action => !(action.frequency <= 0.05))
 
         Row {
             id: entry

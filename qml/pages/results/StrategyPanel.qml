@@ -39,6 +39,7 @@ Card {
     signal bucketClicked(name: string)
     signal whyRequested(c1: string, c2: string, actionIndex: int)
     signal handDragged(hand: string)
+    signal handsHereChosen(handsHere: bool)
 
     function copyMatrix(): void {
         view.copyMatrix();
@@ -99,6 +100,7 @@ Card {
             ending: panel.walk.ending
             setupChanged: panel.setupChanged
             before: panel.locks.before
+            unreached: !panel.playMode && !panel.nodes.opponentComes(panel.walk.currentNodeIndex)
             Layout.fillWidth: true
         }
         StrategyView {
@@ -124,6 +126,7 @@ Card {
             onBucketClicked: name => panel.bucketClicked(name)
             onWhyRequested: (c1, c2, action) => panel.whyRequested(c1, c2, action)
             onHandDragged: hand => panel.handDragged(hand)
+            onHandsHereChosen: handsHere => panel.handsHereChosen(handsHere)
             Layout.fillWidth: true
             Layout.fillHeight: true
         }

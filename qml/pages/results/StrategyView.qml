@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import Tidewell
 import "../../logic/strategy_layout.mjs" as StrategyLayout
 
-// What the current node's player does: how often over the whole range, hand by hand, class by class, and
+// What the current node's player does: how often in all, hand by hand, class by class, and
 // the money there. The first screen holds all but, where the height is short, the money.
 AppScrollView {
     id: view
@@ -37,6 +37,9 @@ AppScrollView {
     property int chosenAction: -1
 
     readonly property var _meta: nodes.meta(nodeIndex)
+    // Why nobody can say what anything is worth here; empty where it is known.
+    readonly property string _unknownEv: nodes.opponentComes(nodeIndex)
+        ? "" : qsTr("The other player never comes here")
     // A layout takes no other sizes while it lays out, which is when the room changes: it is given them
     // right afterwards.
     readonly property var _sizes: _settledSizes ?? _wantedSizes
@@ -69,6 +72,7 @@ AppScrollView {
     signal bucketClicked(name: string)
     signal whyRequested(c1: string, c2: string, actionIndex: int)
     signal handDragged(hand: string)
+    signal handsHereChosen(handsHere: bool)
 
     function copyMatrix(): void {
         matrixPanel.matrix.copy();
@@ -96,6 +100,7 @@ AppScrollView {
 
     on_WantedSizesChanged: Qt.callLater(_settle)
     onActionsChanged: chosenAction = -1
+    onNodeIndexChanged: whyPopup.close()
 
     // It takes what it is given: sizes that follow from its content would go round in a circle.
     implicitWidth: 300
@@ -104,6 +109,13 @@ AppScrollView {
     contentHeight: column.implicitHeight
     activeFocusOnTab: false
 
+    WhyPopup {
+        id: whyPopup
+
+        parent: handDetails
+        theme: view.theme
+        controller: view.nodes.controller
+    }
     ColumnLayout {
         id: column
 
@@ -122,13 +134,12 @@ AppScrollView {
                     theme: view.theme
                     text: qsTr("Action Frequencies")
                 }
-                AppLabel {
+                RangeChoice {
                     theme: view.theme
-                    //: What the figures of the actions count
-                    text: qsTr("of the whole starting range")
-                    muted: true
-                    font.pixelSize: Fallback.type.labelMd
+                    handsHere: view.nodes.handsHere
+                    available: view.nodes.knowsHandsHere(view.nodeIndex)
                     visible: view._meta.nodeType === "decision"
+                    onChosen: handsHere => view.handsHereChosen(handsHere)
                 }
             }
             ActionBar {
@@ -138,6 +149,7 @@ AppScrollView {
                 actions: view.barActions
                 interactive: view._meta.nodeType === "decision"
                 selectedAction: view.barActions[view.chosenAction]?.name ?? ""
+                unknownEv: view._unknownEv
                 onActionClicked: index =>
                     view.chosenAction = index === view.chosenAction ? -1 : index
                 Layout.fillWidth: true
@@ -258,7 +270,12 @@ AppScrollView {
                     hands: view.hands
                     actionsFor: view.actionsFor
                     uiScale: view.uiScale
-                    onWhyRequested: (c1, c2, action) => view.whyRequested(c1, c2, action)
+                    unknownEv: view._unknownEv
+                    onWhyRequested: (c1, c2, action) => {
+                        whyPopup.ask(view.nodeIndex, c1, c2, action,
+                                     view.nodes.actions(view.nodeIndex)[action]);
+                        view.whyRequested(c1, c2, action);
+                    }
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                 }

@@ -30,7 +30,7 @@ Column {
     // it change before the rest.
     readonly property var _shownActions: {
         const meta = nodes.meta(nodeIndex);
-        const actions = nodes.actions(nodeIndex);
+        const actions = nodes.frequencies(nodeIndex);
         if (meta.nodeType === "chance") {
             return [];
         }
