@@ -6,6 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include "app/files/shared_store.h"
+
 namespace tidewell {
 namespace {
 
@@ -111,7 +113,7 @@ QDate findFirstSolveDay() {
     }
     const QDate found = earliestSolveDay(settings);
     if (found.isValid()) {
-        settings.setValue(firstSolveDateKey, isoText(found));
+        changeStore([&](QSettings& store) { store.setValue(firstSolveDateKey, isoText(found)); });
     }
     return found;
 }
@@ -161,15 +163,19 @@ Statistics::Statistics(std::function<QDate()> today) : today_(std::move(today)) 
 void Statistics::recordSolve(qint64 iterations, double exploitabilityChips, qint64 runtimeMs) {
     const QDate today = today_();
     const QString group = solveDayGroup(today);
-    QSettings settings;
-    const SolveDay before = readSolveDay(settings, today);
-    settings.setValue(group + "solves", plusOne(before.solves));
-    settings.setValue(group + "iterationsSum",
-                      plus(before.iterationsSum, std::max<qint64>(iterations, 0)));
-    settings.setValue(group + "exploitabilitySum",
-                      plus(before.exploitabilitySum, exploitabilityChips));
-    settings.setValue(group + "runtimeMsSum",
-                      plus(before.runtimeMsSum, std::max<qint64>(runtimeMs, 0)));
+    changeStore([&](QSettings& settings) {
+        const SolveDay before = readSolveDay(settings, today);
+        settings.setValue(group + "solves", plusOne(before.solves));
+        settings.setValue(group + "iterationsSum",
+                          plus(before.iterationsSum, std::max<qint64>(iterations, 0)));
+        settings.setValue(group + "exploitabilitySum",
+                          plus(before.exploitabilitySum, exploitabilityChips));
+        settings.setValue(group + "runtimeMsSum",
+                          plus(before.runtimeMsSum, std::max<qint64>(runtimeMs, 0)));
+    });
+    if (firstSolveDate_ == QString()) {
+        firstSolveDate_.reset();  // there is one now
+    }
 }
 
 QVariantList Statistics::solveActivityGrid(int dayCount) const {
@@ -222,9 +228,10 @@ QVariantList Statistics::solveHistoryDaily() {
 void Statistics::recordPlayVsSolutionHand(bool isMistake, double evLoss) {
     const double loss = std::isfinite(evLoss) && evLoss > 0 ? evLoss : 0;
     const bool mistake = isMistake || loss > 0;
-    QSettings settings;
-    addHand(settings, trainingTotalGroup(), mistake, loss);
-    addHand(settings, trainingDayGroup(today_()), mistake, loss);
+    changeStore([&](QSettings& settings) {
+        addHand(settings, trainingTotalGroup(), mistake, loss);
+        addHand(settings, trainingDayGroup(today_()), mistake, loss);
+    });
 }
 
 QVariantMap Statistics::playVsSolutionStats() const {
@@ -236,7 +243,7 @@ QVariantMap Statistics::playVsSolutionStats() const {
 }
 
 void Statistics::clearPlayVsSolutionStats() {
-    QSettings().remove(playVsSolution);
+    changeStore([](QSettings& settings) { settings.remove(playVsSolution); });
 }
 
 }  // namespace tidewell

@@ -14,6 +14,7 @@ namespace tidewell {
 ///
 /// A stored value of the wrong kind reads as absent, and so does a number that cannot have been
 /// counted: a negative count, a sum that is not finite. Recording then writes a good value over it.
+/// Other windows count in the same store; none of their counts is lost.
 class Statistics {
   public:
     static constexpr int daysOfYear = 364;
@@ -34,8 +35,7 @@ class Statistics {
 
     int solvesToday() const;
 
-    /// The day of the first solve, "" without one. Looked up once in the life of this object: what
-    /// is recorded afterwards does not move it.
+    /// The day of the first solve, "" without one. Once there is one it is not looked up again.
     QString firstSolveDateIso();
 
     /// Maps of date, solves (int), runtimeMsSum (64-bit), one for each day from the first solve

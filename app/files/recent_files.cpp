@@ -2,9 +2,10 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSettings>
 #include <algorithm>
 #include <iterator>
+
+#include "app/files/shared_store.h"
 
 namespace tidewell {
 namespace {
@@ -18,11 +19,8 @@ QString pathOf(const QUrl& file) {
 }  // namespace
 
 RecentFiles::RecentFiles(QObject* parent) : QAbstractListModel(parent) {
-    for (const QString& path : QSettings().value(storeKey).toStringList()) {
-        if (count() < most && QDir::isAbsolutePath(path) && find(path) < 0) {
-            entries_.push_back({path, !QFileInfo::exists(path)});
-        }
-    }
+    QSettings settings;
+    show(kept(settings));
 }
 
 int RecentFiles::rowCount(const QModelIndex& parent) const {
@@ -55,43 +53,25 @@ QHash<int, QByteArray> RecentFiles::roleNames() const {
 
 void RecentFiles::add(const QUrl& file) {
     const QString path = pathOf(file);
-    if (path.isEmpty()) {
-        return;
+    if (!path.isEmpty()) {
+        change([&](QStringList& paths) {
+            paths.removeAll(path);
+            paths.prepend(path);
+        });
     }
-    beginResetModel();
-    if (const int row = find(path); row >= 0) {
-        entries_.erase(entries_.begin() + row);
-    }
-    entries_.insert(entries_.begin(), {path, !QFileInfo::exists(path)});
-    if (count() > most) {
-        entries_.pop_back();
-    }
-    endResetModel();
-    store();
-    Q_EMIT countChanged();
 }
 
 void RecentFiles::remove(const QUrl& file) {
-    const int row = find(pathOf(file));
-    if (row < 0) {
-        return;
+    const QString path = pathOf(file);
+    if (find(path) >= 0) {
+        change([&](QStringList& paths) { paths.removeAll(path); });
     }
-    beginRemoveRows({}, row, row);
-    entries_.erase(entries_.begin() + row);
-    endRemoveRows();
-    store();
-    Q_EMIT countChanged();
 }
 
 void RecentFiles::refresh() {
-    for (int row = 0; row < count(); ++row) {
-        Entry& entry = entries_[static_cast<std::size_t>(row)];
-        const bool missing = !QFileInfo::exists(entry.path);
-        if (missing != entry.missing) {
-            entry.missing = missing;
-            Q_EMIT dataChanged(index(row), index(row), {MissingRole});
-        }
-    }
+    QSettings settings;
+    settings.sync();
+    show(kept(settings));
 }
 
 bool RecentFiles::exists(const QUrl& file) {
@@ -108,12 +88,39 @@ int RecentFiles::find(const QString& path) const {
     return found == entries_.end() ? -1 : static_cast<int>(std::distance(entries_.begin(), found));
 }
 
-void RecentFiles::store() const {
+QStringList RecentFiles::kept(const QSettings& settings) {
     QStringList paths;
-    for (const Entry& entry : entries_) {
-        paths.append(entry.path);
+    for (const QString& path : settings.value(storeKey).toStringList()) {
+        if (paths.size() < most && QDir::isAbsolutePath(path) && !paths.contains(path)) {
+            paths.append(path);
+        }
     }
-    QSettings().setValue(storeKey, paths);
+    return paths;
+}
+
+void RecentFiles::change(const std::function<void(QStringList&)>& change) {
+    QStringList paths;
+    changeStore([&](QSettings& settings) {
+        paths = kept(settings);
+        change(paths);
+        paths = paths.mid(0, most);
+        settings.setValue(storeKey, paths);
+    });
+    show(paths);
+}
+
+void RecentFiles::show(const QStringList& paths) {
+    std::vector<Entry> entries;
+    for (const QString& path : paths) {
+        entries.push_back({path, !QFileInfo::exists(path)});
+    }
+    if (entries == entries_) {
+        return;
+    }
+    beginResetModel();
+    entries_ = std::move(entries);
+    endResetModel();
+    Q_EMIT countChanged();
 }
 
 }  // namespace tidewell

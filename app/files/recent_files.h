@@ -1,16 +1,18 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QSettings>
 #include <QStringList>
 #include <QUrl>
 #include <QtQmlIntegration>
+#include <functional>
 #include <vector>
 
 namespace tidewell {
 
 /// The project files that were last opened or saved, newest first, kept in the application's
-/// settings store under "recentFiles/paths". A file that is not there any more stays listed, as
-/// missing, until someone removes it: its disk may come back.
+/// settings store under "recentFiles/paths", where other windows add to it, too. A file that is not
+/// there any more stays listed, as missing, until someone removes it: its disk may come back.
 class RecentFiles : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -37,7 +39,7 @@ class RecentFiles : public QAbstractListModel {
     /// Puts a file on top; beyond `most` the oldest goes. What is no local file is ignored.
     Q_INVOKABLE void add(const QUrl& file);
     Q_INVOKABLE void remove(const QUrl& file);
-    /// Looks which files are there.
+    /// Looks what other windows have done, and which files are there.
     Q_INVOKABLE void refresh();
 
     Q_INVOKABLE static bool exists(const QUrl& file);
@@ -51,10 +53,14 @@ class RecentFiles : public QAbstractListModel {
     struct Entry {
         QString path;  ///< absolute
         bool missing = false;
+
+        bool operator==(const Entry&) const = default;
     };
 
+    static QStringList kept(const QSettings& settings);
     int find(const QString& path) const;
-    void store() const;
+    void change(const std::function<void(QStringList&)>& change);
+    void show(const QStringList& paths);
 
     std::vector<Entry> entries_;
 };

@@ -39,7 +39,10 @@ Item {
 
     onVisibleChanged: {
         if (visible) {
+            // Other windows have been at work, too.
             page.files.recent.refresh();
+            page.reloadSolveStats();
+            page.reloadTrainerStats();
         }
     }
     Component.onCompleted: {

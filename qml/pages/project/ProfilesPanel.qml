@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import Qt.labs.settings
 import Tidewell
 import "../../logic/settings_profiles.mjs" as Profiles
 
@@ -12,38 +11,32 @@ Card {
 
     // Whose settings are saved, with the properties of the project state.
     required property var settings
-    // See settings_profiles.mjs. What is kept follows the list.
+    // See settings_profiles.mjs. Other windows keep theirs in the same list.
     property var profiles: []
-    property bool _loaded: false
 
-    // The data of a profile is to be applied.
-    signal chosen(data: var)
+    readonly property string _key: "settings_profiles/profilesJson"
 
     // Reads what is kept. What cannot be read stays there until something is saved.
     function load(): void {
-        const kept = Profiles.parsedProfiles(String(store.value("profilesJson", "[]")));
-        _loaded = true;
-        if (kept) {
-            profiles = kept;
-        }
+        profiles = Profiles.parsedProfiles(SharedTexts.read(_key, "[]")) ?? [];
     }
 
     function _save(name: string): void {
-        profiles = [...profiles, Profiles.newProfile(name, profiles, settings)];
+        _change(kept => [...kept, Profiles.newProfile(name, kept, settings)]);
     }
 
     function _remove(id: string): void {
-        profiles = profiles.filter(profile => profile.id !== id);
+        _change(kept => kept.filter(profile => profile.id !== id));
+    }
+
+    // `edit` gives the new list for the one that is kept.
+    function _change(edit: var): void {
+        const json = SharedTexts.change(_key, "[]",
+            kept => JSON.stringify(edit(Profiles.parsedProfiles(kept) ?? [])));
+        profiles = Profiles.parsedProfiles(json) ?? [];
     }
 
     padding: theme.spaceMd
-
-    onProfilesChanged: {
-        if (_loaded) {
-            store.setValue("profilesJson", JSON.stringify(profiles));
-            store.sync();
-        }
-    }
 
     RowLayout {
         anchors.fill: parent
@@ -53,7 +46,10 @@ Card {
             objectName: "loadSettings"
             text: qsTr("Load settings")
             iconName: panel.width < 300 ? "" : "folder-open"
-            onClicked: (loadDialog.get() as LoadProfileDialog).openFresh()
+            onClicked: {
+                panel.load();
+                (loadDialog.get() as LoadProfileDialog).openFresh();
+            }
         }
         ProfileButton {
             objectName: "saveSettings"
@@ -79,11 +75,6 @@ Card {
             onChosen: data => panel.chosen(data)
             onDeleted: id => panel._remove(id)
         }
-    }
-    Settings {
-        id: store
-
-        category: "settings_profiles"
     }
 
     component ProfileButton: SecondaryButton {
