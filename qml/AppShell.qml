@@ -2,6 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 
+import "logic/solve_config.mjs" as SolveConfig
+
 // The whole window: top bar, pages, and what they have in common. Pages know nothing of each other;
 // they read and write the project state that the shell is.
 ProjectState {
@@ -83,6 +85,21 @@ ProjectState {
         }
     }
 
+    // Puts the spot of a former run on the Setup page; asks before one that is nowhere else goes.
+    function openSpot(config: var): void {
+        const open = () => {
+            applyProjectState(SolveConfig.stateOf(config));
+            syncPagesFromRoot();
+            hasProject = true;
+            navIndex = 1;
+        };
+        if (runHistory.holds(solveConfig())) {
+            open();
+        } else {
+            guard.confirmSetup(open);
+        }
+    }
+
     // The files that were dropped on the window, as URLs.
     function openDropped(urls: var): void {
         if (urls.length > 1) {
@@ -126,6 +143,11 @@ ProjectState {
         controller: shell.controller
         maxIterations: shell.maxIterations
         targetExploitability: shell.targetExploitability
+    }
+    RunHistory {
+        id: runHistory
+
+        controller: shell.controller
     }
     SpotCheck {
         id: spotCheck
@@ -182,6 +204,7 @@ ProjectState {
             files: files
             progress: progress
             spotCheck: spotCheck
+            runHistory: runHistory
             theme: shell.theme
             type: shell.type
             hasProject: shell.hasProject
@@ -191,6 +214,7 @@ ProjectState {
             onProjectLoaded: (projectState, hasResults) =>
                 shell._takeOverProject(projectState, hasResults)
             onNavigate: index => shell.navIndex = index
+            onSpotRequested: config => shell.openSpot(config)
             onSettingsStored: messages.showInfo(qsTr("Settings saved"))
             Layout.fillWidth: true
             Layout.fillHeight: true

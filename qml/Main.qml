@@ -29,6 +29,28 @@ ApplicationWindow {
     height: 800
     minimumWidth: WindowGeometry.minimumWidth(availableGeometry, _widestPage)
     minimumHeight: WindowGeometry.minimumHeight(availableGeometry)
+    // Of what the program does not draw itself: the file dialog where the system has none.
+    palette {
+        window: shell.theme.surface
+        windowText: shell.theme.text
+        base: shell.theme.surface2
+        alternateBase: shell.theme.surface3
+        text: shell.theme.text
+        placeholderText: shell.theme.textMuted
+        button: shell.theme.surface3
+        buttonText: shell.theme.text
+        brightText: shell.theme.text
+        light: shell.theme.surface2
+        midlight: shell.theme.surfaceHover
+        mid: shell.theme.stroke
+        dark: shell.theme.stroke
+        shadow: "black"
+        highlight: shell.theme.infoMuted
+        highlightedText: "white"
+        link: shell.theme.info
+        toolTipBase: shell.theme.surface3
+        toolTipText: shell.theme.text
+    }
 
     onProjectRecommendedWidthChanged:
         _widestPage = Math.max(_widestPage, projectRecommendedWidth)

@@ -1,10 +1,14 @@
 #include "app/files/recent_files.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
 #include <algorithm>
 #include <iterator>
 
+#include "app/files/regular_file.h"
 #include "app/files/shared_store.h"
 
 namespace tidewell {
@@ -14,6 +18,21 @@ const QString storeKey = QStringLiteral("recentFiles/paths");
 
 QString pathOf(const QUrl& file) {
     return file.isLocalFile() ? QDir::cleanPath(file.toLocalFile()) : QString();
+}
+
+/// The program writes what was entered, the board first, ahead of all results: no more is read of
+/// a file that may be large.
+QString boardIn(const QString& path) {
+    constexpr qint64 headBytes = 4096;
+    QFile file;
+    openRegularFile(file, path);
+    if (!file.isOpen()) {
+        return {};
+    }
+    static const QRegularExpression board(
+        QStringLiteral("\"boardText\"\\s*:\\s*\"((?:[2-9TJQKA][shdc]){0,5})\""),
+        QRegularExpression::CaseInsensitiveOption);
+    return board.match(QString::fromUtf8(file.read(headBytes))).captured(1);
 }
 
 }  // namespace
@@ -40,6 +59,10 @@ QVariant RecentFiles::data(const QModelIndex& index, int role) const {
             return QFileInfo(entry.path).fileName();
         case FolderRole:
             return QDir::toNativeSeparators(QFileInfo(entry.path).path());
+        case BoardRole:
+            return entry.board;
+        case SavedRole:
+            return entry.saved;
         case MissingRole:
             return entry.missing;
         default:
@@ -48,7 +71,8 @@ QVariant RecentFiles::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> RecentFiles::roleNames() const {
-    return {{UrlRole, "url"}, {NameRole, "name"}, {FolderRole, "folder"}, {MissingRole, "missing"}};
+    return {{UrlRole, "url"},     {NameRole, "name"},   {FolderRole, "folder"},
+            {BoardRole, "board"}, {SavedRole, "saved"}, {MissingRole, "missing"}};
 }
 
 void RecentFiles::add(const QUrl& file) {
@@ -79,13 +103,20 @@ bool RecentFiles::exists(const QUrl& file) {
 }
 
 QUrl RecentFiles::newestFolder() const {
-    return entries_.empty() ? QUrl() : QUrl::fromLocalFile(QFileInfo(entries_.front().path).path());
+    return QUrl::fromLocalFile(
+        entries_.empty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                         : QFileInfo(entries_.front().path).path());
 }
 
 int RecentFiles::find(const QString& path) const {
     const auto found = std::find_if(entries_.begin(), entries_.end(),
                                     [&](const Entry& entry) { return entry.path == path; });
     return found == entries_.end() ? -1 : static_cast<int>(std::distance(entries_.begin(), found));
+}
+
+RecentFiles::Entry RecentFiles::entryOf(const QString& path) {
+    const QFileInfo file(path);
+    return {path, !file.exists(), file.lastModified(), boardIn(path)};
 }
 
 QStringList RecentFiles::kept(const QSettings& settings) {
@@ -112,7 +143,7 @@ void RecentFiles::change(const std::function<void(QStringList&)>& change) {
 void RecentFiles::show(const QStringList& paths) {
     std::vector<Entry> entries;
     for (const QString& path : paths) {
-        entries.push_back({path, !QFileInfo::exists(path)});
+        entries.push_back(entryOf(path));
     }
     if (entries == entries_) {
         return;

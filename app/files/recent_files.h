@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QDateTime>
 #include <QSettings>
 #include <QStringList>
 #include <QUrl>
@@ -26,6 +27,8 @@ class RecentFiles : public QAbstractListModel {
         UrlRole = Qt::UserRole,  ///< "url": the file as a URL
         NameRole,                ///< "name": its name without the folder
         FolderRole,              ///< "folder": the path of its folder
+        BoardRole,               ///< "board": cards such as "AdJd8s"; empty where it tells none
+        SavedRole,               ///< "saved": when it was last written, a date and time
         MissingRole              ///< "missing": bool, as of the last `refresh` or `add`
     };
 
@@ -43,7 +46,7 @@ class RecentFiles : public QAbstractListModel {
     Q_INVOKABLE void refresh();
 
     Q_INVOKABLE static bool exists(const QUrl& file);
-    /// The folder of the newest file; empty without one.
+    /// The folder of the newest file; without one that of the user's documents.
     Q_INVOKABLE QUrl newestFolder() const;
 
   Q_SIGNALS:
@@ -53,10 +56,13 @@ class RecentFiles : public QAbstractListModel {
     struct Entry {
         QString path;  ///< absolute
         bool missing = false;
+        QDateTime saved;
+        QString board;
 
         bool operator==(const Entry&) const = default;
     };
 
+    static Entry entryOf(const QString& path);
     static QStringList kept(const QSettings& settings);
     int find(const QString& path) const;
     void change(const std::function<void(QStringList&)>& change);

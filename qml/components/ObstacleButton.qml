@@ -12,6 +12,7 @@ Item {
     property alias text: button.text
     property alias iconText: button.iconText
     property alias loading: button.loading
+    property alias quiet: button.quiet
     property alias buttonName: button.objectName
     readonly property alias button: button
 

@@ -6,6 +6,12 @@ ButtonBase {
     id: button
 
     property bool loading: false
+    // Another one leads on now; this one steps back.
+    property bool quiet: false
+
+    readonly property color _top: !enabled ? theme.surface3 : quiet ? theme.surface : theme.accent
+    readonly property color _bottom: !enabled ? theme.surface2
+                                              : quiet ? theme.surface : theme.accentMuted
 
     function _shade(base: color): color {
         if (!enabled) {
@@ -25,23 +31,27 @@ ButtonBase {
         iconText: button.iconText
         loading: button.loading
         // White is lost on the light theme's disabled grey.
-        color: button.enabled ? "white" : button.theme.textMuted
+        color: {
+            if (!button.enabled) {
+                return button.theme.textMuted;
+            }
+            return button.quiet ? button.theme.text : "white";
+        }
         font: button.font
     }
     background: Rectangle {
         radius: button.theme.radiusSm
         // Without it the light theme's disabled button has no edge.
-        border.width: button.enabled ? 0 : 1
+        border.width: button.enabled && !button.quiet ? 0 : 1
         border.color: button.theme.stroke
         gradient: Gradient {
             GradientStop {
                 position: 0
-                color: button._shade(button.enabled ? button.theme.accent : button.theme.surface3)
+                color: button._shade(button._top)
             }
             GradientStop {
                 position: 1
-                color: button._shade(button.enabled ? button.theme.accentMuted
-                                                    : button.theme.surface2)
+                color: button._shade(button._bottom)
             }
         }
     }

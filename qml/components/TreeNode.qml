@@ -171,10 +171,14 @@ Item {
                 spacing: node.theme.spaceSm
 
                 Rectangle {
+                    id: chip
+
                     implicitWidth: Math.ceil(chipText.implicitWidth) + 12
                     implicitHeight: Math.ceil(chipText.implicitHeight) + 2
                     radius: height / 2
-                    color: node._chipColor
+                    // White on the light theme's full colours, which takes some of them darker.
+                    color: node.theme.dark ? node._chipColor
+                                           : node.theme.legible(node._chipColor, "white")
                     visible: chipText.text !== ""
                     Layout.maximumWidth: Math.ceil(chipText.implicitWidth) + 12
                     Layout.fillWidth: true
@@ -185,7 +189,7 @@ Item {
                         anchors.fill: parent
                         text: node._chipLabel
                         textFormat: Text.PlainText
-                        color: node.theme.inkOn(node._chipColor)
+                        color: node.theme.inkOn(chip.color)
                         font.pixelSize: Fallback.type.labelMd
                         font.weight: Fallback.type.weightSemibold
                         horizontalAlignment: Text.AlignHCenter

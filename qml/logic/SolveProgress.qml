@@ -14,6 +14,7 @@ QtObject {
     property real targetExploitability: 0
 
     readonly property bool running: controller?.running ?? false
+    readonly property var _run: controller?.run ?? null
     readonly property string statusText: _statusText
     readonly property string phase: {
         if (!running) {
@@ -49,12 +50,34 @@ QtObject {
         return Number.isFinite(result) && result > 0 ? result : NaN;
     }
 
+    // The same as it is told: in percent of the starting pot and in chips, NaN for none.
+    readonly property real exploitabilityPercent: {
+        if (running) {
+            return _run?.exploitabilityPercent >= 0 ? _run.exploitabilityPercent : NaN;
+        }
+        const pot = controller?.resultStartingPot ?? 0;
+        return pot > 0 && resultIterations > 0 ? 100 * controller.resultExploitability / pot : NaN;
+    }
+    readonly property real exploitabilityChips: {
+        if (running) {
+            return _run?.exploitability >= 0 ? _run.exploitability : NaN;
+        }
+        return resultIterations > 0 ? controller.resultExploitability : NaN;
+    }
+    // It has ended at its limit of iterations and not at its target.
+    readonly property bool stoppedAtLimit: runComplete && (_run?.stoppedAtLimit ?? false)
+
+    // Where the solve is going has been measured.
+    readonly property bool isEstimated: running && (_run?.expectedIterations ?? 0) > 0
     // What counts as the whole way, and how much of it is done: 0 to 1.
-    readonly property int progressWheelTotalIterations:
-        Status.expectedIterations(targetExploitability, maxIterations)
+    readonly property int progressWheelTotalIterations: isEstimated
+        ? _run.expectedIterations : Status.expectedIterations(targetExploitability, maxIterations)
     readonly property real progressWheelValue: {
         if (!running) {
             return runComplete ? 1 : 0;
+        }
+        if (!isEstimated) {
+            return 0;
         }
         return Math.min(currentIteration / Math.max(1, progressWheelTotalIterations), 1);
     }

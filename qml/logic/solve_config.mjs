@@ -30,37 +30,65 @@ export function usableThreads(count, maximum) {
     return count >= 1 && count <= maximum ? count : maximum;
 }
 
-function seatConfig(state, seat) {
-    const config = {};
-    for (const street of STREETS) {
-        const prefix = `${seat}_${street.toLowerCase()}`;
-        config[`${prefix}_bet_sizes`] = state[`${seat}${street}BetSizesText`];
-        config[`${prefix}_raise_sizes`] = state[`${seat}${street}RaiseSizesText`];
-        config[`${prefix}_add_all_in`] = state[`${seat}${street}AddAllIn`];
+// What `chips` are in percent of the pot, without what arithmetic has added in the last digits.
+export function percentOf(chips, pot) {
+    return Number((100 * chips / pot).toPrecision(12));
+}
+
+// The properties of the project state behind the keys of a configuration.
+function stateKeys() {
+    const keys = {
+        board: "boardText",
+        oop_range: "oopRangeText",
+        ip_range: "ipRangeText",
+        max_iterations: "maxIterations",
+        starting_pot: "startingPot",
+        effective_stack: "effectiveStack",
+        rake_percent: "rakePercent",
+        rake_cap: "rakeCap",
+        starting_street: "startingStreet",
+        thread_count: "threadCount",
+        exact_all_in: "exactAllIn"
+    };
+    for (const seat of ["oop", "ip"]) {
+        for (const street of STREETS) {
+            const prefix = `${seat}_${street.toLowerCase()}`;
+            keys[`${prefix}_bet_sizes`] = `${seat}${street}BetSizesText`;
+            keys[`${prefix}_raise_sizes`] = `${seat}${street}RaiseSizesText`;
+            keys[`${prefix}_add_all_in`] = `${seat}${street}AddAllIn`;
+            if (seat === "oop") {
+                keys[`${prefix}_dont_donk`] = `oop${street}DontDonk`;
+            }
+        }
+        keys[`${seat}_add_all_in_jam_threshold_enabled`] = `${seat}AddAllInIfJamLtEnabled`;
+        keys[`${seat}_add_all_in_jam_threshold_pct`] = `${seat}AddAllInIfJamLtPct`;
     }
-    config[`${seat}_add_all_in_jam_threshold_enabled`] = state[`${seat}AddAllInIfJamLtEnabled`];
-    config[`${seat}_add_all_in_jam_threshold_pct`] = state[`${seat}AddAllInIfJamLtPct`];
-    return config;
+    return keys;
 }
 
 // `state` has the properties of the project state, and a `controller` that knows the machine.
 export function solveConfig(state) {
     const maximum = state.controller?.systemThreadCount || state.threadCount;
-    return Object.assign({
-        board: state.boardText,
-        oop_range: state.oopRangeText,
-        ip_range: state.ipRangeText,
-        max_iterations: state.maxIterations,
+    const config = {};
+    for (const [key, property] of Object.entries(stateKeys())) {
+        config[key] = state[property];
+    }
+    return Object.assign(config, {
         target_exploitability: targetAmount(state.startingPot, state.targetExploitability),
-        starting_pot: state.startingPot,
-        effective_stack: state.effectiveStack,
-        rake_percent: state.rakePercent,
-        rake_cap: state.rakeCap,
-        starting_street: state.startingStreet,
-        thread_count: usableThreads(state.threadCount, maximum),
-        exact_all_in: state.exactAllIn,
-        oop_flop_dont_donk: state.oopFlopDontDonk,
-        oop_turn_dont_donk: state.oopTurnDontDonk,
-        oop_river_dont_donk: state.oopRiverDontDonk
-    }, seatConfig(state, "oop"), seatConfig(state, "ip"));
+        thread_count: usableThreads(state.threadCount, maximum)
+    });
+}
+
+// The other way round: what of the project state a configuration tells.
+export function stateOf(config) {
+    const state = {};
+    for (const [key, property] of Object.entries(stateKeys())) {
+        if (config[key] !== undefined) {
+            state[property] = config[key];
+        }
+    }
+    if (config.starting_pot > 0 && config.target_exploitability >= 0) {
+        state.targetExploitability = percentOf(config.target_exploitability, config.starting_pot);
+    }
+    return state;
 }

@@ -3,9 +3,6 @@
 
 export const WINDOW_ITERATIONS = 10;
 
-// Measurements of the first iterations mean nothing to a person.
-const SETTLING_ITERATIONS = 50;
-
 // "starting", "initializing", "finalizing", or "" for everything else.
 export function phaseOf(statusText) {
     if (statusText.startsWith("Starting")) {
@@ -64,10 +61,6 @@ export function expectedIterations(targetPercent, maxIterations) {
 // Iterations come in windows of ten: 1 to 10 within one, 0 before the first.
 export function windowPosition(iteration) {
     return iteration > 0 ? (iteration - 1) % WINDOW_ITERATIONS + 1 : 0;
-}
-
-export function isSettling(iteration) {
-    return iteration >= 1 && iteration <= SETTLING_ITERATIONS;
 }
 
 // Minutes and seconds, "61:05"; the minutes have no end.

@@ -92,45 +92,36 @@ Item {
                 spacing: page.theme.spaceXl
                 Layout.fillWidth: true
 
-                ColumnLayout {
-                    spacing: page.theme.spaceXl
+                QuickActionsCard {
+                    theme: page.theme
+                    canImportRange: page.canImportRange
+                    onNewRequested: page.newProject()
+                    onQuickRequested: page.quickSolve()
+                    onImportRequested: page.importRange()
                     Layout.preferredWidth: 320
                     Layout.maximumWidth: 320
-
-                    QuickActionsCard {
-                        theme: page.theme
-                        canImportRange: page.canImportRange
-                        onNewRequested: page.newProject()
-                        onQuickRequested: page.quickSolve()
-                        onImportRequested: page.importRange()
-                        Layout.fillWidth: true
-                    }
-                    RecentFilesCard {
-                        theme: page.theme
-                        files: page.files.recent
-                        onOpenRequested: file => page.files.open(file)
-                        Layout.fillWidth: true
-                        Layout.fillHeight: true
-                    }
+                    Layout.alignment: Qt.AlignTop
                 }
-                ColumnLayout {
-                    spacing: page.theme.spaceXl
-
-                    TrainerStatsCard {
-                        theme: page.theme
-                        stats: page.playVsSolutionStats
-                        onClearConfirmed: page.controller?.clearPlayVsSolutionStats()
-                        Layout.fillWidth: true
-                    }
-                    OverviewCard {
-                        theme: page.theme
-                        controller: page.controller
-                        activityGrid: page.solveActivityGrid
-                        solvesToday: page.solvesToday
-                        Layout.fillWidth: true
-                        Layout.fillHeight: true
-                    }
+                RecentFilesCard {
+                    theme: page.theme
+                    files: page.files.recent
+                    onOpenRequested: file => page.files.open(file)
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
                 }
+            }
+            TrainerStatsCard {
+                theme: page.theme
+                stats: page.playVsSolutionStats
+                onClearConfirmed: page.controller?.clearPlayVsSolutionStats()
+                Layout.fillWidth: true
+            }
+            OverviewCard {
+                theme: page.theme
+                controller: page.controller
+                activityGrid: page.solveActivityGrid
+                solvesToday: page.solvesToday
+                Layout.fillWidth: true
             }
             RowLayout {
                 spacing: page.theme.spaceXl

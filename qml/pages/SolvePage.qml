@@ -4,7 +4,7 @@ import Tidewell
 import "../logic/solve_config.mjs" as SolveConfig
 
 // Starts and cancels a solve and shows how far it is. The spot comes from outside, in the properties
-// of the project state; of these the page changes threadCount and exactAllIn.
+// of the project state; of these the page changes threadCount, exactAllIn and maxIterations.
 Item {
     id: page
 
@@ -15,6 +15,7 @@ Item {
     // Of that controller, and of this spot.
     required property SolveProgress solveProgress
     required property SpotCheck spotCheck
+    required property RunHistory runHistory
     property bool canSolve: false
     // Called with a solve that is to begin; calls it when nothing is lost by it, or may be.
     property var confirmSolve: (proceed, underLocks) => proceed()
@@ -73,15 +74,17 @@ Item {
     readonly property alias elapsedTime: solveClock.elapsedTime
     readonly property alias estimatedRemaining: solveClock.estimatedRemaining
     readonly property alias iterationsPerSec: solveClock.iterationsPerSec
-    readonly property alias runs: runHistory.runs
+    readonly property var runs: runHistory.runs
     readonly property int _lastIterFromStatusText: solveProgress._lastIterFromStatusText
-    readonly property alias _activeRunId: runHistory._activeRunId
+    readonly property int _activeRunId: runHistory._activeRunId
     readonly property alias _threadChoiceModel: computePanel._threadChoiceModel
 
     readonly property real _targetAmount:
         SolveConfig.targetAmount(startingPot, targetExploitability)
 
     signal goToResults
+    // The spot of a former run, as the controller was given it.
+    signal spotRequested(var config)
 
     function startSolve(): void {
         if (!canSolve || !controller || controller.running) {
@@ -89,11 +92,7 @@ Item {
         }
         const config = SolveConfig.solveConfig(page);
         const confirm = confirmSolve;
-        confirm(() => {
-            runHistory.begin(_runSummary());
-            controller.startSolveWithConfig(config);
-            runHistory.follow();
-        }, false);
+        confirm(() => controller.startSolveWithConfig(config), false);
     }
 
     function cancelSolve(): void {
@@ -102,15 +101,6 @@ Item {
 
     function _formatExploitabilityForUi(iteration: int, value: real): string {
         return progressPanel._formatExploitabilityForUi(iteration, value);
-    }
-
-    function _runSummary(): string {
-        //: A run in one line; %3 is the target in chips
-        return qsTr("Iterations %1 • Target %2% (≈ %3) • Threads %4")
-            .arg(maxIterations.toLocaleString(Qt.locale(), "f", 0))
-            .arg(targetExploitability.toLocaleString(Qt.locale(), "f", -128))
-            .arg(_targetAmount.toLocaleString(Qt.locale(), "f", 2))
-            .arg(SolveConfig.usableThreads(threadCount, maxThreadCount));
     }
 
     function _limitThreads(): void {
@@ -124,14 +114,9 @@ Item {
     SolveClock {
         id: solveClock
 
+        run: page.controller?.run ?? null
         running: page.solveProgress.running
         iteration: page.solveProgress.currentIteration
-        maxIterations: page.maxIterations
-    }
-    RunHistory {
-        id: runHistory
-
-        controller: page.controller
     }
     AppScrollView {
         id: view
@@ -190,7 +175,7 @@ Item {
                         canStart: page.canSolve && page.spotCheck.ready
                                   && !page.solveProgress.running
                         obstacle: page.spotCheck.obstacle
-                        cancelling: runHistory.cancelling
+                        cancelling: page.runHistory.cancelling
                         complete: page.solveProgress.runComplete
                         onStarted: page.startSolve()
                         onCancelled: page.cancelSolve()
@@ -205,9 +190,11 @@ Item {
                         maxThreadCount: page.maxThreadCount
                         threadCount: page.threadCount
                         exactAllIn: page.exactAllIn
+                        maxIterations: page.maxIterations
                         running: page.solveProgress.running
                         onChosen: threads => page.threadCount = threads
                         onExactAllInChosen: exact => page.exactAllIn = exact
+                        onLimitChosen: iterations => page.maxIterations = iterations
                         Layout.fillWidth: true
                     }
                 }
@@ -223,13 +210,16 @@ Item {
                         theme: page.theme
                         progress: page.solveProgress
                         clock: solveClock
-                        cancelling: runHistory.cancelling
+                        target: page.targetExploitability
+                        cancelling: page.runHistory.cancelling
                         obstacle: page.spotCheck.obstacle
                         Layout.fillWidth: true
                     }
                     RecentRunsPanel {
                         theme: page.theme
-                        history: runHistory
+                        history: page.runHistory
+                        running: page.solveProgress.running
+                        onSpotRequested: config => page.spotRequested(config)
                         Layout.fillWidth: true
                     }
                 }

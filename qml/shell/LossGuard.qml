@@ -57,6 +57,20 @@ Item {
         }, proceed);
     }
 
+    // The same before another spot takes the place of what has been entered; results stay.
+    function confirmSetup(proceed: var): void {
+        if (!hasProject || JSON.stringify(project.exportProjectState()) === _savedState) {
+            proceed();
+            return;
+        }
+        _ask({
+            title: qsTr("Unsaved changes"),
+            text: qsTr("Setup has changes that are not saved. Another spot takes their place."),
+            discardText: qsTr("Don't Save"),
+            saveText: qsTr("Save")
+        }, proceed);
+    }
+
     // Whether the window may close now. If not, `close` is called when it may; not at all, though,
     // where a file is just being written.
     function requestClose(close: var): bool {

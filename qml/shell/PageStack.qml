@@ -17,6 +17,7 @@ StackLayout {
     required property ProjectFiles files
     required property SolveProgress progress
     required property SpotCheck spotCheck
+    required property RunHistory runHistory
     required property Theme theme
     required property Typography type
     required property bool hasProject
@@ -35,7 +36,7 @@ StackLayout {
     property int projectRecommendedWidth: 1540
 
     // These are entered on the Solve page; everything else comes from the Project page.
-    readonly property var _solveKeys: ["threadCount", "exactAllIn"]
+    readonly property var _solveKeys: ["threadCount", "exactAllIn", "maxIterations"]
     readonly property var _projectKeys: Presets.PROJECT_KEYS.filter(key => key !== "threadCount")
     property bool _isSyncing: false
     // What the results are of. The Setup page may have gone on to another spot since.
@@ -47,6 +48,7 @@ StackLayout {
     signal projectLoaded(var projectState, bool hasResults)
     signal navigate(int index)
     signal settingsStored
+    signal spotRequested(var config)
 
     // A page that sets a property of its own ends the binding of it to the project; here all of them
     // are bound anew.
@@ -141,8 +143,10 @@ StackLayout {
             canSolve: pages.project.canSolve
             solveProgress: pages.progress
             spotCheck: pages.spotCheck
+            runHistory: pages.runHistory
             confirmSolve: pages.confirmSolve
             onGoToResults: pages.navigate(3)
+            onSpotRequested: config => pages.spotRequested(config)
         }
     }
     OnDemand {

@@ -11,13 +11,17 @@ Rectangle {
     property bool canSolve: false
     // While it runs.
     property string phase: ""
-    // Of what the solve is expected to take, 0 to 1.
+    // Of what the solve is expected to take, 0 to 1, where that can be told.
+    property bool isEstimated: false
     property real progress: 0
 
     readonly property bool _green: running || canSolve
     readonly property string text: {
         if (!running) {
             return qsTr("Ready");
+        }
+        if (!isEstimated) {
+            return _phaseText();
         }
         const percent = Math.round(100 * progress).toLocaleString(Qt.locale(), "f", 0);
         //: What the solver does and how far it is: "Solving 42%"

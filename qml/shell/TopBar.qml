@@ -131,6 +131,7 @@ Rectangle {
             running: bar.running
             canSolve: bar.canSolve
             phase: bar.solveProgress.phase
+            isEstimated: bar.solveProgress.isEstimated
             progress: bar.solveProgress.progressWheelValue
             // These pages say by themselves what the spot is ready for.
             visible: bar.running || bar.currentIndex !== 1 && bar.currentIndex !== 2

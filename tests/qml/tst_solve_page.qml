@@ -3,6 +3,7 @@ import Tidewell
 
 import "finding.mjs" as Finding
 import "../../qml/logic/presets.mjs" as Presets
+import "../../qml/logic/solve_config.mjs" as SolveConfig
 import "result_spots.mjs" as Spots
 
 // The page by mouse and keys, on the program's own controller, and on one that says what no spot
@@ -16,7 +17,28 @@ DocumentCase {
         property string statusText: ""
         property int resultIterations: 0
         property real resultExploitability: 0
+        property real resultStartingPot: 10
         property int systemThreadCount: 2
+        property QtObject run: QtObject {
+            property real startingPot: 10
+            property real target: 0.05
+            property real exploitability: -1
+            readonly property real exploitabilityPercent: 10 * exploitability
+            property int expectedIterations: 0
+            property bool stoppedAtLimit: false
+            property var measurements: []
+
+            signal began
+            signal measured
+            signal ended
+
+            function seconds(): real {
+                return 2;
+            }
+            function remainingSeconds(): real {
+                return expectedIterations > 0 ? 38 : -1;
+            }
+        }
     }
 
     // All twelve sizes are alike.
@@ -96,13 +118,29 @@ DocumentCase {
         compare([find("statusLine").text, find("windowCaption").text, page.runs[0].summary],
                 ["Done", "Iterations: 40", `Iterations 40 • Target 0% (≈ ${figure(0, 2)}) • Threads `
                                            + page.threadCount]);
+        // Of this run, however short it was.
+        verify(/^0\.\d\d s$/.test(find("elapsed").value), find("elapsed").value);
+        fuzzyCompare(page.iterationsPerSec, 40 / controller.run.seconds(), 1e-6);
+        compare(find("exploitability").unit,
+                figure(controller.resultExploitability, 4) + " chips");
+        compare([find("viewResults").quiet, find("start").quiet], [false, true]);
         const gone = spyOn(page, "goToResults");
         keyClick(Qt.Key_Return);
         compare(gone.count, 1);
 
-        // Elsewhere begun and ended: no matter of the list.
-        finish(() => controller.startSolveWithConfig(Spots.river));
-        compare(statuses(), ["Completed"]);
+        // Elsewhere begun, and stopped before its target: the list tells, and gives the spot back.
+        const spot = spyOn(page, "spotRequested");
+        finish(() => controller.startSolveWithConfig(
+            Object.assign({}, Spots.river, {target_exploitability: 1e-5})));
+        compare(statuses(), ["Completed", "Completed"]);
+        verify(/^Stopped at 40 iterations, [\d.]+ % \(target 0\.0001 %\)$/.test(
+            find("statusLine").text), find("statusLine").text);
+        find("runs").forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+        compare(SolveConfig.stateOf(spot.signalArguments[0][0]).targetExploitability, 0.0001);
+        compare(spot.signalArguments[0][0].board, Spots.river.board);
+        verify(find("convergence").visible);
+        verify(find("convergence").tipText(0).startsWith("Iteration 40\n"));
 
         // Cancelled here, and by a key of the shell.
         page.maxIterations = 5000000;
@@ -135,22 +173,23 @@ DocumentCase {
 
     function test_progress(): void {
         const iter = (number, value) => `Iter ${number} | exploitability≈${value}`;
-        page.maxIterations = 4000;
-        for (const [status, line, ring, windowed, metric, target, progress] of [
-            ["Starting...", "Starting solver…", 0, 0], ["Init: tree", "Initializing…", 0, 0],
-            [iter(50, "3.1"), "Iteration 50 | exploitability=∞", 50 / 200, 10, 3.1],
-            [iter(51, "3.1"), "Iteration 51 | exploitability=" + figure(3.1, 2), 51 / 200, 1, 3.1],
-            [iter(1000, "1"), `Iteration ${figure(1000, 0)} | exploitability=${figure(1, 2)}`, 0.25,
-             10, 1, 0.05],
-            ["Thinking", "Iteration 40 | exploitability=∞", 0.2, 10, 0, 0.5, 0.01],
-            ["Thinking", "Thinking", 0, 0]]) {
-            page.targetExploitability = target ?? 0.5;
-            pretend({running: true, statusText: status, progress: progress ?? 0});
-            compare([find("statusLine").text, find("ring").indeterminate], [line, ring === 0]);
+        for (const [status, line, ring, windowed, chips, expected] of [
+            ["Starting...", "Starting solver…", 0, 0, -1, 0],
+            ["Init: tree", "Initializing…", 0, 0, -1, 0],
+            [iter(20, "0.0000"), "Iteration 20 | exploitability=—", 0, 10, -1, 0],
+            [iter(50, "31.0"), "Iteration 50 | exploitability=3.10 %", 0.125, 10, 0.31, 400],
+            [iter(1001, "0.12"), `Iteration ${figure(1001, 0)} | exploitability=0.012 %`, 1, 1,
+             0.0012, 1000],
+            ["Thinking", "Thinking", 0, 0, -1, 0]]) {
+            pretend({running: true, statusText: status});
+            Object.assign(page.controller.run, {exploitability: chips, expectedIterations: expected});
+            compare([find("statusLine").text, find("ring").indeterminate], [line, expected === 0]);
             fuzzyCompare(find("ring").value, ring, 1e-6);
-            compare([page.iterationWindowValue, find("exploitability").value],
-                    [windowed, metric ? figure(metric, 4) : "Measuring..."]);
+            compare([page.iterationWindowValue, find("exploitability").unit],
+                    [windowed, chips >= 0 ? `${figure(chips, 4)} chips` : ""]);
         }
+        page.controller.running = false;
+        page.controller.running = true;
         verify(find("cancel").enabled);
         page.controller.statusText = "Cancelling...";
         page.controller.statusText = "Iter 61 | exploitability≈1";
@@ -161,10 +200,10 @@ DocumentCase {
 
     // The ring stays where it was until there are results.
     function test_finalizing(): void {
-        page.maxIterations = 400;
-        page.targetExploitability = 0.5;
         pretend({running: true, statusText: "Iter 20 | exploitability≈2.0"});
-        tryCompare(page, "elapsedTime", "00:02", 4000);
+        page.controller.run.expectedIterations = 200;
+        tryCompare(page, "estimatedRemaining", "00:38", 4000);
+        compare(page.elapsedTime, "00:02");
         compare([page.iterationsPerSec, page.estimatedRemaining], [10, "00:38"]);
         page.controller.statusText = "Iter 60 | exploitability≈2.0";
         page.controller.statusText = "Finalizing: results";
@@ -175,7 +214,7 @@ DocumentCase {
                                         statusText: "Done"});
         page.controller.running = false;
         compare([find("ring").value, find("exploitability").value, page._lastIterFromStatusText],
-                [1, figure(0.02, 4), 0]);
+                [1, "0.20 %", 0]);
         compare([page.elapsedTime, page.estimatedRemaining], ["00:02", "00:00"]);
     }
 
@@ -214,6 +253,9 @@ DocumentCase {
             controller: page.controller
             maxIterations: page.maxIterations
             targetExploitability: page.targetExploitability
+        }
+        runHistory: RunHistory {
+            controller: page.controller
         }
         spotCheck: SpotCheck {
             spot: page

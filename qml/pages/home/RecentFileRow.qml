@@ -11,6 +11,8 @@ T.ItemDelegate {
     required property url url
     required property string name
     required property string folder
+    required property string board
+    required property date saved
     required property bool missing
     property Theme theme: Fallback.theme
 
@@ -23,7 +25,10 @@ T.ItemDelegate {
     hoverEnabled: true
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    Accessible.description: missing ? qsTr("Missing") : folder
+    Accessible.description: missing ? qsTr("Missing") : [board, _when, folder].join(", ")
+
+    readonly property string _when: missing ? "" : saved.toLocaleString(Qt.locale(),
+                                                                        Locale.ShortFormat)
 
     contentItem: RowLayout {
         spacing: row.theme.spaceSm
@@ -56,6 +61,20 @@ T.ItemDelegate {
                 Accessible.ignored: true
                 Layout.fillWidth: true
             }
+        }
+        BoardText {
+            theme: row.theme
+            board: row.board
+        }
+        Text {
+            text: row._when
+            textFormat: Text.PlainText
+            color: row.theme.textMuted
+            font.pixelSize: Fallback.type.labelMd
+            horizontalAlignment: Text.AlignRight
+            visible: text !== ""
+            Accessible.ignored: true
+            Layout.minimumWidth: 120
         }
         IconButton {
             theme: row.theme

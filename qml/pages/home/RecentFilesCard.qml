@@ -46,8 +46,8 @@ Card {
             boundsBehavior: Flickable.StopAtBounds
             cacheBuffer: 0
             visible: count > 0
-            // What does not fit scrolls, so the list asks for no more than two rows.
-            implicitHeight: Math.min(contentHeight, 80)
+            // What does not fit scrolls.
+            implicitHeight: Math.min(contentHeight, 6 * 40)
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Recent Files")
             Layout.fillWidth: true

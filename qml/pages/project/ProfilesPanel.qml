@@ -16,6 +16,9 @@ Card {
 
     readonly property string _key: "settings_profiles/profilesJson"
 
+    // The data of a profile is to be applied.
+    signal chosen(data: var)
+
     // Reads what is kept. What cannot be read stays there until something is saved.
     function load(): void {
         profiles = Profiles.parsedProfiles(SharedTexts.read(_key, "[]")) ?? [];

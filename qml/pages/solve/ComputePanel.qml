@@ -4,7 +4,7 @@ import Tidewell
 import "../../logic/solve_config.mjs" as SolveConfig
 import "../../logic/solve_status.mjs" as Status
 
-// How many threads a solve may take, and how its all-ins are weighed.
+// How many threads and iterations a solve may take, and how its all-ins are weighed.
 Card {
     id: panel
 
@@ -14,6 +14,7 @@ Card {
     // As it was asked for; a project may come from a larger machine.
     property int threadCount: 1
     property bool exactAllIn: false
+    property int maxIterations: 0
     // A solve takes what it was started with.
     property bool running: false
 
@@ -23,6 +24,7 @@ Card {
 
     signal chosen(threads: int)
     signal exactAllInChosen(exact: bool)
+    signal limitChosen(iterations: int)
 
     function _threads(count: int): string {
         return count === 1 ? qsTr("1 thread") : qsTr("%Ln threads", "", count);
@@ -99,6 +101,42 @@ Card {
             wrapMode: Text.Wrap
             visible: panel.threadCount > panel.maxThreadCount
             Layout.fillWidth: true
+        }
+        RowLayout {
+            spacing: panel.theme.spaceMd
+            Layout.fillWidth: true
+
+            AppLabel {
+                id: limitLabel
+
+                theme: panel.theme
+                text: qsTr("Iteration limit")
+                font.pixelSize: Fallback.type.bodySm
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+            NumberField {
+                objectName: "iterationLimit"
+                theme: panel.theme
+                value: panel.maxIterations
+                from: 1
+                to: 10000000
+                decimals: 0
+                enabled: !panel.running
+                Accessible.name: limitLabel.text
+                Layout.preferredWidth: combo.implicitWidth
+                onCommitted: number => panel.limitChosen(number)
+
+                Tip {
+                    theme: panel.theme
+                    below: true
+                    text: qsTr("A solve stops here even where it has not come to its target.")
+                    shown: limitHover.hovered
+                }
+                HoverHandler {
+                    id: limitHover
+                }
+            }
         }
         ExactAllInRow {
             theme: panel.theme

@@ -211,6 +211,7 @@ Card {
                 text: panel.running ? qsTr("Solving...") : qsTr("Start Solve")
                 iconText: panel.running ? "" : "▶"
                 loading: panel.running
+                quiet: panel.complete
                 active: panel.canStart
                 obstacle: panel.running ? "" : panel.obstacle
                 onClicked: panel.started()

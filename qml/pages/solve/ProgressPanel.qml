@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Tidewell
-import "../../logic/solve_status.mjs" as Status
+import "../../logic/solve_config.mjs" as SolveConfig
 
 // How far the solve is, how good its result is so far, and how fast it goes.
 Card {
@@ -11,6 +11,8 @@ Card {
 
     required property SolveProgress progress
     required property SolveClock clock
+    // Percent of the starting pot.
+    property real target: 0
     property bool cancelling: false
     // Why nothing can be solved; empty when it can.
     property string obstacle: ""
@@ -38,7 +40,7 @@ Card {
             return qsTr("Iteration %1 | exploitability=%2")
                 .arg(progress.currentIteration.toLocaleString(Qt.locale(), "f", 0))
                 .arg(_formatExploitabilityForUi(progress.currentIteration,
-                                                progress.currentExploitabilityValue));
+                                                progress.exploitabilityPercent));
         }
         return progress.statusText;
     }
@@ -46,7 +48,7 @@ Card {
     function _restingLine(): string {
         switch (progress.statusText) {
         case "Done":
-            return qsTr("Done");
+            return _endLine();
         case "Cancelled":
             return qsTr("Cancelled");
         case "":
@@ -54,15 +56,38 @@ Card {
             // The controller knows of no run, but not of the spot.
             return obstacle || progress.statusText || qsTr("Ready to solve");
         default:
-            return progress.statusText;
+            return _isLoaded() ? _loadedLine() : progress.statusText;
         }
     }
 
-    function _formatExploitabilityForUi(iteration: int, value: real): string {
-        if (Status.isSettling(iteration)) {
-            return "∞";
+    // What the controller says of a file counts what is in it; that tells a person nothing.
+    function _isLoaded(): bool {
+        const told = qsTranslate("AppController",
+                                 "Loaded project (%1 strategy nodes, %2 combo nodes)");
+        return progress.statusText.startsWith(told.slice(0, told.indexOf("%1")));
+    }
+
+    function _loadedLine(): string {
+        if (!progress.runComplete) {
+            return obstacle || qsTr("Ready to solve");
         }
-        return Number.isFinite(value) ? value.toLocaleString(Qt.locale(), "f", 2) : "—";
+        //: %1 is a number, %2 how good the strategy is, in percent
+        return qsTr("Opened: a result of %1 iterations, %2")
+            .arg(progress.resultIterations.toLocaleString(Qt.locale(), "f", 0))
+            .arg(ExploitabilityText.percent(progress.exploitabilityPercent));
+    }
+
+    function _endLine(): string {
+        if (!progress.stoppedAtLimit) {
+            return qsTr("Done");
+        }
+        return RunText.stopped(progress.resultIterations, progress.exploitabilityPercent,
+                               _runTarget);
+    }
+
+    // In percent of the pot; the first iterations have none yet.
+    function _formatExploitabilityForUi(iteration: int, percent: real): string {
+        return iteration > 0 ? ExploitabilityText.percent(percent) : "—";
     }
 
     function _windowCaption(): string {
@@ -74,14 +99,22 @@ Card {
             .arg(progress.iterationWindowSize);
     }
 
-    // The status says 0 until it has been measured for the first time.
-    readonly property bool _isMeasured: progress.currentExploitabilityValue > 0
+    readonly property bool _isMeasured: Number.isFinite(progress.exploitabilityPercent)
+    readonly property var _run: progress.controller?.run ?? null
+    // Of the run, which the field may have left behind; percent of the pot.
+    readonly property real _runTarget: _run?.startingPot > 0
+        ? SolveConfig.percentOf(_run.target, _run.startingPot) : target
 
     function _exploitabilityText(): string {
         if (_isMeasured) {
-            return progress.currentExploitabilityValue.toLocaleString(Qt.locale(), "f", 4);
+            return ExploitabilityText.percent(progress.exploitabilityPercent);
         }
         return progress.running ? qsTr("Measuring...") : "—";
+    }
+
+    function _elapsed(): string {
+        return progress.running || clock.seconds <= 0 || clock.seconds >= 60
+            ? clock.elapsedTime : DurationText.of(clock.seconds);
     }
 
     ColumnLayout {
@@ -103,7 +136,7 @@ Card {
                 theme: panel.theme
                 strokeWidth: 10
                 value: panel.progress.progressWheelValue
-                indeterminate: panel.progress.running && panel.progress.currentIteration <= 0
+                indeterminate: panel.progress.running && !panel.progress.isEstimated
                 Layout.preferredWidth: 140
                 Layout.preferredHeight: 140
             }
@@ -170,7 +203,7 @@ Card {
             Metric {
                 objectName: "elapsed"
                 label: qsTr("Elapsed")
-                value: panel.clock.elapsedTime
+                value: panel._elapsed()
             }
             Metric {
                 objectName: "remaining"
@@ -181,7 +214,8 @@ Card {
                 objectName: "speed"
                 label: qsTr("Speed")
                 value: panel.clock.iterationsPerSec > 0
-                    ? panel.clock.iterationsPerSec.toLocaleString(Qt.locale(), "f", 0) : "—"
+                    ? panel.clock.iterationsPerSec
+                        .toLocaleString(Qt.locale(), "f", panel.clock.iterationsPerSec < 10 ? 1 : 0) : "—"
                 //: Iterations per second
                 unit: panel.clock.iterationsPerSec > 0 ? qsTr("it/s") : ""
             }
@@ -189,15 +223,18 @@ Card {
                 objectName: "exploitability"
                 label: qsTr("Exploitability")
                 value: panel._exploitabilityText()
-                unit: {
-                    if (!panel._isMeasured) {
-                        return "";
-                    }
-                    //: c is a hundredth of a chip, as in sizes such as "500c"
-                    return panel.progress.running ? qsTr("c") : qsTr("chips");
-                }
+                unit: ExploitabilityText.chips(panel.progress.exploitabilityChips)
                 accentColor: panel.theme.gold
+                Layout.preferredWidth: 1.6  // two figures
             }
+        }
+        ConvergenceChart {
+            objectName: "convergence"
+            theme: panel.theme
+            measurements: panel._run?.measurements ?? []
+            targetPercent: panel._runTarget
+            visible: panel._run !== null && (panel.progress.running || measurements.length > 0)
+            Layout.fillWidth: true
         }
     }
 

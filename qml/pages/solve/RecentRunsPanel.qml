@@ -5,34 +5,14 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tidewell
 
-// The runs that were started here.
+// The runs since the program was started. A press on one asks for its spot.
 Card {
     id: panel
 
     required property RunHistory history
+    property bool running: false
 
-    function _statusColor(status: string): color {
-        if (status === "Running") {
-            return theme.success;
-        }
-        return status === "Completed" ? theme.info : theme.danger;
-    }
-
-    function _statusName(status: string): string {
-        switch (status) {
-        case "Running":
-            return qsTr("Running");
-        case "Completed":
-            return qsTr("Completed");
-        case "Failed":
-            return qsTr("Failed");
-        case "Refused":
-            //: A run that was not even started
-            return qsTr("Refused");
-        default:
-            return qsTr("Cancelled");
-        }
-    }
+    signal spotRequested(config: var)
 
     // Without the list there is nothing to clear, and the button lets the keyboard go.
     function _clear(): void {
@@ -76,7 +56,7 @@ Card {
             id: list
 
             objectName: "runs"
-            implicitHeight: Math.min(180, 42 + 42 * count)
+            implicitHeight: Math.min(230, contentHeight)
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             activeFocusOnTab: count > 0
@@ -86,7 +66,21 @@ Card {
             Accessible.name: qsTr("Recent Runs")
             Layout.fillWidth: true
 
-            T.ScrollBar.vertical: AppScrollBar { theme: panel.theme }
+            T.ScrollBar.vertical: AppScrollBar {
+                id: bar
+
+                theme: panel.theme
+            }
+
+            onActiveFocusChanged: {
+                if (activeFocus) {
+                    currentIndex = Math.max(0, currentIndex);
+                }
+            }
+
+            Keys.onReturnPressed: (list.currentItem as RecentRunRow)?.clicked()
+            Keys.onEnterPressed: (list.currentItem as RecentRunRow)?.clicked()
+            Keys.onSpacePressed: (list.currentItem as RecentRunRow)?.clicked()
 
             FocusRing {
                 theme: panel.theme
@@ -94,79 +88,13 @@ Card {
                 shown: list.activeFocus
             }
 
-            delegate: Item {
-                id: run
-
-                // See RunHistory.
-                required property var modelData
-                readonly property string _reason: TextChecks.inWords(modelData.reason)
-
-                width: ListView.view.width
-                implicitHeight: 42
-                Accessible.role: Accessible.ListItem
-                Accessible.name: [pillText.text, modelData.startedAt, modelData.summary, _reason]
-                    .filter(part => part !== "").join(", ")
-
-                Rectangle {
-                    anchors.bottom: parent.bottom
-                    width: parent.width
-                    height: 1
-                    color: panel.theme.strokeLight
-                }
-                RowLayout {
-                    anchors.fill: parent
-                    anchors.rightMargin: panel.theme.spaceMd
-                    spacing: panel.theme.spaceMd
-
-                    Rectangle {
-                        implicitWidth: 84
-                        implicitHeight: 22
-                        radius: height / 2
-                        color: panel.theme.withOpacity(pillText.color, 0.18)
-
-                        Text {
-                            id: pillText
-
-                            anchors.centerIn: parent
-                            text: panel._statusName(run.modelData.status)
-                            textFormat: Text.PlainText
-                            color: panel._statusColor(run.modelData.status)
-                            font.pixelSize: Fallback.type.labelSm
-                            font.weight: Fallback.type.weightSemibold
-                            Accessible.ignored: true
-                        }
-                    }
-                    AppLabel {
-                        theme: panel.theme
-                        text: run.modelData.startedAt
-                        muted: true
-                        font.pixelSize: Fallback.type.labelMd
-                        Accessible.ignored: true
-                    }
-                    AppLabel {
-                        theme: panel.theme
-                        text: run.modelData.summary
-                        font.pixelSize: Fallback.type.labelMd
-                        elide: Text.ElideRight
-                        Accessible.ignored: true
-                        Layout.fillWidth: true
-                        Layout.maximumWidth: Math.ceil(implicitWidth)
-                    }
-                    AppLabel {
-                        theme: panel.theme
-                        text: run._reason
-                        color: panel.theme.danger
-                        font.pixelSize: Fallback.type.labelMd
-                        elide: Text.ElideRight
-                        visible: text !== ""
-                        Accessible.ignored: true
-                        Layout.fillWidth: true
-                        Layout.minimumWidth: parent.width / 3
-                    }
-                    Item {
-                        Layout.fillWidth: run._reason === ""
-                    }
-                }
+            delegate: RecentRunRow {
+                width: ListView.view.width - bar.implicitWidth
+                theme: panel.theme
+                // The page cannot be left now.
+                enabled: !panel.running
+                highlighted: ListView.isCurrentItem && ListView.view.activeFocus
+                onClicked: panel.spotRequested(modelData.config)
             }
         }
     }
