@@ -155,7 +155,7 @@ void AppController::showResult(const SolveResult& result) {
     run_.end(results_);
     if (result.ok) {
         statistics_.recordSolve(results_.iterations, results_.exploitability,
-                                std::llround(1000 * run_.seconds()));
+                                std::llround(1000 * run_.seconds()), results_.startingPot);
         Q_EMIT solveStatsChanged();
         memory_.keepResult();
     }

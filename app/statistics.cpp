@@ -63,6 +63,9 @@ struct SolveDay {
     qint64 iterationsSum = 0;
     double exploitabilitySum = 0;
     qint64 runtimeMsSum = 0;
+    // Younger than the others: older days have none.
+    double exploitabilityPercentSum = 0;
+    int percentSolves = 0;
 };
 
 QString solveDayGroup(QDate date) {
@@ -71,9 +74,12 @@ QString solveDayGroup(QDate date) {
 
 SolveDay readSolveDay(const QSettings& settings, QDate date) {
     const QString group = solveDayGroup(date);
-    return {readCount(settings, group + "solves"), readWhole(settings, group + "iterationsSum"),
+    return {readCount(settings, group + "solves"),
+            readWhole(settings, group + "iterationsSum"),
             readSum(settings, group + "exploitabilitySum"),
-            readWhole(settings, group + "runtimeMsSum")};
+            readWhole(settings, group + "runtimeMsSum"),
+            readSum(settings, group + "exploitabilityPercentSum"),
+            readCount(settings, group + "percentSolves")};
 }
 
 QVariantMap dayCell(const QSettings& settings, QDate date, QDate today) {
@@ -85,6 +91,8 @@ QVariantMap dayCell(const QSettings& settings, QDate date, QDate today) {
             {"solves", day.solves},
             {"avgIterations", average(static_cast<double>(day.iterationsSum))},
             {"avgExploitability", average(day.exploitabilitySum)},
+            {"avgExploitabilityPercent",
+             day.percentSolves > 0 ? day.exploitabilityPercentSum / day.percentSolves : -1.0},
             {"runtimeMsSum", day.runtimeMsSum},
             {"avgRuntimeSec", average(static_cast<double>(day.runtimeMsSum) / 1000)}};
 }
@@ -160,7 +168,8 @@ void insertTraining(QVariantMap& stats, const QString& prefix, const TrainingHan
 
 Statistics::Statistics(std::function<QDate()> today) : today_(std::move(today)) {}
 
-void Statistics::recordSolve(qint64 iterations, double exploitabilityChips, qint64 runtimeMs) {
+void Statistics::recordSolve(qint64 iterations, double exploitabilityChips, qint64 runtimeMs,
+                             double potChips) {
     const QDate today = today_();
     const QString group = solveDayGroup(today);
     changeStore([&](QSettings& settings) {
@@ -172,6 +181,12 @@ void Statistics::recordSolve(qint64 iterations, double exploitabilityChips, qint
                           plus(before.exploitabilitySum, exploitabilityChips));
         settings.setValue(group + "runtimeMsSum",
                           plus(before.runtimeMsSum, std::max<qint64>(runtimeMs, 0)));
+        if (potChips > 0) {
+            settings.setValue(
+                group + "exploitabilityPercentSum",
+                plus(before.exploitabilityPercentSum, 100 * exploitabilityChips / potChips));
+            settings.setValue(group + "percentSolves", plusOne(before.percentSolves));
+        }
     });
     if (firstSolveDate_ == QString()) {
         firstSolveDate_.reset();  // there is one now

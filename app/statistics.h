@@ -23,13 +23,16 @@ class Statistics {
     explicit Statistics(std::function<QDate()> today = QDate::currentDate);
 
     /// Counts one finished solve for today. Negative numbers of iterations and milliseconds count
-    /// as 0, and so does an exploitability that is not finite.
-    void recordSolve(qint64 iterations, double exploitabilityChips, qint64 runtimeMs);
+    /// as 0, and so does an exploitability that is not finite. In percent of the starting pot it is
+    /// counted where there is one.
+    void recordSolve(qint64 iterations, double exploitabilityChips, qint64 runtimeMs,
+                     double potChips = 0);
 
     /// Cells of a calendar, one week after the other from Monday to Sunday, ending with the present
     /// week. `dayCount` of them are days, maps of
     ///   isPadding (false), date, isFuture, solves (int), avgIterations, avgExploitability (chips),
-    ///   runtimeMsSum (64-bit), avgRuntimeSec,
+    ///   avgExploitabilityPercent (of the starting pot, -1 for not known), runtimeMsSum (64-bit),
+    ///   avgRuntimeSec,
     /// and cells of only isPadding (true) fill the first week. Empty for a `dayCount` below 1.
     QVariantList solveActivityGrid(int dayCount) const;
 

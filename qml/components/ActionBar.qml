@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Tidewell
 import "../logic/action_bar.mjs" as Bar
+import "../logic/action_list.mjs" as ActionList
 
 // How often each action is taken, as segments of one bar, with a line of figures for each action below
 // if labels are shown.
@@ -112,7 +113,7 @@ Item {
         visible: bar.showLabels
 
         Repeater {
-            model: bar.showLabels ? bar._entries : []
+            model: bar.showLabels ? ActionList.withoutUntaken(bar._entries) : []
 
             ActionBarLabel {
                 required property int index

@@ -13,8 +13,9 @@ Text {
     readonly property var _cards: board.match(/[2-9TJQKA][shdc]/gi) ?? []
 
     function _colored(card: string): string {
-        const ink = theme.legible(theme.suitColor(card[1]), ground);
-        return `<font color="${ink}">${card[0].toUpperCase()}${CardText.symbol(card[1])}</font>`;
+        const ink = theme.legible(theme.suitColor(card.slice(1)), ground);
+        const rank = card.slice(0, 1).toUpperCase();
+        return `<font color="${ink}">${rank}${CardText.symbol(card.slice(1))}</font>`;
     }
 
     text: _cards.map(card => _colored(card)).join(" ")

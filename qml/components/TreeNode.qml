@@ -54,9 +54,15 @@ Item {
     readonly property color _textColor: _bright ? "#0B0F14" : theme.text
     readonly property color _mutedColor:
         theme.legible(_bright ? "#2D333B" : theme.textMuted, _fill)
-    // The action's colour at 0.8 over the box. Its text is not faded with it.
-    readonly property color _chipColor:
-        theme.mixed(_fill, nodeType === "decision" ? _actionColor : theme.surface3, 0.8)
+    // The action's colour at 0.8 over the box. Its text is not faded with it: in the light theme it is
+    // white, which takes some colours darker.
+    readonly property color _chipColor: {
+        if (nodeType !== "decision") {
+            return theme.mixed(_fill, theme.surface3, 0.8);
+        }
+        const faded = theme.mixed(_fill, _actionColor, 0.8);
+        return theme.dark ? faded : theme.legible(faded, "white");
+    }
     readonly property string _title: {
         switch (nodeType) {
         case "terminal":
@@ -171,14 +177,10 @@ Item {
                 spacing: node.theme.spaceSm
 
                 Rectangle {
-                    id: chip
-
                     implicitWidth: Math.ceil(chipText.implicitWidth) + 12
                     implicitHeight: Math.ceil(chipText.implicitHeight) + 2
                     radius: height / 2
-                    // White on the light theme's full colours, which takes some of them darker.
-                    color: node.theme.dark ? node._chipColor
-                                           : node.theme.legible(node._chipColor, "white")
+                    color: node._chipColor
                     visible: chipText.text !== ""
                     Layout.maximumWidth: Math.ceil(chipText.implicitWidth) + 12
                     Layout.fillWidth: true
@@ -189,7 +191,8 @@ Item {
                         anchors.fill: parent
                         text: node._chipLabel
                         textFormat: Text.PlainText
-                        color: node.theme.inkOn(chip.color)
+                        color: node.theme.dark || node.nodeType !== "decision"
+                            ? node.theme.inkOn(node._chipColor) : "white"
                         font.pixelSize: Fallback.type.labelMd
                         font.weight: Fallback.type.weightSemibold
                         horizontalAlignment: Text.AlignHCenter

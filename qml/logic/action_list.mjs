@@ -35,6 +35,13 @@ export function withEvsAgainstFold(actions) {
         ? Object.assign({}, action, {ev: action.ev - fold.ev}) : action);
 }
 
+// Of an action that no hand takes there are no hands that could be worth anything behind it.
+export function withoutUntaken(actions) {
+    const isUntaken = action => known(action.combos) < 1e-6;
+    return actions.map(action => isUntaken(action)
+        ? Object.assign({}, action, {equity: null, ev: null}) : action);
+}
+
 // The actions of a list of probabilities in their order, as far as both go.
 export function withFrequencies(actions, probs) {
     const count = Math.min(actions.length, probs ? probs.length : 0);

@@ -62,7 +62,7 @@ TEST_F(StatisticsTest, GridIsWholeWeeksThatEndWithThePresentOne) {
 TEST_F(StatisticsTest, SolvesAddUpByDay) {
     Statistics statistics = start();
     statistics.recordSolve(100, 0.25, 2000);
-    statistics.recordSolve(300, 0.75, 4000);
+    statistics.recordSolve(300, 0.75, 4000, 150);
     EXPECT_EQ(statistics.solvesToday(), 2);
     today_ = today_.addDays(1);
     EXPECT_EQ(statistics.solvesToday(), 0);
@@ -80,6 +80,7 @@ TEST_F(StatisticsTest, SolvesAddUpByDay) {
         EXPECT_EQ(cell["avgIterations"], iterations);
         EXPECT_EQ(cell["avgExploitability"], exploitability);
         EXPECT_EQ(cell["avgRuntimeSec"], seconds);
+        EXPECT_EQ(cell["avgExploitabilityPercent"], date == "2024-05-15" ? 0.5 : -1.0);
     }
 }
 

@@ -41,6 +41,8 @@ DocumentCase {
         bar.width = 340;
         tryVerify(() => bar.implicitHeight > height, 5000, "more lines where they are needed");
         bar.width = 400;
+        bar.actions = [{name: "Raise 3x", frequency: 0, combos: 0, equity: 0.5, ev: 3}];
+        compare(texts(bar).slice(-3), ["0 combos", "—", "—"], "nobody takes it");
         bar.actions = [{name: "Fold", frequency: 1, combos: 1234}, {name: "Call", combos: 1}];
         compare(texts(bar).filter(text => text.includes("combo")),
                 [figure(1234, 0) + " combos", "1 combo"]);

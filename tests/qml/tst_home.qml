@@ -170,7 +170,8 @@ DocumentCase {
     function test_calendar(): void {
         const grid = every(ActivityGrid)[0];
         const cells = Array.from(page.solveActivityGrid);
-        Object.assign(cells[9], {solves: 30, avgIterations: 1234.4, avgExploitability: 0.01234567});
+        Object.assign(cells[9], {solves: 30, avgIterations: 1234.4, avgExploitability: 0.01234567,
+                                 avgExploitabilityPercent: 0.123});
         cells[10] = {isPadding: true};
         cells[181].isFuture = true;
         page.solveActivityGrid = cells;
@@ -180,7 +181,7 @@ DocumentCase {
             compare(grid.hoveredIndex, index);
         }
         compare(grid.tipText(9).split("\n").slice(1),
-                ["Solves: 30", "Avg iters: 1,234", "Avg expl: 0.0123"]);
+                ["Solves: 30", "Avg iters: 1,234", "Avg expl: 0.12 % (0.0123 chips)"]);
         verify(grid.tipText(181).includes(" (future)\n"));
     }
 

@@ -44,6 +44,14 @@ Item {
         return cell.solves > 0 ? Qt.darker(theme.accent, 1.35) : theme.stroke;
     }
 
+    // Of older days nobody knows what share of the pots it was.
+    function _exploitability(cell: var): string {
+        const chips = ExploitabilityText.chips(cell.avgExploitability);
+        return cell.avgExploitabilityPercent >= 0
+            ? qsTr("%1 (%2)").arg(ExploitabilityText.percent(cell.avgExploitabilityPercent)).arg(chips)
+            : chips;
+    }
+
     function tipText(index: int): string {
         const cell = cells[index];
         const date = Date.fromLocaleString(Qt.locale("C"), cell.date, "yyyy-MM-dd")
@@ -54,7 +62,7 @@ Item {
             cell.isFuture ? qsTr("%1 (future)").arg(date) : date,
             qsTr("Solves: %1").arg(number(cell.solves, 0)),
             qsTr("Avg iters: %1").arg(number(cell.avgIterations, 0)),
-            qsTr("Avg expl: %1").arg(number(cell.avgExploitability, 4))
+            qsTr("Avg expl: %1").arg(_exploitability(cell))
         ].join("\n");
     }
 

@@ -25,7 +25,7 @@ T.ItemDelegate {
     hoverEnabled: true
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    Accessible.description: missing ? qsTr("Missing") : [board, _when, folder].join(", ")
+    Accessible.description: missing ? qsTr("Missing") : `${board}, ${_when}, ${folder}`
 
     readonly property string _when: missing ? "" : saved.toLocaleString(Qt.locale(),
                                                                         Locale.ShortFormat)
