@@ -98,7 +98,11 @@ AppScrollView {
         _settledSizes = _wantedSizes;
     }
 
-    on_WantedSizesChanged: Qt.callLater(_settle)
+    on_WantedSizesChanged: {
+        // qmllint disable
+        Qt.callLater(_settle);
+        // qmllint enable
+    }
     onActionsChanged: chosenAction = -1
     onNodeIndexChanged: whyPopup.close()
 
