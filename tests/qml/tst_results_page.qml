@@ -271,11 +271,12 @@ DocumentCase {
         return actions.map(entry => {
             const rounded = Math.round(entry.combos);
             const whole = Math.abs(entry.combos - rounded) < 1e-6;
+            const taken = entry.combos >= 1e-6;
             const count = whole && rounded === 1 ? "1 combo"
                                                  : figure(entry.combos, whole ? 0 : 1) + " combos";
             return [Math.round(100 * entry.frequency / total) + "%", count,
-                    entry.equity === null ? "—" : figure(100 * entry.equity, 1) + "% equity",
-                    entry.ev === null ? "—" : figure(entry.ev - offset, 2) + " EV"];
+                    entry.equity === null || !taken ? "—" : figure(100 * entry.equity, 1) + "% equity",
+                    entry.ev === null || !taken ? "—" : figure(entry.ev - offset, 2) + " EV"];
         });
     }
 
