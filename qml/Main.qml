@@ -43,7 +43,7 @@ ApplicationWindow {
         light: shell.theme.surface2
         midlight: shell.theme.surfaceHover
         mid: shell.theme.stroke
-        dark: shell.theme.stroke
+        dark: shell.theme.textMuted
         shadow: "black"
         highlight: shell.theme.infoMuted
         highlightedText: "white"

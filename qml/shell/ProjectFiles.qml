@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Dialogs
+import QtQuick.Templates as T
 import Tidewell
 
 // Opens and saves projects: the dialogs, the list of recent files, and the file that the project on
@@ -92,17 +93,29 @@ Item {
         dialog.selectedFile = String(currentFile) !== "" ? currentFile
                                                          : _proposedFile(dialog.currentFolder);
         dialog.open();
+        _dressPathBar(T.Overlay.overlay);
     }
 
     function chooseToOpen(): void {
         const dialog = openDialog.get() as FileDialog;
         _enterFolder(dialog);
         dialog.open();
+        _dressPathBar(T.Overlay.overlay);
     }
 
     // The project on screen belongs to no file any more.
     function forgetFile(): void {
         currentFile = "";
+    }
+
+    // Qt's own dialog takes its colours from the window's palette, but for the ground of the bar with the
+    // path, which is white. Where the system has a dialog there is no such bar.
+    function _dressPathBar(item: var): bool {
+        if (item?.upButton !== undefined && item.background) {
+            item.background.color = Qt.binding(() => files.theme.surface2);
+            return true;
+        }
+        return Array.from(item?.children ?? []).some(child => _dressPathBar(child));
     }
 
     // Named after the board.

@@ -34,6 +34,7 @@ Card {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
             Layout.fillWidth: true
+            Layout.fillHeight: true
         }
         ListView {
             id: list
