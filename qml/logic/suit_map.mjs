@@ -4,17 +4,17 @@
 
 import { SUITS, boardSlots, normalizedCard } from "./card_text.mjs";
 
-// Of the cards dealt so far, pairs of the card as kept and as shown. Where the suits differ, they trade
-// places from then on.
+// Of the cards dealt so far, pairs of the card as kept and as shown. Where a card is shown in another suit
+// than the map so far would show it in, the two suits trade places from then on.
 export function suitMap(deals) {
     const map = {s: "s", h: "h", d: "d", c: "c"};
     for (const deal of deals) {
         const kept = normalizedCard(deal.kept);
         const shown = normalizedCard(deal.shown);
-        if (kept !== "" && shown !== "" && kept[0] === shown[0] && kept[1] !== shown[1]) {
-            const image = map[kept[1]];
-            map[kept[1]] = map[shown[1]];
-            map[shown[1]] = image;
+        if (kept !== "" && shown !== "" && kept[0] === shown[0] && map[kept[1]] !== shown[1]) {
+            const other = [...SUITS].find(suit => map[suit] === shown[1]);
+            map[other] = map[kept[1]];
+            map[kept[1]] = shown[1];
         }
     }
     return map;
@@ -23,6 +23,17 @@ export function suitMap(deals) {
 export function shownCard(card, map) {
     const kept = normalizedCard(card);
     return kept === "" ? "" : kept[0] + map[kept[1]];
+}
+
+export function keptCard(card, map) {
+    const shown = normalizedCard(card);
+    return shown === "" ? "" : shown[0] + [...SUITS].find(suit => map[suit] === shown[1]);
+}
+
+// Hands with cards `c1` and `c2` as kept, as they are shown.
+export function shownHands(hands, map) {
+    return [...SUITS].every(suit => map[suit] === suit) ? hands : hands.map(
+        hand => Object.assign({}, hand, {c1: shownCard(hand.c1, map), c2: shownCard(hand.c2, map)}));
 }
 
 // Index of the action for each card as shown that can be dealt on a board; `names` are the cards of the

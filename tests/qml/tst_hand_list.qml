@@ -132,6 +132,12 @@ DocumentCase {
         const combo = page.visibleHandCombos[page.visibleHandCombos.length - 2];
         compare(Array.from(why.signalArguments[0]), [combo.c1, combo.c2, 1]);
         compare(every(HandMatrix)[0].litHand, page._handClassFromCards(combo.c1, combo.c2));
+        const sheets = () => all(page.Window.window.contentItem,
+                                 item => item.objectName === "whyTitle");
+        tryVerify(() => sheets().length === 1);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => sheets().length === 0);
+        list.forceActiveFocus();
         keyClick(Qt.Key_Home);
         const line = all(firstRow(), item => item instanceof EvLine)[0];
         mouseClick(line);

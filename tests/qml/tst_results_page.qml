@@ -466,6 +466,11 @@ DocumentCase {
         page.chooseChanceCard(indexOf("Kc"), "");
         compare([page.treeBoardText, boxTexts().filter(text => text.length === 2)],
                 ["AhQh7h2sKs", ["2s", "Ks"]]);
+        // Nobody holds a card that is seen on the board.
+        tryVerify(() => !page._handCombosLoading);
+        const hands = Array.from(page.visibleHandCombos, combo => combo.c1 + combo.c2);
+        compare([hands.filter(hand => hand.includes("Ks")), hands.filter(hand => hand === "KdKc").length],
+                [[], 1], hands.join(" "));
     }
 
     function test_loadedProject(): void {

@@ -76,5 +76,6 @@ DocumentCase {
         parent: test
         theme: Fallback.theme
         controller: test.controller
+        suits: ({s: "s", h: "h", d: "d", c: "c"})
     }
 }

@@ -2,6 +2,7 @@ import QtQuick
 import Tidewell
 import "../../logic/hand_filter.mjs" as HandFilter
 import "../../logic/hand_rows.mjs" as HandRows
+import "../../logic/suit_map.mjs" as Suits
 
 // The hands of a node as a list, and what narrows it down: a hand label, the name of a class, a search
 // text, each empty for none.
@@ -12,6 +13,8 @@ QtObject {
     required property int nodeIndex
     // Of the node, with the cards dealt on the way.
     required property string boardText
+    // Of the cards on the way there, as TreeWalk has them.
+    required property var suits
     // Whether anybody looks; otherwise nothing is asked for.
     required property bool active
 
@@ -19,14 +22,15 @@ QtObject {
     property string bucket: ""
     property string searchText: ""
 
-    // Maps of `c1`, `c2`, `weight`, `ev`, and by action `actionEvs` and `actionProbs`, as they came.
+    // Maps of `c1`, `c2`, cards as the tree keeps them, `weight`, `ev`, and by action `actionEvs` and `actionProbs`, as they came.
     property var loaded: []
     property bool loading: false
     // Nobody is walking on: what costs time may be shown.
     readonly property bool settled: !_debounce.running
     // The actions of the node that `loaded` is of.
     property var definitions: []
-    readonly property var shown: HandFilter.filtered(loaded, handClass, bucket, searchText,
+    // With cards as they are shown.
+    readonly property var shown: HandFilter.filtered(Suits.shownHands(loaded, suits), handClass, bucket, searchText,
                                                      _boardCards)
 
     // Of the rows: `key` as HandRows.sorted() takes it.

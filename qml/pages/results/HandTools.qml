@@ -67,6 +67,7 @@ FocusScope {
         nodes: tools.nodes
         nodeIndex: tools.walk.currentNodeIndex
         boardText: tools.walk.boardWithDeals
+        suits: tools.walk.suits
         active: tools.looked
     }
 }

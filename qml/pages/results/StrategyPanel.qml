@@ -2,7 +2,6 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 import "../../logic/hand_summary.mjs" as HandSummary
-import "../../logic/suit_map.mjs" as Suits
 
 // The right panel: the head and what is played at the current node.
 Card {
@@ -65,8 +64,7 @@ Card {
         if (hands.loading || hands.loaded.length === 0) {
             return HandSummary.handWeights(strategy.weights, strategy.actionProbs, action);
         }
-        const map = Suits.suitMap(walk.dealsBefore(walk.levels.count));
-        return HandSummary.comboWeights(hands.loaded, action, map);
+        return HandSummary.comboWeights(hands.loaded, action, walk.suits);
     }
 
     // By a part of the height.

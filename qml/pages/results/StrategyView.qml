@@ -4,6 +4,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tidewell
 import "../../logic/strategy_layout.mjs" as StrategyLayout
+import "../../logic/suit_map.mjs" as Suits
 
 // What the current node's player does: how often in all, hand by hand, class by class, and
 // the money there. The first screen holds all but, where the height is short, the money.
@@ -119,6 +120,7 @@ AppScrollView {
         parent: handDetails
         theme: view.theme
         controller: view.nodes.controller
+        suits: view.hands.suits
     }
     ColumnLayout {
         id: column
@@ -276,7 +278,8 @@ AppScrollView {
                     uiScale: view.uiScale
                     unknownEv: view._unknownEv
                     onWhyRequested: (c1, c2, action) => {
-                        whyPopup.ask(view.nodeIndex, c1, c2, action,
+                        whyPopup.ask(view.nodeIndex, Suits.keptCard(c1, view.hands.suits),
+                                     Suits.keptCard(c2, view.hands.suits), action,
                                      view.nodes.actions(view.nodeIndex)[action]);
                         view.whyRequested(c1, c2, action);
                     }

@@ -17,6 +17,8 @@ QtObject {
     property string selectedPlayer: "OOP"
     // `boardText` and the cards dealt on the way, as the user chose them.
     property string boardWithDeals: ""
+    // From the suits of cards as the tree keeps them to those that are shown.
+    property var suits: Suits.suitMap([])
     // The action that ended the hand, null while it goes on.
     property var ending: null
     // The card the user clicked, by index of the chance node. Only that of a decided level counts.
@@ -110,6 +112,7 @@ QtObject {
     }
 
     function updateBoard(): void {
+        suits = Suits.suitMap(dealsBefore(levels.count));
         boardWithDeals = boardBefore(levels.count);
     }
 

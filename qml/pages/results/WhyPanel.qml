@@ -15,6 +15,8 @@ ColumnLayout {
     // As the controller tells it: with `pending` set while it is being worked out, and without `ok` where
     // it cannot be told.
     required property var breakdown
+    // From the suits of cards as the tree keeps them to those that are shown.
+    required property var suits
 
     readonly property var _rows: breakdown.ok
         ? WhyRows.rows(Object.assign({}, breakdown, {parts: panel._arrays(breakdown.parts)})) : []
@@ -33,7 +35,7 @@ ColumnLayout {
     function _nameOf(row: var): string {
         switch (row.kind) {
         case "card":
-            return row.name[0] + CardText.symbol(row.name[1]);
+            return row.name[0] + CardText.symbol(suits[row.name[1]]);
         case "outcome":
             return _outcome(row.name);
         case "more":

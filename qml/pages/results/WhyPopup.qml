@@ -13,6 +13,8 @@ T.Popup {
     required property Theme theme
     // Null for none.
     required property var controller
+    // From the suits of cards as the tree keeps them to those that are shown.
+    required property var suits
 
     // What was asked, and how the action is called.
     property int node: -1
@@ -39,8 +41,8 @@ T.Popup {
                                 : {ok: false, pending: false};
     }
 
-    function _cardText(text: string): string {
-        return text.charAt(0) + CardText.symbol(text.charAt(1));
+    function _cardText(kept: string): string {
+        return kept.charAt(0) + CardText.symbol(suits[kept.charAt(1)] ?? "");
     }
 
     x: parent ? Math.max(0, parent.width - width) : 0
@@ -118,6 +120,7 @@ T.Popup {
                 width: view.availableWidth
                 theme: popup.theme
                 breakdown: popup._breakdown
+                suits: popup.suits
             }
         }
     }

@@ -1,7 +1,6 @@
 import QtQuick
 import Tidewell
 import "../../../logic/played_hand.mjs" as PlayedHand
-import "../../../logic/suit_map.mjs" as Suits
 
 // A page on which hands of the solve can be played. Trainer says what comes next, and the tree follows
 // it.
@@ -195,7 +194,7 @@ NodeTools {
 
         function onReplaced(): void {
             const walk = scope.walk;
-            const images = Suits.suitMap(walk.dealsBefore(walk.levels.count));
+            const images = walk.suits;
             trainer.setBoard(walk.boardWithDeals, [..."cdhs"].map(suit => images[suit]).join(""));
         }
         function onLevelIndexChanged(): void {
