@@ -103,9 +103,12 @@ bool RecentFiles::exists(const QUrl& file) {
 }
 
 QUrl RecentFiles::newestFolder() const {
-    return QUrl::fromLocalFile(
-        entries_.empty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
-                         : QFileInfo(entries_.front().path).path());
+    if (!entries_.empty()) {
+        const QString folder = QFileInfo(entries_.front().path).path();
+        if (QFileInfo(folder).isDir()) return QUrl::fromLocalFile(folder);
+    }
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QUrl::fromLocalFile(QFileInfo(documents).isDir() ? documents : QDir::homePath());
 }
 
 int RecentFiles::find(const QString& path) const {

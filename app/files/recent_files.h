@@ -46,7 +46,8 @@ class RecentFiles : public QAbstractListModel {
     Q_INVOKABLE void refresh();
 
     Q_INVOKABLE static bool exists(const QUrl& file);
-    /// The folder of the newest file; without one that of the user's documents.
+    /// The folder of the newest file, that of the user's documents, or their own: the first that is
+    /// there.
     Q_INVOKABLE QUrl newestFolder() const;
 
   Q_SIGNALS:
