@@ -61,9 +61,12 @@ ApplicationWindow {
         width = opening.width;
         height = opening.height;
         showNormal();
-        if (String(projectToOpen) !== "") {
-            shell.files.open(projectToOpen);
-        }
+    }
+    // Only when everything else is complete: the shell begins with an empty project.
+    Timer {
+        interval: 0
+        running: String(window.projectToOpen) !== ""
+        onTriggered: shell.files.open(window.projectToOpen)
     }
     onClosing: event => {
         event.accepted = shell.requestClose(() => window.close());
